@@ -1,0 +1,59 @@
+# Flags that every target of the project shares, and how its two libraries are linked.
+
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(kcnvrt_flags INTERFACE)
+target_compile_options(kcnvrt_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(KCNVRT_WERROR)
+    target_compile_options(kcnvrt_flags INTERFACE -Werror)
+endif()
+if(KCNVRT_SANITIZE)
+    add_compile_options(-fsanitize=${KCNVRT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${KCNVRT_SANITIZE})
+endif()
+if(KCNVRT_COVERAGE)
+    add_compile_options(--coverage -fprofile-abs-path)
+    add_link_options(--coverage)
+endif()
+
+# The libraries are C++ inside and C outside: no exceptions, no RTTI, nothing run at load time.
+add_library(kcnvrt_library_flags INTERFACE)
+target_compile_options(kcnvrt_library_flags INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics -fvisibility-inlines-hidden>
+    -fvisibility=hidden -fno-asynchronous-unwind-tables -fno-unwind-tables -ffunction-sections -fdata-sections)
+target_link_libraries(kcnvrt_library_flags INTERFACE kcnvrt_flags)
+
+# kcnvrt_shared_library(NAME): exports exactly the names listed in abi/lib<NAME>.symbols, under a version-1 SONAME.
+# The C driver links it, so that the link itself fails on the first symbol of the C++ library; a sanitizer or coverage
+# build needs the C++ driver.
+function(kcnvrt_shared_library name)
+    set(symbols ${PROJECT_SOURCE_DIR}/abi/lib${name}.symbols)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${symbols})
+    file(STRINGS ${symbols} exported REGEX "^[a-zA-Z]")
+    list(JOIN exported ";\n        " exported)
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${name}.map)
+    file(CONFIGURE OUTPUT ${script} CONTENT "@name@_1 {\n    global:\n        @exported@;\n    local:\n        *;\n};\n" @ONLY)
+
+    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${script})
+    target_link_options(${name} PRIVATE -Wl,--version-script=${script} -Wl,--as-needed)
+    if(NOT KCNVRT_SANITIZE AND NOT KCNVRT_COVERAGE)
+        set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C)
+        target_link_options(${name} PRIVATE -Wl,--gc-sections -Wl,-z,defs -Wl,-z,noseparate-code)
+    endif()
+endfunction()
+
+# A library linked by the C driver must not be given the C++ run-time libraries.
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")

@@ -1,0 +1,34 @@
+# Sourced: the Debian packages that the build and its checks need, installed where they are missing.
+
+build_packages=(g++ cmake ninja-build pkg-config libjansson-dev libcli11-dev)
+test_packages=("${build_packages[@]}" libgtest-dev bats)
+
+# installed_packages NAME...: prints those that are.
+installed_packages() {
+    { dpkg-query --show --showformat '${db:Status-Status} ${Package}\n' "$@" 2> /dev/null || true; } |
+        sed -n 's/^installed //p'
+}
+
+missing_packages() {
+    comm -23 <(printf '%s\n' "$@" | sort -u) <(installed_packages "$@" | sort -u)
+}
+
+# need_packages NAME...: installs those that are missing. Standard output is left to the caller.
+need_packages() {
+    local missing as_root=()
+    command -v dpkg-query > /dev/null || return 0 # another system, whose owner installs what is missing
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    echo "Installing ${missing[*]}" >&2
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo > /dev/null; then
+            echo "There is neither root nor sudo to install them with." >&2
+            exit "$build_failed"
+        fi
+        as_root=(sudo)
+    fi
+    quietly "${as_root[@]}" apt-get update
+    quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install --yes --no-install-recommends "${missing[@]}"
+}

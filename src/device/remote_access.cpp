@@ -1,0 +1,58 @@
+#include "frame/list.h"
+#include "k_cnvrt.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+constexpr auto kRule = fields(
+    integer_field("dport"),
+    integer_field("sport"),
+    carried("ips"),
+    carried("source_mask"),
+    carried("ipv6"));
+
+int list_to_new(json_t* rules, json_t* destination, k_err_t* err) {
+    int failures = 0;
+    ListBuilder list{destination};
+    for (const auto [number, rule] : elements(rules))
+        list.add(Json{k_cnvrt_get_remote_from_old_element(rule, &failures, err)});
+    list.finish();
+    return failures;
+}
+
+// An older form: one rule that is not in a list. An empty one is no rule.
+int single_to_new(json_t* rule, json_t* destination, k_err_t* err) {
+    int failures = 0;
+    Json converted{k_cnvrt_get_remote_from_old_element(rule, &failures, err)};
+    if (is_empty(converted.get())) return failures;
+    set_max_instance(destination, 1);
+    set(destination, "1", std::move(converted));
+    return failures;
+}
+
+}  // namespace
+
+json_t* k_cnvrt_get_remote_from_old_element(json_t* rule, int* errors, k_err_t* err) {
+    Json converted = object();
+    const int failures = to_new(kRule, rule, converted.get(), Report{__func__, err});
+    if (errors != nullptr) *errors += failures;
+    return converted.release();
+}
+
+int k_cnvrt_get_remote_from_old(json_t* source, json_t* destination, k_err_t* err) {
+    if (json_is_array(source)) return list_to_new(source, destination, err);
+    return json_is_object(source) ? single_to_new(source, destination, err) : 0;
+}
+
+int k_cnvrt_get_remote_from_new(json_t* source, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    const EveryNumber numbers{source, report};
+    int failures = numbers.failures();
+    for (const auto [number, instance] : numbers) {
+        Json rule = object();
+        failures += to_old(kRule, instance, rule.get(), report);
+        append(destination, std::move(rule));
+    }
+    return failures;
+}

@@ -1,0 +1,168 @@
+// Static routes: one array of both families against an instance list for each family.
+#include <netinet/in.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "frame/list.h"
+#include "frame/number.h"
+#include "k_addr.h"
+#include "k_cnvrt.h"
+#include "k_conf.h"
+#include "k_str.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// What both families carry; the gateway has another new name in each.
+constexpr auto kIpv4Route = fields(
+    // old         new
+    carried("gw",      "GatewayIPAddress"),
+    carried("met",     "ForwardingMetric"),
+    carried("Default"));
+
+constexpr auto kIpv6Route = fields(
+    carried("gw",      "NextHop"),
+    carried("met",     "ForwardingMetric"),
+    carried("Default"));
+
+// Towards the old layout.
+
+// Both families under one numbering. An IPv4 route keeps its number from an IPv6 one, and without IPv4 routes there is
+// nothing to add to: stored configurations depend on both.
+Json merged_routes(json_t* routing) {
+    Json merged = shallow_copy(k_conf_find_branch(routing, "ipv4.Routes.", 0));
+    json_object_update_missing(merged.get(), k_conf_find_branch(routing, "ipv6.Routes.", 0));
+    return merged;
+}
+
+void set_netmask(json_t* route, std::string_view length) {
+    char mask[32];
+    if (k_addr_v4_prefix_to_mask(read_loosely(length), mask, sizeof mask) != 0) mask[0] = '\0';
+    set(route, "netmask", string(mask));
+}
+
+void set_destination(json_t* route, json_t* prefix) {
+    const std::string_view text = view_of(prefix);
+    if (text.find('.') == text.npos) {  // IPv6 keeps its length in the address
+        if (json_is_string(prefix)) carry(route, "ip", prefix);
+        return;
+    }
+    const size_t slash = text.find('/');
+    set(route, "ip", string(std::string_view{text.data(), std::min(slash, text.size())}));
+    if (slash != text.npos) set_netmask(route, {text.data() + slash + 1, text.size() - slash - 1});
+}
+
+Json old_route(json_t* instance, const Report& report) {
+    Json route = object();
+    if (is_text(get(instance, "Interface"), "all")) set(route.get(), "iface", string("auto"));
+    set_destination(route.get(), get(instance, "DestIPPrefix"));
+    to_old(has(instance, "GatewayIPAddress") ? Fields{kIpv4Route} : Fields{kIpv6Route}, instance, route.get(), report);
+    return route;
+}
+
+// Towards the new layout.
+
+// The instance list of one family. Its "max_instance" is the highest number stored, not a count.
+class Routes {
+public:
+    Routes() : routes_{object()} { set_max_instance(routes_.get(), 0); }
+
+    void store(size_t number, Json route) {
+        set(routes_.get(), Decimal{static_cast<int64_t>(number)}, std::move(route));
+        highest_ = static_cast<uint32_t>(number);
+    }
+
+    void finish(json_t* routing, Key family) {
+        if (highest_ != 0) set_max_instance(routes_.get(), highest_);
+        Json branch = object();
+        set(branch.get(), "Routes", std::move(routes_));
+        set(routing, family, std::move(branch));
+    }
+
+private:
+    Json routes_;
+    uint32_t highest_ = 0;
+};
+
+struct FreeString {
+    void operator()(k_string_t* text) const { string_free(text); }
+};
+using GrowingText = std::unique_ptr<k_string_t, FreeString>;
+
+Json new_route(json_t* old_route) {
+    Json route = object();
+    set(route.get(), "Enable", boolean(true));
+    set(route.get(), "Status", string(""));
+    set(route.get(), "Origin", string("user"));
+    if (is_text(get(old_route, "iface"), "auto")) set(route.get(), "Interface", string("all"));
+    return route;
+}
+
+// The address and the length of its netmask; nothing where the netmask is missing or is none.
+void set_ipv4_prefix(json_t* route, const char* address, const char* netmask) {
+    const int length = k_addr_v4_mask_to_prefix(netmask);
+    if (length < 0) return;
+    char prefix[INET_ADDRSTRLEN + 4];
+    std::snprintf(prefix, sizeof prefix, "%s/%d", address, length);
+    set(route, "DestIPPrefix", string(prefix));
+}
+
+// The address as a prefix of its own length, or of the whole address. Null with a message where it is none.
+GrowingText ipv6_prefix(const char* address, const Report& report, int& failures) {
+    GrowingText prefix{string_init_chars(address)};
+    if (prefix == nullptr) {
+        failures += report.fail("strdup error:\n");
+        return nullptr;
+    }
+    if (std::strchr(address, '/') == nullptr && string_add(prefix.get(), "/128") != 0) {
+        failures += report.fail("realloc error:\n");
+        return nullptr;
+    }
+    if (k_addr_is_ippfx_correct(AF_INET6, prefix->text) != 0) return prefix;
+    failures += report.fail("Invalid field ip!\n");
+    return nullptr;
+}
+
+int add_route(json_t* old_route, size_t number, Routes& ipv4, Routes& ipv6, const Report& report) {
+    Json route = new_route(old_route);
+    if (route == nullptr) return report.fail("Error json_pack!\n");
+    const char* address = text_of(old_route, "ip");
+    if (address == nullptr) return report.fail("Invalid field ip!\n");
+    if (k_addr_v4_is_correct(address) != 0) {
+        set_ipv4_prefix(route.get(), address, text_of(old_route, "netmask"));
+        to_new(kIpv4Route, old_route, route.get(), report);
+        ipv4.store(number, std::move(route));
+        return 0;
+    }
+    int failures = 0;
+    if (const GrowingText prefix = ipv6_prefix(address, report, failures)) {
+        to_new(kIpv6Route, old_route, route.get(), report);
+        set(route.get(), "DestIPPrefix", string(prefix->text));
+        ipv6.store(number, std::move(route));
+    }
+    return failures;
+}
+
+}  // namespace
+
+int k_cnvrt_get_route_from_new(json_t* routing, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    const Json merged = merged_routes(routing);
+    const EveryNumber numbers{merged.get(), report};
+    for (const auto [number, instance] : numbers)
+        append(destination, instance == nullptr ? object() : old_route(instance, report));
+    return numbers.failures();
+}
+
+int k_cnvrt_get_route_from_old(json_t* source, json_t* routing, k_err_t* err) {
+    const Report report{__func__, err};
+    int failures = 0;
+    Routes ipv4;
+    Routes ipv6;
+    for (const auto [number, route] : elements(source)) failures += add_route(route, number, ipv4, ipv6, report);
+    ipv4.finish(routing, "ipv4");
+    ipv6.finish(routing, "ipv6");
+    return failures;
+}

@@ -1,0 +1,124 @@
+// A whole configuration: a fixed list of steps in each direction, each a section through the runner.
+#include "frame/json.h"
+#include "frame/report.h"
+#include "k_cnvrt.h"
+#include "k_conf.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// Where a step finds its source: the root itself, or a member of the root, of "Device" or of its "Users".
+enum class In : uint8_t { kRoot, kDevice, kUsers };
+
+// A step runs with either setting of the DSL VLAN flag, or with one of them.
+enum class When : uint8_t { kAlways, kVlan, kDslVlan };
+
+struct Step {
+    In in;
+    Key source;          // "" is the object itself
+    const char* result;  // the name in the destination; "-" merges into it
+    k_cnvrt_handler_t handler;
+    bool is_array = false;
+    When when = When::kAlways;
+};
+
+bool runs(const Step& step, uint8_t flags) {
+    if (step.when == When::kAlways) return true;
+    return (step.when == When::kDslVlan) == ((flags & K_CNVRT_DSL_VLAN) != 0);
+}
+
+// A result of what a conversion reads.
+struct Source {
+    json_t* root;
+    json_t* device;
+    json_t* users;
+
+    json_t* operator[](const Step& step) const {
+        json_t* const object = step.in == In::kRoot ? root : step.in == In::kDevice ? device : users;
+        return step.source.length() == 0 ? object : get(object, step.source);
+    }
+};
+
+// clang-format off
+constinit const Step kToOld[] = {
+    // source                            in the old root   handler                              array  when
+    {In::kDevice, "Routing",           "-",              k_cnvrt_get_routing_from_new},
+    {In::kDevice, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_new},
+    {In::kDevice, "RemoteAccess",      "httpaccess",     k_cnvrt_get_remote_from_new,         true},
+    {In::kDevice, "NetFilter",         "netfilter",      json_section_copy},
+    {In::kDevice, "Adsl",              "adsl",           json_section_copy},
+    {In::kDevice, "Port_settings",     "ports_config",   k_cnvrt_get_port_settings_from_new},
+    {In::kDevice, "Port_bandwidth",    "port_bandwidth", k_cnvrt_get_port_bandwidth_from_new},
+    {In::kDevice, "DeviceInfo",        "-",              k_cnvrt_get_deviceinfo_from_new},
+    {In::kDevice, "Customization",     "-",              k_cnvrt_get_customs_from_new},
+    {In::kDevice, "Firewall",          "Firewall",       json_section_copy},
+    {In::kDevice, "Firewall_v6",       "Firewall_v6",    json_section_copy},
+    {In::kDevice, "Scheduler",         "Scheduler",      json_section_copy},
+    {In::kDevice, "SysStatistics",     "SysStatistics",  json_section_copy},
+    {In::kDevice, "PKI",               "PKI",            json_section_copy},
+    {In::kDevice, "Port_segmentation", "Port_segmentation", json_section_copy},
+    {In::kRoot,   "Links",             "Links",          json_section_copy},
+    {In::kDevice, "Default_ssid",      "-",              k_cnvtr_get_default_ssid_from_new},
+};
+
+constinit const Step kToNew[] = {
+    // source                          in "Device"       handler                              array  when
+    {In::kRoot, "",                  "Routing",        k_cnvrt_get_routing_from_old},
+    {In::kRoot, "httpaccess",        "RemoteAccess",   k_cnvrt_get_remote_from_old},
+    {In::kRoot, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_old},
+    {In::kRoot, "netfilter",         "NetFilter",      json_section_copy},
+    {In::kRoot, "adsl",              "Adsl",           json_section_copy},
+    {In::kRoot, "ports_config",      "Port_settings",  k_cnvrt_get_port_settings_from_old},
+    {In::kRoot, "port_bandwidth",    "Port_bandwidth", k_cnvrt_get_port_bandwidth_from_old},
+    {In::kRoot, "",                  "-",              k_cnvrt_get_deviceinfo_from_old},
+    {In::kRoot, "",                  "Customization",  k_cnvrt_get_customs_from_old},
+    {In::kRoot, "Firewall",          "Firewall",       json_section_copy},
+    {In::kRoot, "Firewall_v6",       "Firewall_v6",    json_section_copy},
+    {In::kRoot, "Scheduler",         "Scheduler",      json_section_copy},
+    {In::kRoot, "SysStatistics",     "SysStatistics",  json_section_copy},
+    {In::kRoot, "PKI",               "PKI",            json_section_copy},
+    {In::kRoot, "Port_segmentation", "Port_segmentation", json_section_copy},
+};
+
+// After the others: "Links" goes into the new root itself, and the default SSIDs come last.
+constinit const Step kLinksToNew       = {In::kRoot, "Links",        "Links", json_section_copy};
+constinit const Step kDefaultSsidToNew = {In::kRoot, "default_ssid", "-",     k_cnvtr_get_default_ssid_from_old};
+// clang-format on
+
+int run(const Step& step, const Source& source, json_t* destination, k_err_t* err) {
+    return json_section_parser(source[step], step.result, destination, err, step.is_array, step.handler);
+}
+
+template <size_t N>
+int run_all(const Step (&steps)[N], const Source& source, json_t* destination, uint8_t flags, k_err_t* err) {
+    int failures = 0;
+    for (const Step& step : steps)
+        if (runs(step, flags)) failures += run(step, source, destination, err);
+    return failures;
+}
+
+}  // namespace
+
+json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
+    json_t* const device = get(new_root, "Device");
+    const Source source{new_root, device, get(device, "Users")};
+    Json old_root = object();
+    int failures = run_all(kToOld, source, old_root.get(), flags, err);
+    carry(old_root.get(), "default_pass", get(device, "Default_pass"));
+    return failures == 0 ? old_root.release() : nullptr;
+}
+
+json_t* k_cnvrt_to_new(json_t* old_root, json_t* base, uint8_t flags, k_err_t* err) {
+    const Source source{old_root, nullptr, nullptr};
+    Json new_root = object();
+    Json device = object();
+    int failures = run_all(kToNew, source, device.get(), flags, err);
+    failures += run(kLinksToNew, source, new_root.get(), err);
+    failures += run(kDefaultSsidToNew, source, device.get(), err);
+    carry(device.get(), "Default_pass", get(old_root, "default_pass"));
+    set(new_root.get(), "Device", std::move(device));
+    // A difference is made of whatever converted; what failed is in the record.
+    if (base != nullptr) return k_conf_diff_set2(base, new_root.get(), 0, flags & K_CNVRT_MERGE_PATCH, err);
+    return failures == 0 ? new_root.release() : nullptr;
+}

@@ -1,0 +1,211 @@
+// json.h: Jansson with ownership in the types, keys of known length, and ranges to walk a tree.
+//
+// A plain json_t* is borrowed, always, and may be null: absent. An owned value is a Json.
+// A wrong-typed container is an empty one: a member of a non-object is absent, a non-array has no elements.
+#pragma once
+
+#include <jansson.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace kcnvrt {
+
+struct Release {
+    void operator()(json_t* value) const { json_decref(value); }
+};
+
+// One reference to a value, given back on scope exit; release() hands it over.
+using Json = std::unique_ptr<json_t, Release>;
+
+// A member name with its length, which saves Jansson a walk over the text. Borrowed: a literal or a text that outlives it.
+class Key {
+public:
+    template <size_t N>
+    constexpr Key(const char (&literal)[N]) : text_{literal}, length_{N - 1} {}
+    constexpr Key(const char* text, size_t length) : text_{text}, length_{length} {}
+    constexpr explicit Key(std::string_view text) : text_{text.data()}, length_{text.size()} {}
+
+    // NUL-terminated, as every name in this library is.
+    constexpr const char* text() const { return text_; }
+    constexpr size_t length() const { return length_; }
+    constexpr std::string_view view() const { return {text_, length_}; }
+    constexpr bool operator==(Key other) const { return view() == other.view(); }
+
+private:
+    const char* text_;
+    size_t length_;
+};
+
+// The decimal text of a number, where a name or a value needs one.
+class Decimal {
+public:
+    explicit Decimal(int64_t number);
+    Key key() const { return {text_, length_}; }
+    operator Key() const { return key(); }
+    const char* text() const { return text_; }
+    std::string_view view() const { return {text_, length_}; }
+
+private:
+    char text_[21];
+    uint8_t length_;
+};
+
+// Making values. A null Json means that memory ran out; storing it does nothing.
+
+inline Json object() { return Json{json_object()}; }
+inline Json array() { return Json{json_array()}; }
+inline Json null() { return Json{json_null()}; }
+inline Json integer(int64_t number) { return Json{json_integer(number)}; }
+inline Json boolean(bool value) { return Json{json_boolean(value)}; }
+
+// A string of text that is known to be UTF-8: a literal, or text that came out of a tree.
+inline Json string(std::string_view text) { return Json{json_stringn_nocheck(text.data(), text.size())}; }
+inline Json string(Key text) { return string(text.view()); }
+inline Json string(const char* literal) { return string(std::string_view{literal}); }
+
+// A string of text that the library made itself and that may be anything: null when it is not UTF-8.
+inline Json checked_string(const char* text) { return Json{text == nullptr ? nullptr : json_string(text)}; }
+
+inline Json share(json_t* value) { return Json{json_incref(value)}; }
+
+// A new object or array with the same members (shared), and one with copies all the way down.
+inline Json shallow_copy(json_t* value) { return Json{json_copy(value)}; }
+inline Json deep_copy(json_t* value) { return Json{json_deep_copy(value)}; }
+
+// Reading.
+
+inline json_t* get(json_t* object, Key key) { return json_object_getn(object, key.text(), key.length()); }
+inline bool has(json_t* object, Key key) { return get(object, key) != nullptr; }
+
+// The text of a string, or null when the value is absent or of another type.
+inline const char* text_of(json_t* value) { return json_string_value(value); }
+inline const char* text_of(json_t* object, Key key) { return text_of(get(object, key)); }
+
+inline std::string_view view_of(json_t* string) {
+    return json_is_string(string) ? std::string_view{json_string_value(string), json_string_length(string)}
+                                  : std::string_view{};
+}
+
+inline bool is_text(json_t* value, std::string_view text) { return json_is_string(value) && view_of(value) == text; }
+
+inline size_t size_of(json_t* container) {
+    return json_is_object(container) ? json_object_size(container) : json_array_size(container);
+}
+inline bool is_empty(json_t* container) { return size_of(container) == 0; }
+
+// Storing. An absent or failed value is not stored, and neither is anything under an absent name.
+
+inline void set(json_t* object, Key key, Json value) {
+    json_object_setn_new_nocheck(object, key.text(), key.length(), value.release());
+}
+// The same value under a new name: a reference is added, nothing is copied.
+inline void carry(json_t* object, Key key, json_t* value) { set(object, key, share(value)); }
+// Under the name that a string value holds; any other value names nothing.
+inline void set_named(json_t* object, json_t* name, Json value) {
+    if (json_is_string(name)) set(object, Key{view_of(name)}, std::move(value));
+}
+
+inline void append(json_t* array, Json value) { json_array_append_new(array, value.release()); }
+inline void append_shared(json_t* array, json_t* value) { append(array, share(value)); }
+
+// Ranges.
+
+struct Member {
+    Key name;
+    json_t* value;
+};
+
+// The members of an object in its own order; none of anything else.
+class Members {
+public:
+    explicit Members(json_t* object) : object_{object} {}
+
+    class Iterator {
+    public:
+        Iterator(json_t* object, void* at) : object_{object}, at_{at} {}
+        Member operator*() const {
+            return {{json_object_iter_key(at_), json_object_iter_key_len(at_)}, json_object_iter_value(at_)};
+        }
+        Iterator& operator++() {
+            at_ = json_object_iter_next(object_, at_);
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
+
+    private:
+        json_t* object_;
+        void* at_;
+    };
+
+    Iterator begin() const { return {object_, json_object_iter(object_)}; }
+    Iterator end() const { return {object_, nullptr}; }
+
+private:
+    json_t* object_;
+};
+
+inline Members members(json_t* object) { return Members{object}; }
+
+// The elements of an array, counted from 1 as the new layout counts; none of anything else.
+struct Element {
+    size_t number;
+    json_t* value;
+};
+
+class Elements {
+public:
+    explicit Elements(json_t* array) : array_{array}, size_{json_array_size(array)} {}
+
+    class Iterator {
+    public:
+        Iterator(json_t* array, size_t at) : array_{array}, at_{at} {}
+        Element operator*() const { return {at_ + 1, json_array_get(array_, at_)}; }
+        Iterator& operator++() {
+            ++at_;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
+
+    private:
+        json_t* array_;
+        size_t at_;
+    };
+
+    Iterator begin() const { return {array_, 0}; }
+    Iterator end() const { return {array_, size_}; }
+
+private:
+    json_t* array_;
+    size_t size_;
+};
+
+inline Elements elements(json_t* array) { return Elements{array}; }
+
+// The members of an object in ascending byte order of their names. Pointers are sorted, names are not copied.
+class SortedMembers {
+public:
+    explicit SortedMembers(json_t* object);
+    ~SortedMembers();
+    SortedMembers(const SortedMembers&) = delete;
+    SortedMembers& operator=(const SortedMembers&) = delete;
+
+    const Member* begin() const { return members_; }
+    const Member* end() const { return members_ + count_; }
+    size_t count() const { return count_; }
+    // Memory ran out: the range is empty although the object may not be.
+    bool failed() const { return failed_; }
+
+private:
+    static constexpr size_t kInline = 32;
+    alignas(Member) unsigned char inline_[kInline * sizeof(Member)];
+    Member* members_;
+    size_t count_ = 0;
+    bool failed_ = false;
+};
+
+}  // namespace kcnvrt

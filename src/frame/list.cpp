@@ -1,0 +1,142 @@
+#include "frame/list.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+
+#include "frame/number.h"
+
+namespace kcnvrt {
+
+namespace {
+
+// The number that a member name is the decimal text of; 0 for a name under which no number looks its entry up.
+int number_of(std::string_view name) {
+    constexpr size_t kLongestName = 10;  // of INT_MAX
+    if (name.empty() || name.size() > kLongestName || name[0] == '0') return 0;
+    uint32_t number = 0;
+    return read_strictly(name, number) && number <= INT_MAX ? static_cast<int>(number) : 0;
+}
+
+int by_number(const void* left, const void* right) {
+    const int64_t difference = static_cast<const Instance*>(left)->number - static_cast<const Instance*>(right)->number;
+    return difference < 0 ? -1 : difference > 0;
+}
+
+}  // namespace
+
+json_t* entry_at(json_t* list, int64_t number) { return get(list, Decimal{number}); }
+
+int max_number(json_t* list) {
+    int highest = 0;
+    for (const Member member : members(list)) highest = std::max(highest, read_loosely(member.name.view()));
+    return highest < 1 ? -1 : highest;
+}
+
+void set_max_instance(json_t* list, uint32_t count) { set(list, "max_instance", integer(count)); }
+
+bool has_instances(json_t* list) { return json_integer_value(get(list, "max_instance")) >= 1; }
+
+void ListBuilder::add(Json entry) { set(list_.get(), Decimal{++count_}, std::move(entry)); }
+
+Json ListBuilder::finish() {
+    set_max_instance(list_.get(), count_);
+    return std::move(list_);
+}
+
+Instances::Instances(json_t* list) : instances_{inline_} {
+    const size_t size = json_object_size(list);
+    if (size > kInline) {
+        void* memory = size > SIZE_MAX / sizeof(Instance) ? nullptr : std::malloc(size * sizeof(Instance));
+        if (memory == nullptr) {
+            instances_ = inline_;
+            return;  // Out of memory: nothing is visited, as nothing could be stored.
+        }
+        instances_ = static_cast<Instance*>(memory);
+    }
+    bool is_ascending = true;
+    for (const Member member : members(list)) {
+        const int number = number_of(member.name.view());
+        if (number == 0) continue;
+        is_ascending = is_ascending && (count_ == 0 || instances_[count_ - 1].number < number);
+        instances_[count_++] = {number, member.value};
+    }
+    if (!is_ascending) std::qsort(instances_, count_, sizeof(Instance), by_number);
+}
+
+Instances::~Instances() {
+    if (instances_ != inline_) std::free(instances_);
+}
+
+EveryNumber::EveryNumber(json_t* list, const Report& report) : present_{list} {
+    const int highest = max_number(list);
+    if (highest > kMaxPlaceholderNumber)
+        failures_ = report.fail("Instance number %d is above %d", highest, kMaxPlaceholderNumber);
+    else if (highest > 0)
+        highest_ = highest;
+}
+
+Json list_of_elements(json_t* array) {
+    ListBuilder list;
+    for (const auto [number, element] : elements(array)) list.add(share(element));
+    return list.finish();
+}
+
+Json elements_of_list(json_t* list, const Report& report, int& failures) {
+    Json array = kcnvrt::array();
+    const EveryNumber numbers{list, report};
+    for (const auto [number, entry] : numbers) append(array.get(), entry == nullptr ? object() : share(entry));
+    failures += numbers.failures();
+    return array;
+}
+
+Json names_to_list(json_t* array) {
+    ListBuilder list;
+    for (const auto [number, name] : elements(array)) {
+        Json entry = object();
+        carry(entry.get(), "name", name);
+        list.add(std::move(entry));
+    }
+    return list.finish();
+}
+
+Json list_to_names(json_t* list, const Report& report, int& failures) {
+    Json names = array();
+    const EveryNumber numbers{list, report};
+    for (const auto [number, entry] : numbers) {
+        if (entry == nullptr)
+            append(names.get(), string(""));
+        else
+            append_shared(names.get(), get(entry, "name"));
+    }
+    failures += numbers.failures();
+    return names;
+}
+
+namespace ways {
+
+int names_to_new(json_t* destination, Key key, json_t* value, const Report&) {
+    if (value != nullptr) set(destination, key, names_to_list(value));
+    return 0;
+}
+
+int names_to_old(json_t* destination, Key key, json_t* value, const Report& report) {
+    int failures = 0;
+    if (value != nullptr) set(destination, key, list_to_names(value, report, failures));
+    return failures;
+}
+
+int elements_to_new(json_t* destination, Key key, json_t* value, const Report&) {
+    if (value != nullptr) set(destination, key, list_of_elements(value));
+    return 0;
+}
+
+int elements_to_old(json_t* destination, Key key, json_t* value, const Report& report) {
+    int failures = 0;
+    if (value != nullptr) set(destination, key, elements_of_list(value, report, failures));
+    return failures;
+}
+
+}  // namespace ways
+
+}  // namespace kcnvrt

@@ -1,0 +1,133 @@
+// list.h: numbered lists, the new layout's list shape.
+//
+// A numbered list is an object whose members "1", "2", ... hold the entries, and "max_instance" an integer. Entries are
+// found by number; "max_instance" is written and never trusted.
+#pragma once
+
+#include "field.h"
+#include "json.h"
+#include "report.h"
+
+namespace kcnvrt {
+
+// The bound on numbers in a walk that writes something for every missing number.
+inline constexpr int kMaxPlaceholderNumber = 65535;
+
+// An entry by its number; null when there is none.
+json_t* entry_at(json_t* list, int64_t number);
+
+// The highest number among an object's member names, read as `atoi` reads them and saturating at INT_MAX; -1 when there
+// is none of 1 or more. Names such as "03" and "3x" count here although no entry is found under their number.
+int max_number(json_t* list);
+
+// "max_instance", and how many it says there are. The new-to-old group converters skip a list that says none.
+void set_max_instance(json_t* list, uint32_t count);
+bool has_instances(json_t* list);  // "max_instance" is an integer of at least 1
+
+// Builds a numbered list, counting from 1: a new one, or one in an object that is there already.
+class ListBuilder {
+public:
+    ListBuilder() : list_{object()} {}
+    explicit ListBuilder(json_t* list) : list_{share(list)} {}
+
+    json_t* get() const { return list_.get(); }
+    uint32_t count() const { return count_; }
+
+    // Under the next number.
+    void add(Json entry);
+    // Leaves the next number out; it counts all the same.
+    void skip() { ++count_; }
+    // Sets "max_instance" to the count and hands the list over.
+    Json finish();
+
+private:
+    Json list_;
+    uint32_t count_ = 0;
+};
+
+// The entries that are there, in ascending order of their numbers. Costs what is present, whatever the numbers are.
+struct Instance {
+    int64_t number;
+    json_t* entry;
+};
+
+class Instances {
+public:
+    explicit Instances(json_t* list);
+    ~Instances();
+    Instances(const Instances&) = delete;
+    Instances& operator=(const Instances&) = delete;
+
+    const Instance* begin() const { return instances_; }
+    const Instance* end() const { return instances_ + count_; }
+    size_t count() const { return count_; }
+
+private:
+    static constexpr size_t kInline = 32;
+    Instance inline_[kInline];
+    Instance* instances_;
+    size_t count_ = 0;
+};
+
+// Every number from 1 to the highest, with its entry, or null for a missing one. Bounded: above kMaxPlaceholderNumber
+// the range is empty and the report has failed once; failures() is added to the converter's result.
+//
+//     EveryNumber numbers{list, report};
+//     for (const auto [number, entry] : numbers) ...
+//     return failures + numbers.failures();
+class EveryNumber {
+public:
+    EveryNumber(json_t* list, const Report& report);
+
+    int failures() const { return failures_; }
+
+    class Iterator {
+    public:
+        Iterator(const Instance* next, const Instance* last, int64_t number) : next_{next}, last_{last}, number_{number} {}
+        Instance operator*() const { return {number_, is_present() ? next_->entry : nullptr}; }
+        Iterator& operator++() {
+            if (is_present()) ++next_;
+            ++number_;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return number_ != other.number_; }
+
+    private:
+        bool is_present() const { return next_ != last_ && next_->number == number_; }
+
+        const Instance* next_;
+        const Instance* last_;
+        int64_t number_;
+    };
+
+    Iterator begin() const { return {present_.begin(), present_.end(), 1}; }
+    Iterator end() const { return {present_.end(), present_.end(), highest_ + int64_t{1}}; }
+
+private:
+    Instances present_;
+    int highest_ = 0;
+    int failures_ = 0;
+};
+
+// An array as a numbered list, its elements attached as they stand ("max_instance" the count; {"max_instance": 0} for
+// anything but an array), and back: entries appended as they stand, {} for a missing number.
+Json list_of_elements(json_t* array);
+Json elements_of_list(json_t* list, const Report& report, int& failures);
+
+// A name list: an array of names against a numbered list of {"name": ...}. On the way back an entry without "name"
+// appends nothing and a missing number "".
+Json names_to_list(json_t* array);
+Json list_to_names(json_t* list, const Report& report, int& failures);
+
+namespace ways {
+// Members that are lists as a whole; an absent one stores nothing.
+int names_to_new(json_t* destination, Key key, json_t* value, const Report& report);
+int names_to_old(json_t* destination, Key key, json_t* value, const Report& report);
+int elements_to_new(json_t* destination, Key key, json_t* value, const Report& report);
+int elements_to_old(json_t* destination, Key key, json_t* value, const Report& report);
+}  // namespace ways
+
+KCNVRT_FIELD_WORD(name_list, ways::names_to_new, ways::names_to_old)
+KCNVRT_FIELD_WORD(element_list, ways::elements_to_new, ways::elements_to_old)
+
+}  // namespace kcnvrt

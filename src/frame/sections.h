@@ -1,0 +1,59 @@
+// sections.h: the two section tables, name by name.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "k_cnvrt.h"
+
+namespace kcnvrt {
+
+// What an old section is.
+enum class Container : uint32_t {
+    kObject = 0,
+    kArray = 1,
+    kEither = 2,  // an array if the handler accepts one, else an object
+};
+
+// djb2, as k_str_get_hash computes it at run time.
+constexpr uint32_t hash_of(std::string_view name) {
+    uint32_t hash = 5381;
+    for (const char character : name) hash = hash * 33 + static_cast<unsigned char>(character);
+    return hash;
+}
+
+// A row of the table of old sections: the handler builds the old section from the corresponding new one.
+struct OldSection {
+    const char* name;
+    k_cnvrt_handler_t handler;
+    Container container;
+    uint32_t hash;
+};
+
+// A row of the table of new sections: every new section is an object.
+struct NewSection {
+    const char* name;
+    k_cnvrt_handler_t handler;
+    uint32_t hash;
+};
+
+constexpr OldSection section(const char* name, k_cnvrt_handler_t handler, Container container) {
+    return {name, handler, container, hash_of(name)};
+}
+constexpr NewSection section(const char* name, k_cnvrt_handler_t handler) { return {name, handler, hash_of(name)}; }
+
+// Both tables end with a null name.
+extern const OldSection old_config_handler_table[];
+extern const NewSection new_config_handler_table[];
+
+// Finds the first row of that name that has a handler, or null.
+template <class Section>
+const Section* find_section(const Section* table, const char* name);
+
+// The self-check of one table: every stored hash is that of its name, and no two names share one.
+// 0, or -1 and one line on standard output that names the table.
+template <class Section>
+int check_hashes(const Section* table, const char* table_name);
+
+}  // namespace kcnvrt

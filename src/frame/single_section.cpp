@@ -1,0 +1,148 @@
+// One section converted by its name, and the self-check of the section tables.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "frame/json.h"
+#include "frame/report.h"
+#include "frame/sections.h"
+#include "k_conf.h"
+#include "k_str.h"
+
+namespace kcnvrt {
+
+template <class Section>
+const Section* find_section(const Section* table, const char* name) {
+    const uint32_t hash = k_str_get_hash(name);
+    for (; table->name != nullptr; ++table)
+        if (table->hash == hash && std::strcmp(table->name, name) == 0 && table->handler != nullptr) return table;
+    return nullptr;
+}
+
+namespace {
+
+struct Free {
+    void operator()(uint32_t* hashes) const { std::free(hashes); }
+};
+
+// The hashes met so far, growing by one a row: the tables are short and checked once in a life.
+class HashList {
+public:
+    bool contains(uint32_t hash) const {
+        for (size_t i = 0; i < count_; ++i)
+            if (hashes_.get()[i] == hash) return true;
+        return false;
+    }
+
+    bool append(uint32_t hash) {
+        void* grown = std::realloc(hashes_.get(), (count_ + 1) * sizeof(uint32_t));
+        if (grown == nullptr) return false;
+        static_cast<void>(hashes_.release());
+        hashes_.reset(static_cast<uint32_t*>(grown));
+        hashes_.get()[count_++] = hash;
+        return true;
+    }
+
+private:
+    std::unique_ptr<uint32_t, Free> hashes_;
+    size_t count_ = 0;
+};
+
+Json container_of(const OldSection& section) {
+    return section.container == Container::kObject ? object() : array();
+}
+
+// The section in the container given, or null when the handler counts a failure.
+Json fill(const OldSection& section, json_t* source, Json container, k_err_t* err) {
+    if (section.handler(source, container.get(), err) != 0) container.reset();
+    return container;
+}
+
+Json fill_array_or_object(const OldSection& section, json_t* source, const Report& report) {
+    if (Json filled = fill(section, source, array(), report.err())) return filled;
+    if (Json filled = fill(section, source, object(), report.err())) return filled;
+    report.note("JSON is not array or object!");
+    return nullptr;
+}
+
+}  // namespace
+
+template <class Section>
+int check_hashes(const Section* table, const char* table_name) {
+    HashList met;
+    for (; table->name != nullptr; ++table) {
+        const uint32_t hash = k_str_get_hash(table->name);
+        if (met.contains(hash)) {
+            std::printf("Duplicate hash found! Key - %s\n", table->name);
+            return -1;
+        }
+        if (!met.append(hash)) {
+            std::puts("Error reallocate!");
+            return -1;
+        }
+        if (table->hash != hash) {
+            std::printf("%s, name \"%s\" hash miss! Hash in struct - %u, generated hash - %u\n", table_name, table->name,
+                        table->hash, hash);
+            return -1;
+        }
+    }
+    return 0;
+}
+
+template const OldSection* find_section(const OldSection*, const char*);
+template const NewSection* find_section(const NewSection*, const char*);
+template int check_hashes(const OldSection*, const char*);
+template int check_hashes(const NewSection*, const char*);
+
+}  // namespace kcnvrt
+
+using namespace kcnvrt;
+
+json_t* k_cnvrt_get_section_to_old(const char* section_name, json_t* new_section, k_err_t* err) {
+    const Report report{"k_cnvrt_get_section_to_old", err};
+    const char* name = section_name == nullptr ? "" : section_name;
+    if (new_section == nullptr) {
+        report.note("In object %s is null!", name);
+        return nullptr;
+    }
+    const OldSection* section = find_section(old_config_handler_table, name);
+    if (section == nullptr) {
+        report.note("Section \"%s\" in old config not found", name);
+        return nullptr;
+    }
+    if (section->container == Container::kEither) return fill_array_or_object(*section, new_section, report).release();
+    return fill(*section, new_section, container_of(*section), err).release();
+}
+
+json_t* k_cnvrt_get_section_to_new(const char* section_name, json_t* old_section, json_t* base, uint8_t flags,
+                                   k_err_t* err) {
+    const Report report{"k_cnvrt_get_section_to_new", err};
+    const char* name = section_name == nullptr ? "" : section_name;
+    if (old_section == nullptr) {
+        report.note("In object is null!");
+        return nullptr;
+    }
+    const NewSection* section = find_section(new_config_handler_table, name);
+    if (section == nullptr) {
+        report.note("Section \"%s\" in new config not found", name);
+        return nullptr;
+    }
+    Json converted = object();
+    const int failures = section->handler(old_section, converted.get(), err);
+    // A difference is made of whatever converted; what failed is in the record.
+    if (base != nullptr) return k_conf_diff_set2(base, converted.get(), 0, flags & K_CNVRT_MERGE_PATCH, err);
+    return failures == 0 ? converted.release() : nullptr;
+}
+
+const char* k_cnvrt_section_name(k_cnvrt_table_t table, size_t index) {
+    const auto name_at = [index](const auto* row) -> const char* {
+        for (size_t i = 0; i < index && row->name != nullptr; ++i) ++row;
+        return row->name;
+    };
+    return table == K_CNVRT_OLD_SECTIONS ? name_at(old_config_handler_table) : name_at(new_config_handler_table);
+}
+
+int k_cnvrt_check_valid_hashes(void) {
+    if (check_hashes(old_config_handler_table, "old_config_handler_table") != 0) return -1;
+    return check_hashes(new_config_handler_table, "new_config_handler_table");
+}

@@ -1,0 +1,115 @@
+#include "k_conf_pointer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "k_conf_problem.h"
+
+namespace kcnvrt::conf {
+
+namespace {
+
+constexpr size_t kFirstCapacity = 256;
+
+// The end of the name at the front of `rest`.
+size_t name_length(std::string_view rest) {
+    return std::min(rest.find('/'), rest.size());
+}
+
+// Writes a name without its escapes. Null when one is neither "~0" nor "~1".
+char* unescape(std::string_view name, char* out) {
+    for (size_t i = 0; i < name.size(); ++i) {
+        if (name[i] != '~') {
+            *out++ = name[i];
+        } else if (++i < name.size() && (name[i] == '0' || name[i] == '1')) {
+            *out++ = name[i] == '0' ? '~' : '/';
+        } else {
+            return nullptr;
+        }
+    }
+    return out;
+}
+
+}  // namespace
+
+PointerWriter::~PointerWriter() {
+    free(text_);
+}
+
+bool PointerWriter::has_room(size_t count) {
+    if (capacity_ - length_ >= count) return true;
+    if (count > SIZE_MAX / 2 - capacity_) return false;
+    const size_t capacity = std::max({kFirstCapacity, capacity_ * 2, capacity_ + count});
+    auto* text = static_cast<char*>(realloc(text_, capacity));
+    if (text == nullptr) return false;
+    text_ = text;
+    capacity_ = capacity;
+    return true;
+}
+
+bool PointerWriter::push(std::string_view name) {
+    if (name.size() > SIZE_MAX / 4 || !has_room(1 + 2 * name.size())) return false;
+    text_[length_++] = '/';
+    for (const char c : name) {
+        const bool escaped = c == '~' || c == '/';
+        if (escaped) text_[length_++] = '~';
+        text_[length_++] = !escaped ? c : c == '~' ? '0' : '1';
+    }
+    return true;
+}
+
+bool PointerWriter::push(size_t index) {
+    char digits[20];
+    const char* end = std::to_chars(digits, digits + sizeof digits, index).ptr;
+    return push({digits, static_cast<size_t>(end - digits)});
+}
+
+Pointer::~Pointer() {
+    free(names_);
+}
+
+const char* Pointer::read(std::string_view text) {
+    if (text.empty()) return nullptr;
+    if (text.front() != '/') return problem::kNoPointer;
+    const auto count = static_cast<size_t>(std::count(text.begin(), text.end(), '/'));
+
+    // One allocation: the names, then their text.
+    if (text.size() > SIZE_MAX / (2 * sizeof(std::string_view))) return problem::kNoMemory;
+    names_ = static_cast<std::string_view*>(malloc(count * sizeof(std::string_view) + text.size()));
+    if (names_ == nullptr) return problem::kNoMemory;
+
+    auto* out = reinterpret_cast<char*>(names_ + count);
+    while (!text.empty()) {
+        text.remove_prefix(1);
+        const size_t length = name_length(text);
+        char* end = unescape({text.data(), length}, out);
+        if (end == nullptr) return problem::kNoPointer;
+        new (names_ + size_++) std::string_view{out, static_cast<size_t>(end - out)};
+        out = end;
+        text.remove_prefix(length);
+    }
+    return nullptr;
+}
+
+bool Pointer::is_inside(const Pointer& other) const {
+    return size_ > other.size_ && std::equal(other.names_, other.names_ + other.size_, names_);
+}
+
+bool read_index(std::string_view name, size_t* index) {
+    if (name.empty() || (name.front() == '0' && name.size() > 1)) return false;
+    const char* end = name.data() + name.size();
+    const auto [stop, error] = std::from_chars(name.data(), end, *index);
+    return error == std::errc{} && stop == end;
+}
+
+json_t* child(json_t* container, std::string_view name) {
+    size_t index = 0;
+    if (json_is_object(container)) return json_object_getn(container, name.data(), name.size());
+    return read_index(name, &index) ? json_array_get(container, index) : nullptr;
+}
+
+}  // namespace kcnvrt::conf

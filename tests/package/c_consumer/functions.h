@@ -1,0 +1,7 @@
+#ifndef FUNCTIONS_H
+#define FUNCTIONS_H
+
+/* Calls every exported function; the number of them. */
+int call_every_function(void);
+
+#endif

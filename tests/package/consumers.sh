@@ -1,0 +1,55 @@
+#!/bin/sh
+# Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX
+# Installs a copy, moves it, and builds and runs two programs against it: one in C11 found through pkg-config, one in
+# C++ found through the CMake package. Both must print what the installed tool prints.
+set -eu
+
+build=$1
+scratch=$2
+cc=$3
+cxx=$4
+here=$(cd "$(dirname "$0")" && pwd)
+
+rm -rf "$scratch"
+mkdir -p "$scratch"
+cmake --install "$build" --prefix "$scratch/first" > "$scratch/install.log"
+mv "$scratch/first" "$scratch/moved"
+prefix=$scratch/moved
+
+fail() {
+    echo "$*"
+    exit 1
+}
+
+expect() { # WHAT EXPECTED GOT
+    [ "$2" = "$3" ] || fail "$1: expected $2, got $3"
+    echo "$1: $3"
+}
+
+pkgconfig=$(find "$prefix" -name k_cnvrt.pc)
+libraries=$(dirname "$(dirname "$pkgconfig")")
+PKG_CONFIG_PATH=$(dirname "$pkgconfig")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
+export PKG_CONFIG_PATH
+
+document='{"lang": "en", "wan_pvid": {"ppp0": 10}}'
+printf '%s' "$document" > "$scratch/old.json"
+loaded=$(ldd "$prefix/bin/kcnvrt" | sed -n 's/.*libk_support.* => \(.*\) (.*/\1/p')
+expect "the installed tool loads libk_support from" "$(readlink -f "$libraries")" "$(dirname "$(readlink -f "$loaded")")"
+"$prefix/bin/kcnvrt" to-new --compact "$scratch/old.json" > "$scratch/new.json"
+new=$(cat "$scratch/new.json")
+case $new in
+    *'"lang":"en"'*'"pvid":10'* | *'"pvid":10'*'"lang":"en"'*) ;;
+    *) fail "the installed tool prints $new" ;;
+esac
+
+"$here/declared_functions.sh" "$cc" "$prefix/include" $(pkg-config --cflags jansson) > "$scratch/declared"
+sed 's/\(.*\) \(.*\)/\1(\2)/' "$scratch/declared" > "$scratch/functions.inc"
+"$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror "-I$scratch" $(pkg-config --cflags k_cnvrt) "$here"/c_consumer/*.c \
+    -o "$scratch/c_consumer" $(pkg-config --libs k_cnvrt) "-Wl,-rpath,$libraries"
+expect "functions that the C program knows" "$(wc -l < "$scratch/declared")" "$("$scratch/c_consumer" functions)"
+expect "the C program converts" "$new" "$("$scratch/c_consumer" convert "$document")"
+
+cmake -S "$here/cpp_consumer" -B "$scratch/cpp" "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \
+    > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
+cmake --build "$scratch/cpp" > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
+expect "the C++ program converts" "$new" "$("$scratch/cpp/cpp_consumer" "$document")"

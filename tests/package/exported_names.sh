@@ -1,0 +1,41 @@
+#!/bin/sh
+# Usage: exported_names.sh SOURCE_FOLDER CC LIBK_SUPPORT LIBK_CNVRT
+# The list of names in abi/, the dynamic symbol table and the public headers name the same functions.
+set -eu
+
+source=$1
+cc=$2
+libk_support=$3
+libk_cnvrt=$4
+here=$(dirname "$0")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+failed=0
+
+differ() {
+    if ! diff "$1" "$2" > "$scratch/difference"; then
+        echo "$3:"
+        cat "$scratch/difference"
+        failed=1
+    fi
+}
+
+# A name defined as anything but a plain function carries its type, so that it equals no listed name.
+exported() {
+    LC_ALL=C nm -D --defined-only "$1" | sed 's/@.*//' |
+        awk '$2 == "T" { print $3; next } $2 != "A" { print $3 " of type " $2 }' | LC_ALL=C sort
+}
+
+check() { # NAME LIBRARY HEADER_FOLDER
+    grep '^[a-zA-Z]' "$source/abi/$1.symbols" | LC_ALL=C sort > "$scratch/listed"
+    exported "$2" > "$scratch/exported"
+    "$here/declared_functions.sh" "$cc" "$3" "-I$source/support/include" $(pkg-config --cflags jansson) |
+        cut -d ' ' -f 2 | LC_ALL=C sort > "$scratch/declared"
+    differ "$scratch/listed" "$scratch/exported" "$1: listed in abi/ (<) and exported by the library (>)"
+    differ "$scratch/listed" "$scratch/declared" "$1: listed in abi/ (<) and declared in the headers (>)"
+    echo "$1 exports $(wc -l < "$scratch/exported") functions"
+}
+
+check libk_support "$libk_support" "$source/support/include"
+check libk_cnvrt "$libk_cnvrt" "$source/include"
+exit $failed

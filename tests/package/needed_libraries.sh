@@ -1,0 +1,22 @@
+#!/bin/sh
+# Usage: needed_libraries.sh LIBK_SUPPORT LIBK_CNVRT
+# Each library loads Jansson, libc and what is ours, and nothing of the C++ run-time libraries.
+set -eu
+
+check() {
+    needed=$(LC_ALL=C readelf -d "$1" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort | tr '\n' ' ')
+    if [ "$needed" != "$2 " ]; then
+        echo "$1 needs $needed"
+        echo "instead of $2"
+        exit 1
+    fi
+    soname=$(LC_ALL=C readelf -d "$1" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p')
+    if [ "$soname" != "$3" ]; then
+        echo "$1 is called $soname instead of $3"
+        exit 1
+    fi
+    echo "$soname needs $needed"
+}
+
+check "$1" "libc.so.6 libjansson.so.4" libk_support.so.1
+check "$2" "libc.so.6 libjansson.so.4 libk_support.so.1" libk_cnvrt.so.1

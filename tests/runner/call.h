@@ -1,0 +1,28 @@
+// call.h: one call of a case, observed.
+#pragma once
+
+#include <jansson.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tree.h"
+
+// Everything a caller can observe of one call.
+struct Outcome {
+    int result = 0;
+    std::string output;                                         // as text, member by member in order
+    bool output_fits = true;                                    // it is the expected value
+    std::string difference;                                     // where it is not
+    std::vector<std::pair<std::string, std::string>> messages;  // function, text
+    std::string printed;                                        // on standard output
+    bool inputs_unchanged = true;
+    bool output_stands_alone = true;  // it is still the same after the caller has released the source
+    long leaked = 0;                  // blocks of Jansson's
+};
+
+enum class Record { kGiven, kNull };
+
+// Calls the function of a case that is written as it should be, on inputs of its own.
+Outcome run_call(const json_t* data, Record record);

@@ -1,0 +1,193 @@
+# Commands and options: what is converted, and wrong usage.
+load setup
+
+@test "to-new converts a file" {
+    write old.json '{"lang": "en"}'
+    kcnvrt 0 to-new old.json
+    contains "$output" '"lang": "en"'
+    contains "$output" '"Device"'
+    equal "$stderr" ""
+}
+
+@test "to-new converts standard input, with and without its name" {
+    write old.json '{"lang": "en"}'
+    kcnvrt 0 to-new old.json
+    local from_file=$output
+    kcnvrt 0 to-new < old.json
+    equal "$output" "$from_file"
+    kcnvrt 0 to-new - < old.json
+    equal "$output" "$from_file"
+}
+
+@test "to-new --base prints the difference" {
+    write old.json '{"lang": "en"}'
+    "$KCNVRT" to-new old.json -o base.json
+    kcnvrt 0 to-new old.json --base base.json
+    equal "$output" "[]"
+    kcnvrt 0 to-new old.json --base base.json --merge-patch
+    equal "$output" "{}"
+    write changed.json '{"lang": "fr"}'
+    kcnvrt 0 to-new --compact --base base.json changed.json
+    equal "$output" '[{"op":"replace","path":"/Device/DeviceInfo/lang","value":"fr"}]'
+    kcnvrt 0 to-new --compact --base base.json --merge-patch changed.json
+    equal "$output" '{"Device":{"DeviceInfo":{"lang":"fr"}}}'
+}
+
+@test "to-old converts a file and standard input" {
+    write new.json '{"Device": {"DeviceInfo": {"lang": "en"}}}'
+    kcnvrt 0 to-old new.json
+    contains "$output" '"lang": "en"'
+    local from_file=$output
+    kcnvrt 0 to-old < new.json
+    equal "$output" "$from_file"
+    equal "$stderr" ""
+}
+
+@test "section converts one section both ways" {
+    write old.json '{"wan2": 20, "wan1": 10}'
+    kcnvrt 0 section wan_pvid --to-new --compact old.json
+    equal "$output" '{"1":{"name":"wan1","pvid":10},"2":{"name":"wan2","pvid":20},"max_instance":2}'
+    write new.json "$output"
+    kcnvrt 0 section wan_pvid --to-old --compact < new.json
+    equal "$output" '{"wan1":10,"wan2":20}'
+    equal "$stderr" ""
+}
+
+@test "section --to-new --base prints the difference" {
+    write old.json '{"wan1": 11}'
+    write base.json '{"1": {"name": "wan1", "pvid": 10}, "max_instance": 1}'
+    kcnvrt 0 section wan_pvid --to-new --base base.json --compact old.json
+    equal "$output" '[{"op":"replace","path":"/1/pvid","value":11}]'
+    kcnvrt 0 section wan_pvid --to-new --base base.json --merge-patch --compact old.json
+    equal "$output" '{"1":{"pvid":11}}'
+}
+
+@test "section takes an array" {
+    write array.json '[]'
+    kcnvrt 0 section wan_pvid --to-new --compact array.json
+    equal "$output" '{"max_instance":0}'
+}
+
+@test "section reports an unknown name" {
+    write old.json '{}'
+    kcnvrt 1 section WAN_PVID --to-old old.json
+    contains "$stderr" "old.json: k_cnvrt_get_section_to_old: "
+    contains "$stderr" "WAN_PVID"
+    equal "$output" ""
+}
+
+@test "sections lists both tables" {
+    kcnvrt 0 sections
+    contains "$output" $'old\twan_pvid'
+    contains "$output" $'old\tdefault_ssid'
+    contains "$output" $'new\twan_pvid'
+    contains "$output" $'new\tDefault_ssid'
+    equal "$(grep -cvE '^(old|new)'$'\t''[A-Za-z0-9_]+$' <<< "$output")" 0
+    equal "$stderr" ""
+}
+
+@test "sections names what section takes" {
+    write empty.json '{}'
+    "$KCNVRT" sections > list
+    while IFS=$'\t' read -r layout name; do
+        "$KCNVRT" section "$name" "--to-$layout" empty.json > /dev/null 2> messages || true
+        if grep -q 'not found' messages; then cat messages; return 1; fi
+    done < list
+}
+
+@test "self-check is silent when the tables are sound" {
+    kcnvrt 0 self-check
+    equal "$output$stderr" ""
+}
+
+@test "self-check shows what it finds" {
+    talkative 1 self-check
+    equal "$output" ""
+    equal "$stderr" 'kcnvrt: k_cnvrt_check_valid_hashes: old_config_handler_table, name "vlan" is duplicate!'
+}
+
+@test "the result is readable, or compact, or indented as asked for" {
+    write old.json '{"wan1": 1}'
+    kcnvrt 0 section wan_pvid --to-new old.json
+    equal "${lines[1]}" '    "1": {'
+    equal "${lines[2]}" '        "name": "wan1",'
+    kcnvrt 0 section wan_pvid --to-new --indent 1 old.json
+    equal "${lines[2]}" '  "name": "wan1",'
+    kcnvrt 0 section wan_pvid --to-new --indent 0 old.json
+    equal "$output" '{"1": {"name": "wan1", "pvid": 1}, "max_instance": 1}'
+    kcnvrt 0 --compact section wan_pvid --to-new old.json
+    equal "$output" '{"1":{"name":"wan1","pvid":1},"max_instance":1}'
+}
+
+@test "the result ends with one line break" {
+    write old.json '{}'
+    equal "$("$KCNVRT" section wan_pvid --to-new --compact old.json | od -An -c | tr -d ' \n')" '{"max_instance":0}\n'
+}
+
+@test "numbers and texts pass unchanged" {
+    write old.json '{"wan": [9223372036854775807, -9223372036854775808, 1.5, 1e300, "é€😀\u0001\"\\/"]}'
+    kcnvrt 0 section wan_pvid --to-new --compact old.json
+    contains "$output" '"pvid":[9223372036854775807,-9223372036854775808,1.5,1.0000000000000001e300,"é€😀\u0001\"\\/"]'
+}
+
+@test "a file may be called like a command, and like an option after --" {
+    write sections '{"wan1": 1}'
+    kcnvrt 0 section wan_pvid --to-new sections
+    write -o '{"wan1": 1}'
+    kcnvrt 0 section wan_pvid --to-new -- -o
+}
+
+@test "--version names the tool and its version" {
+    kcnvrt 0 --version
+    [[ $output =~ ^kcnvrt\ [0-9]+\.[0-9]+\.[0-9]+$ ]]
+}
+
+@test "--help has an example on every command" {
+    kcnvrt 0 --help
+    contains "$output" "Example: kcnvrt"
+    local page=$output
+    for command in to-new to-old section sections diff apply self-check; do
+        contains "$page" "  $command "
+        kcnvrt 0 "$command" --help
+        contains "$output" "Example: kcnvrt $command"
+        equal "$stderr" ""
+    done
+}
+
+@test "wrong usage exits with 2 and one line that says what is wrong" {
+    write old.json '{}'
+    wrong() { # MESSAGE ARGUMENT...
+        local message=$1
+        shift
+        kcnvrt 2 "$@"
+        equal "$output" ""
+        equal "${#stderr_lines[@]}" 1
+        contains "$stderr" "kcnvrt: usage: "
+        contains "$stderr" "$message"
+    }
+    wrong "a command is required"
+    wrong "a command is required" --compact
+    wrong "convert" convert old.json
+    wrong "--unknown" to-new --unknown old.json
+    wrong "second.json" to-new old.json second.json
+    wrong "--base" to-new --merge-patch old.json
+    wrong "--base" to-old --base old.json old.json
+    wrong "--dsl-vlan" section wan_pvid --to-new --dsl-vlan old.json
+    wrong "NAME" section --to-new
+    wrong "--to-new" section wan_pvid old.json
+    wrong "--to-new" section wan_pvid --to-new --to-old old.json
+    wrong "--base" section wan_pvid --to-old --base old.json old.json
+    wrong "OTHER" diff old.json
+    wrong "DIFFERENCE" apply old.json
+    wrong "--errors" to-new --errors xml old.json
+    wrong "--indent" to-new --indent -1 old.json
+    wrong "--indent" to-new --indent 32 old.json
+    wrong "--indent" to-new --indent two old.json
+    wrong "--compact" to-new --indent 2 --compact old.json
+    wrong "--compact" --indent 2 to-new --compact old.json
+    wrong "--output" to-new -o a -o b old.json
+    wrong "standard input" diff - -
+    wrong "standard input" apply - -
+    wrong "standard input" to-new --base -
+    wrong "standard input" section wan_pvid --to-new --base - -
+}

@@ -1,0 +1,65 @@
+# diff and apply.
+load setup
+
+@test "diff prints a JSON Patch, or a Merge Patch, and apply undoes it" {
+    write base.json '{"a": 1, "b": {"c": [1, 2]}}'
+    write other.json '{"a": 2, "b": {"c": [1, 2]}}'
+    kcnvrt 0 diff base.json other.json --compact
+    equal "$output" '[{"op":"replace","path":"/a","value":2}]'
+    write patch.json "$output"
+    kcnvrt 0 apply base.json patch.json --compact
+    equal "$output" '{"a":2,"b":{"c":[1,2]}}'
+    kcnvrt 0 diff base.json other.json --merge-patch --compact
+    equal "$output" '{"a":2}'
+    kcnvrt 0 apply --compact base.json - <<< "$output"
+    equal "$output" '{"a":2,"b":{"c":[1,2]}}'
+}
+
+@test "equal documents differ by nothing" {
+    write base.json '{"a": 1}'
+    kcnvrt 0 diff base.json base.json
+    equal "$output" "[]"
+    kcnvrt 0 diff --merge-patch base.json - < base.json
+    equal "$output" "{}"
+}
+
+@test "any JSON value can be compared and changed" {
+    write one.json '"text"'
+    write two.json 'null'
+    kcnvrt 0 diff one.json two.json --compact
+    equal "$output" '[{"op":"replace","path":"","value":null}]'
+    write patch.json "$output"
+    kcnvrt 0 apply one.json patch.json
+    equal "$output" "null"
+}
+
+@test "a NUL inside a text is carried" {
+    write one.json '{"a": "x\u0000y"}'
+    write two.json '{"a": "x\u0000z"}'
+    kcnvrt 0 diff one.json two.json --compact
+    equal "$output" '[{"op":"replace","path":"/a","value":"x\u0000z"}]'
+}
+
+@test "a difference that does not fit is rejected, under its own name" {
+    write base.json '{"a": 1}'
+    write patch.json '[{"op": "remove", "path": "/b"}]'
+    kcnvrt 1 apply base.json patch.json
+    equal "$output" ""
+    contains "$stderr" "patch.json: k_conf_apply: "
+    contains "$stderr" "/b"
+}
+
+@test "a value that is no difference is rejected" {
+    write base.json '{"a": 1}'
+    write patch.json '1'
+    kcnvrt 1 apply base.json patch.json
+    contains "$stderr" "patch.json: k_conf_apply: "
+}
+
+@test "each file that cannot be read is named" {
+    write base.json '{"a": 1}'
+    kcnvrt 3 diff missing.json base.json
+    equal "$stderr" "missing.json: read: No such file or directory"
+    kcnvrt 3 apply base.json missing.json
+    equal "$stderr" "missing.json: read: No such file or directory"
+}

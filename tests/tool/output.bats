@@ -1,0 +1,198 @@
+# Standard output, and files that are replaced whole or not at all.
+load setup
+
+document() { write old.json '{"wan1": 10}'; }
+convert() { kcnvrt "$1" section wan_pvid --to-new --compact "${@:2}"; }
+result='{"1":{"name":"wan1","pvid":10},"max_instance":1}'
+
+# No passing file is left behind.
+only_files() { equal "$(ls -A | tr '\n' ' ')" "$* "; }
+
+@test "-o writes the result and prints nothing" {
+    document
+    convert 0 old.json -o new.json
+    equal "$output$stderr" ""
+    equal "$(cat new.json)" "$result"
+    convert 0 old.json --output other.json
+    equal "$(cat other.json)" "$result"
+    only_files new.json old.json other.json
+}
+
+@test "-o takes the results of every command that has one" {
+    document
+    "$KCNVRT" sections -o list
+    "$KCNVRT" sections > printed
+    cmp list printed
+    "$KCNVRT" diff old.json old.json -o difference
+    equal "$(cat difference)" "[]"
+    "$KCNVRT" apply old.json difference --compact -o applied
+    equal "$(cat applied)" '{"wan1":10}'
+    "$KCNVRT" -o before to-new old.json
+    "$KCNVRT" to-new old.json > printed
+    cmp before printed
+    convert 0 old.json -o -
+    equal "$output" "$result"
+}
+
+@test "a reader of the old file goes on reading the old file" {
+    document
+    write new.json old
+    exec 5< new.json
+    convert 0 old.json -o new.json
+    equal "$(cat <&5)" "old"
+    exec 5<&-
+    equal "$(cat new.json)" "$result"
+}
+
+@test "a file can be replaced by its own conversion" {
+    document
+    convert 0 old.json -o old.json
+    equal "$(cat old.json)" "$result"
+}
+
+@test "an existing file keeps its permissions, a new one gets the usual" {
+    document
+    write new.json old
+    chmod 640 new.json
+    convert 0 old.json -o new.json
+    equal "$(stat -c %a new.json)" 640
+    umask 027
+    convert 0 old.json -o fresh.json
+    equal "$(stat -c %a fresh.json)" 640
+    umask 022
+    convert 0 old.json -o other.json
+    equal "$(stat -c %a other.json)" 644
+}
+
+@test "symbolic links are kept, and what they lead to is replaced" {
+    document
+    mkdir folder
+    write folder/new.json old
+    ln -s new.json folder/second
+    ln -s folder/second first
+    convert 0 old.json -o first
+    equal "$(readlink first)" folder/second
+    equal "$(readlink folder/second)" new.json
+    equal "$(cat folder/new.json)" "$result"
+    ln -s "$PWD/folder/fresh.json" dangling
+    convert 0 old.json -o dangling
+    [ -L dangling ]
+    equal "$(cat folder/fresh.json)" "$result"
+}
+
+@test "a link that leads to itself cannot be written" {
+    document
+    ln -s round round
+    convert 3 old.json -o round
+    equal "$stderr" "round: write: Too many levels of symbolic links"
+    only_files old.json round
+}
+
+@test "a run that fails leaves the old file alone" {
+    write new.json old
+    write object.json '{}'
+    convert 3 missing.json -o new.json
+    kcnvrt 1 section nosuch --to-new object.json -o new.json
+    kcnvrt 2 section wan_pvid object.json -o new.json
+    equal "$(cat new.json)" old
+    only_files new.json object.json
+}
+
+@test "a write that fails half-way leaves the old file alone" {
+    write_large old.json
+    write new.json old
+    write base.json '{}'
+    (ulimit -f 64 && "$KCNVRT" diff base.json old.json -o new.json 2> messages) && return 1
+    equal "$(cat messages)" "new.json: write: File too large"
+    equal "$(cat new.json)" old
+    only_files base.json messages new.json old.json
+}
+
+@test "a folder that takes no file is reported" {
+    document
+    convert 3 old.json -o nowhere/new.json
+    equal "$stderr" "nowhere/new.json: write: No such file or directory"
+    convert 3 old.json -o /proc/new.json
+    contains "$stderr" "/proc/new.json: write: "
+    convert 3 old.json -o .
+    equal "$stderr" ".: write: Is a directory"
+    convert 3 old.json -o old.json/new.json
+    equal "$stderr" "old.json/new.json: write: Not a directory"
+    equal "$output" ""
+}
+
+@test "a folder without permission to write leaves its file alone" {
+    [ "$(id -u)" != 0 ] || skip "root may write everywhere"
+    document
+    mkdir folder
+    write folder/new.json old
+    chmod 555 folder
+    convert 3 old.json -o folder/new.json
+    equal "$stderr" "folder/new.json: write: Permission denied"
+    equal "$(cat folder/new.json)" old
+    chmod 755 folder
+}
+
+# Only such devices as a tool that is broken, and run by root, cannot replace.
+@test "devices and pipes are written directly" {
+    document
+    ln -s /proc/self/fd/1 printed
+    "$KCNVRT" section wan_pvid --to-new --compact old.json -o printed | cat > received
+    equal "$(cat received)" "$result"
+    [ -L printed ]
+    mkfifo pipe
+    cat pipe > received &
+    convert 0 old.json -o pipe
+    wait
+    equal "$(cat received)" "$result"
+    [ -p pipe ]
+}
+
+@test "a file that standard output goes to is standard output" {
+    document
+    ln -s /proc/self/fd/1 printed
+    exec 5> received 6< received
+    rm received
+    "$KCNVRT" section wan_pvid --to-new --compact old.json -o printed >&5
+    equal "$(cat <&6)" "$result"
+    exec 5>&- 6<&-
+    only_files old.json printed
+}
+
+@test "a full device is reported" {
+    document
+    status=0
+    "$KCNVRT" section wan_pvid --to-new old.json > /dev/full 2> messages || status=$?
+    equal "$status" 3
+    equal "$(cat messages)" "-: write: No space left on device"
+    status=0
+    "$KCNVRT" --help > /dev/full 2> messages || status=$?
+    equal "$status" 3
+}
+
+@test "standard output that is closed is reported, and nothing else is written in its stead" {
+    document
+    status=0
+    "$KCNVRT" section wan_pvid --to-new old.json >&- 2> messages || status=$?
+    equal "$status" 3
+    equal "$(cat messages)" "-: write: Bad file descriptor"
+    "$TALKATIVE_KCNVRT" to-new --compact old.json -o new.json >&- 2>&-
+    equal "$(cat new.json)" '{"wan1":10}'
+    "$TALKATIVE_KCNVRT" to-new --compact old.json -o new.json <&- >&- 2>&-
+    equal "$(cat new.json)" '{"wan1":10}'
+}
+
+@test "a closed pipe ends the run quietly" {
+    write_large old.json
+    write base.json '{}'
+    {
+        "$KCNVRT" diff base.json old.json 2> messages
+        echo $? > status
+    } | head -c 1 > first
+    equal "$(cat first)" "["
+    equal "$(cat messages)" ""
+    equal "$(cat status)" 0
+    { sleep 0.2; "$KCNVRT" --help 2>> messages; echo $? > status; } | true
+    equal "$(cat messages)" ""
+    equal "$(cat status)" 0
+}

@@ -1,0 +1,34 @@
+// What the user asked for.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "failure.h"
+#include "input.h"
+#include "messages.h"
+
+namespace kcnvrt {
+
+// Each command reads those that it takes.
+struct Options {
+    std::string section;
+    std::string file = kStandardStream;
+    std::optional<std::string> base;
+    std::string from;   // of diff and apply
+    std::string other;  // where diff arrives, what apply applies
+    bool to_new = false;
+    bool to_old = false;
+    bool dsl_vlan = false;
+    bool merge_patch = false;
+
+    std::string output = kStandardStream;
+    bool compact = false;
+    std::optional<int> indent;
+    ErrorFormat errors = ErrorFormat::kText;
+};
+
+// Carries out the command line.
+ExitStatus run_command_line(int argc, char** argv);
+
+}  // namespace kcnvrt

@@ -1,0 +1,16 @@
+// One function for each command. A Failure or ClosedPipe is the caller's to catch.
+#pragma once
+
+#include "command_line.h"
+
+namespace kcnvrt {
+
+ExitStatus to_new(const Options& options);
+ExitStatus to_old(const Options& options);
+ExitStatus section(const Options& options);
+ExitStatus sections(const Options& options);
+ExitStatus diff(const Options& options);
+ExitStatus apply(const Options& options);
+ExitStatus self_check(const Options& options);
+
+}  // namespace kcnvrt

@@ -1,0 +1,28 @@
+// kcnvrt: converts a gateway's configuration between its two JSON layouts.
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "command_line.h"
+
+namespace {
+
+// A standard stream that came closed would lend its number to the next file opened, which others then write into.
+// What takes its place fails every read and write, as the closed one would.
+void occupy_standard_descriptors() {
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    occupy_standard_descriptors();
+    // Writing then fails with an error that is handled like any other.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    return kcnvrt::run_command_line(argc, argv);
+}

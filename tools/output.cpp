@@ -1,0 +1,158 @@
+#include "output.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "failure.h"
+#include "input.h"
+
+namespace kcnvrt {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr int kMostLinks = 40;
+constexpr mode_t kPermissions = 0777;
+constexpr mode_t kNewFile = 0666;
+
+bool write_all(int descriptor, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = write(descriptor, text.data(), text.size());
+        if (written < 0 && errno != EINTR) return false;
+        if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+// With its slash; empty for a plain name.
+std::string folder_of(const std::string& path) {
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+// The file that a chain of symbolic links leads to, whether it exists or not: the links are kept.
+std::string follow_links(std::string path) {
+    std::array<char, PATH_MAX> target;
+    for (int links = 0; links < kMostLinks; ++links) {
+        const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+        if (length < 0) break;
+        const std::string_view text(target.data(), static_cast<std::size_t>(length));
+        path = text.starts_with('/') ? std::string(text) : folder_of(path) + std::string(text);
+    }
+    return path;
+}
+
+mode_t permissions_of_a_new_file() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return kNewFile & ~mask;
+}
+
+// The new file gets the permissions of the one it replaces, and its owner where the system lets it.
+void settle_permissions(int descriptor, const std::string& path) {
+    struct stat old;
+    const bool exists = stat(path.c_str(), &old) == 0;
+    [[maybe_unused]] const int owned = exists ? fchown(descriptor, old.st_uid, old.st_gid) : 0;
+    fchmod(descriptor, exists ? old.st_mode & kPermissions : permissions_of_a_new_file());
+}
+
+// By its name, or by the way of /dev/stdout, which may lead to a file that has no name any more.
+bool is_standard_output(const std::string& file) {
+    struct stat named;
+    struct stat standard;
+    if (file == kStandardStream) return true;
+    return stat(file.c_str(), &named) == 0 && fstat(STDOUT_FILENO, &standard) == 0 && named.st_dev == standard.st_dev &&
+           named.st_ino == standard.st_ino;
+}
+
+// What is neither, a device or a pipe, cannot be replaced.
+bool is_regular_or_missing(const std::string& file) {
+    struct stat status;
+    return stat(file.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
+}
+
+int append_to_output(const char* text, std::size_t size, void* output) {
+    return static_cast<Output*>(output)->put({text, size}) ? 0 : -1;
+}
+
+}  // namespace
+
+Output::Output(const std::string& file) : name_(file) {
+    buffer_.reserve(kBufferSize);
+    if (is_standard_output(file)) {
+        descriptor_ = STDOUT_FILENO;
+    } else if (is_regular_or_missing(file)) {
+        open_beside(follow_links(file));
+    } else {
+        descriptor_ = open(file.c_str(), O_WRONLY | O_CLOEXEC);
+    }
+    if (descriptor_ < 0) fail(errno);
+}
+
+Output::~Output() {
+    close_file();
+    if (!passing_path_.empty()) unlink(passing_path_.c_str());
+}
+
+void Output::open_beside(const std::string& path) {
+    std::string passing_path = folder_of(path) + ".kcnvrt-XXXXXX";
+    descriptor_ = mkostemp(passing_path.data(), O_CLOEXEC);
+    if (descriptor_ < 0) return;
+    path_ = path;
+    passing_path_ = passing_path;
+    settle_permissions(descriptor_, path);
+}
+
+bool Output::put(std::string_view text) {
+    buffer_.append(text);
+    return error_ == 0 && (buffer_.size() < kBufferSize || flush());
+}
+
+bool Output::flush() {
+    if (error_ == 0 && !write_all(descriptor_, buffer_)) error_ = errno;
+    buffer_.clear();
+    return error_ == 0;
+}
+
+void Output::finish() {
+    flush();
+    close_file();
+    if (error_ != 0) fail(error_);
+    if (path_.empty()) return;
+    if (std::rename(passing_path_.c_str(), path_.c_str()) != 0) fail(errno);
+    passing_path_.clear();
+}
+
+// Standard output stays open: it is not this object's.
+void Output::close_file() {
+    if (descriptor_ > STDERR_FILENO && close(descriptor_) != 0 && error_ == 0) error_ = errno;
+    descriptor_ = -1;
+}
+
+void Output::fail(int error) const {
+    if (error == EPIPE) throw ClosedPipe{};
+    throw Failure{kUnusableFile, name_, "write", std::strerror(error)};
+}
+
+void write_json(const std::string& file, const json_t* value, std::size_t flags) {
+    Output output(file);
+    const bool complete = json_dump_callback(value, append_to_output, &output, flags | JSON_ENCODE_ANY) == 0;
+    const bool written = output.put("\n");
+    if (written && !complete) throw Failure{kUnusableFile, file, "write", "the result cannot be written as JSON"};
+    output.finish();
+}
+
+void write_text(const std::string& file, std::string_view text) {
+    Output output(file);
+    output.put(text);
+    output.finish();
+}
+
+}  // namespace kcnvrt
