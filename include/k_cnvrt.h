@@ -30,6 +30,7 @@
 
 #include "k_cnvrt/device.h"
 #include "k_cnvrt/fields.h"
+#include "k_cnvrt/ifaces.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -43,6 +43,7 @@ struct Source {
 // clang-format off
 constinit const Step kToOld[] = {
     // source                            in the old root   handler                              array  when
+    {In::kRoot,   "",                  "-",              k_cnvrt_get_ifaces_from_new},
     {In::kDevice, "Routing",           "-",              k_cnvrt_get_routing_from_new},
     {In::kDevice, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_new},
     {In::kDevice, "RemoteAccess",      "httpaccess",     k_cnvrt_get_remote_from_new,         true},
@@ -64,6 +65,7 @@ constinit const Step kToOld[] = {
 
 constinit const Step kToNew[] = {
     // source                          in "Device"       handler                              array  when
+    {In::kRoot, "",                  "-",              k_cnvrt_get_ifaces_from_old},
     {In::kRoot, "",                  "Routing",        k_cnvrt_get_routing_from_old},
     {In::kRoot, "httpaccess",        "RemoteAccess",   k_cnvrt_get_remote_from_old},
     {In::kRoot, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_old},

@@ -5,7 +5,9 @@ namespace kcnvrt {
 
 // clang-format off
 constinit const OldSection old_config_handler_table[] = {
+    section("ifaces",          k_cnvrt_get_sections_ifaces_from_new, Container::kObject),
     section("netfilter",       json_section_copy,                    Container::kObject),
+    section("phys_ifaces",     k_cnvrt_parse_new_phys,               Container::kObject),
     section("httpaccess",      k_cnvrt_get_remote_from_new,          Container::kArray),
     section("wan_pvid",        k_cnvrt_get_wan_pvid_from_new,        Container::kObject),
     section("route",           k_cnvrt_get_route_from_new,           Container::kArray),
@@ -35,7 +37,9 @@ constinit const OldSection old_config_handler_table[] = {
 };
 
 constinit const NewSection new_config_handler_table[] = {
+    section("Ifaces",         k_cnvrt_get_sections_ifaces_from_old),
     section("NetFilter",      json_section_copy),
+    section("phys_ifaces",    k_cnvrt_parse_old_phys_ifaces),
     section("RemoteAccess",   k_cnvrt_get_remote_from_old),
     section("wan_pvid",       k_cnvrt_get_wan_pvid_from_old),
     section("Static",         k_cnvrt_get_route_from_old),

@@ -1,0 +1,75 @@
+/*
+ * ifaces.h: interfaces, physical and logical. Part of k_cnvrt.h, whose conventions hold; every function is a section
+ * handler (k_cnvrt_handler_t).
+ *
+ * In the old layout an interface is a member of "ifaces" under its name and says its "type"; its "services", the
+ * connections over it, are members under their names likewise. In the new layout there is a numbered list for each type
+ * of interface and of service, and an entry carries its name as "ifname_l2", "ifname_l3" or, for a tunnel, "ifname_tun".
+ */
+#ifndef K_CNVRT_IFACES_H
+#define K_CNVRT_IFACES_H
+
+#include <jansson.h>
+
+#include "k_err.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#pragma GCC visibility push(default)
+
+/*
+ * The whole interface block: the interfaces, "phys_ifaces", "ppp_inf", "lan", "max_table_id", "pppoe_pass_through" and
+ * "usbmodem_autoconnect", which are members of the old root and of the new "Ifaces".
+ *
+ * From old: `source` is the old root, `destination` "Device", which gets "Ifaces" in every case.
+ * From new: `source` is the new root, `destination` the old root. Without "Device"."Ifaces" nothing is written;
+ * with it, "ifaces" is written in every case.
+ *
+ * The result is the number of failed fields: "max_table_id" (under these functions' names), on the way back a name list
+ * with a number above K_CNVRT_MAX_INSTANCE, and those of the interfaces. "phys_ifaces" never counts.
+ */
+int k_cnvrt_get_ifaces_from_old(json_t *source, json_t *destination, k_err_t *err);
+int k_cnvrt_get_ifaces_from_new(json_t *source, json_t *destination, k_err_t *err);
+
+/*
+ * The interfaces alone: `source` is the old "ifaces" or the new "Ifaces", and `destination` the other of the two.
+ *
+ * From old: an interface without a "type", or of another than "bridge", "ethernet", "3g", "lte", "atm" and "auto", is
+ * skipped without a message. Entries are numbered for each type, from 1, in ascending byte order of the names; a type
+ * without interfaces has no list.
+ * From new: a list whose "max_instance" is not an integer of at least 1 is skipped. Entries without a name are not
+ * stored, though their problems are reported and counted; of two with the same name the later one stays. The numbers
+ * are dropped.
+ *
+ * The result is the number of failed fields. Messages carry the name of the type's converter, "parse_ethernet",
+ * "parse_new_ethernet", "parse_service_ppp", "parse_tunnels", ..., and are those of the field helpers (fields.h), or:
+ *   Error parsing port number! Port name is NAME     a single port of an interface that is neither "Port" nor a radio
+ *                                                    with a number; the interface is left without "port"
+ *   Instance number N is above 65535                 a list of names or reserved hosts, which is written empty
+ */
+int k_cnvrt_get_sections_ifaces_from_old(json_t *source, json_t *destination, k_err_t *err);
+int k_cnvrt_get_sections_ifaces_from_new(json_t *source, json_t *destination, k_err_t *err);
+
+/*
+ * The physical interfaces, "phys_ifaces" in both layouts: the radios ("wifi", old "wifi_2G") and the names of the LAN
+ * and WAN ports ("lans", "wans").
+ *
+ * A device with two radios has the 5 GHz one in the old "wifi" and the 2.4 GHz one in "wifi_2G"; in the new list the
+ * 2.4 GHz radio is "1" and the 5 GHz radio "2", each with its "MHz" (2400 or 5000), which is not read. From new, the
+ * list's "max_instance" says how many radios there are; none is written when it is neither 1 nor 2.
+ *
+ * 1 when the section is absent (a null source), and nothing is written; 0 otherwise. From new, a list of ports with a
+ * number above K_CNVRT_MAX_INSTANCE is reported as "Instance number N is above 65535" and written empty.
+ */
+int k_cnvrt_parse_old_phys_ifaces(json_t *source, json_t *destination, k_err_t *err);
+int k_cnvrt_parse_new_phys(json_t *source, json_t *destination, k_err_t *err);
+
+#pragma GCC visibility pop
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
