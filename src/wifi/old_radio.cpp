@@ -1,0 +1,61 @@
+#include "wifi/old_radio.h"
+
+#include <cstring>
+
+namespace kcnvrt {
+
+namespace {
+
+char* add(char* end, std::string_view text) {
+    std::memcpy(end, text.data(), text.size());
+    return end + text.size();
+}
+
+char* add_numbered(char* end, std::string_view form, int64_t number) {
+    const size_t at = form.find("%d");
+    if (at == form.npos) return add(end, form);
+    end = add(end, {form.data(), at});
+    end = add(end, Decimal{number}.view());
+    form.remove_prefix(at + 2);
+    return add(end, form);
+}
+
+}  // namespace
+
+OldName::OldName(Key form, bool is_prefixed, int64_t number) : text_{form.text()}, length_{form.length()} {
+    if (!is_prefixed && number == 0) return;
+    char* end = buffer_;
+    if (is_prefixed) end = add(end, "5G_");
+    end = add_numbered(end, form.view(), number);
+    *end = '\0';
+    text_ = buffer_;
+    length_ = static_cast<size_t>(end - buffer_);
+}
+
+int to_new(PlacedFields table, const OldRadio& old, json_t* new_object, const Report& report) {
+    int failures = 0;
+    const Place* place = table.places;
+    for (const Field field : table.fields) {
+        if (field.to_new != nullptr)
+            failures += field.to_new(new_object, field.new_name, old.read(*place, field.old_name), report);
+        ++place;
+    }
+    return failures;
+}
+
+int to_old(PlacedFields table, json_t* new_object, const OldRadio& old, const Report& report) {
+    // What stands once for each radio is the section's own to report, also where an SSID brought it.
+    const Report of_section = report.under("k_cnvrt_get_wifi_from_new");
+    int failures = 0;
+    const Place* place = table.places;
+    for (const Field field : table.fields) {
+        if (field.to_old != nullptr)
+            failures += field.to_old(old.container(*place), old.name_to_write(*place, field.old_name),
+                                     get(new_object, field.new_name),
+                                     OldRadio::is_written_per_radio(*place) ? of_section : report);
+        ++place;
+    }
+    return failures;
+}
+
+}  // namespace kcnvrt

@@ -1,0 +1,100 @@
+#include "wifi/roaming_band.h"
+
+#include "frame/list.h"
+#include "frame/report.h"
+#include "k_tr.h"
+
+namespace kcnvrt {
+
+namespace {
+
+// A band: its name in the new layout and its fields in the old one.
+struct Band {
+    Key name;
+    Key quality_limit;
+    Key quality_width;
+    Key max_timeout;
+};
+
+constexpr Band k24GHz = {"2.4GHz", "quality_limit", "quality_width", "max_timeout"};
+constexpr Band k5GHz = {"5GHz", "quality_limit_5g", "quality_width_5g", "max_timeout_5g"};
+
+struct Thresholds {
+    int quality_limit = 0;
+    int quality_width = 0;
+    int max_timeout = 0;
+};
+
+bool has_none(json_t* old_roaming, const Band& band) {
+    return !has(old_roaming, band.quality_limit) && !has(old_roaming, band.quality_width) &&
+           !has(old_roaming, band.max_timeout);
+}
+
+bool read_old(json_t* old_roaming, const Band& band, Thresholds& thresholds) {
+    return json_unpack(old_roaming, "{s: i, s: i, s: i}",                     //
+                       band.quality_limit.text(), &thresholds.quality_limit,  //
+                       band.quality_width.text(), &thresholds.quality_width,  //
+                       band.max_timeout.text(), &thresholds.max_timeout) == 0;
+}
+
+int check(bool fits, Key key, const Report& report) {
+    // The quotes are stray, and have always been.
+    return fits ? 0 : report.fail("Field '%s'|' range error", key.text());
+}
+
+int check_ranges(const Band& band, const Thresholds& thresholds, const Report& report) {
+    const auto [limit, width, timeout] = thresholds;
+    int failures = check(timeout >= 0, band.max_timeout, report);
+    failures += check(limit >= 0 && limit <= 100, band.quality_limit, report);
+    failures += check(width >= -50 && width <= 50, band.quality_width, report);
+    return failures;
+}
+
+// A band with a failure is set all the same.
+int band_to_new(json_t* old_roaming, Key number, const Band& band, json_t* bands, const Report& report) {
+    Thresholds thresholds;
+    int failures = 0;
+    if (!read_old(old_roaming, band, thresholds))
+        failures += report.fail("Invalid field '%s'|'%s'|'%s', is not integer value", band.quality_limit.text(),
+                                band.quality_width.text(), band.max_timeout.text());
+    failures += check_ranges(band, thresholds, report);
+    set(bands, number,
+        Json{json_pack("{s: s, s: i, s: i, s: i}",                //
+                       "Band", band.name.text(),                  //
+                       "MaximumTimeout", thresholds.max_timeout,  //
+                       "QualityLimit", thresholds.quality_limit,  //
+                       "QualityWidth", thresholds.quality_width)});
+    return failures;
+}
+
+// A band that cannot be read whole is written with what was read.
+void band_to_old(json_t* settings, json_t* old_roaming) {
+    const char* name = nullptr;
+    Thresholds thresholds;
+    json_unpack(settings, "{s: s, s: i, s: i, s: i}",       //
+                "Band", &name,                              //
+                "MaximumTimeout", &thresholds.max_timeout,  //
+                "QualityLimit", &thresholds.quality_limit,  //
+                "QualityWidth", &thresholds.quality_width);
+    const Band& band = name != nullptr && name == k5GHz.name.view() ? k5GHz : k24GHz;
+    set(old_roaming, band.max_timeout, integer(thresholds.max_timeout));
+    set(old_roaming, band.quality_limit, integer(thresholds.quality_limit));
+    set(old_roaming, band.quality_width, integer(thresholds.quality_width));
+}
+
+}  // namespace
+
+int bands_to_new(json_t* old_roaming, json_t* bands, k_err_t* err) {
+    const Report report{"parseRoamingBand", err};
+    int failures = band_to_new(old_roaming, "1", k24GHz, bands, report);
+    if (!has_none(old_roaming, k5GHz)) failures += band_to_new(old_roaming, "2", k5GHz, bands, report);
+    set_max_instance(bands, static_cast<uint32_t>(size_of(bands)));
+    return failures;
+}
+
+void bands_to_old(json_t* bands, json_t* old_roaming) {
+    for (const Member band : members(bands))
+        if (k_tr_str_is_instance(band.name.text())) band_to_old(band.value, old_roaming);
+}
+
+}  // namespace kcnvrt

@@ -1,0 +1,54 @@
+// "Wsc" of a radio: Wi-Fi protected setup.
+#include "wifi/blocks.h"
+
+namespace kcnvrt {
+
+namespace {
+
+// Whether it is on: "7" or "0" against a boolean.
+
+int enable_to_new(json_t* wps, Key key, json_t* value, const Report& report) {
+    if (value == nullptr) return 0;
+    if (!json_is_string(value)) return report.fail("Invalid field \"WscConfMode\", it isn't string.");
+    const bool is_enabled = is_text(value, "7");
+    if (!is_enabled && !is_text(value, "0")) return report.fail("Invalid field \"WscConfMode\", it invalid string.");
+    set(wps, key, boolean(is_enabled));
+    return 0;
+}
+
+int enable_to_old(json_t* wifi, Key key, json_t* value, const Report& report) {
+    if (value == nullptr) return 0;
+    if (!json_is_boolean(value)) return report.fail("Invalid field \"WscEnable\", is not boolean");
+    set(wifi, key, json_is_true(value) ? string("7") : string("0"));
+    return 0;
+}
+
+// The PIN goes to both old names. On the way back the device's PIN is only taken when it is empty, and the default one
+// otherwise: the table carries the default, and an empty PIN takes its place.
+int empty_pin_to_new(json_t* wps, Key key, json_t* value, const Report&) {
+    if (is_text(value, "")) carry(wps, key, value);
+    return 0;
+}
+
+// clang-format off
+constexpr auto kWps = placed_fields(
+    of_radio   (field<enable_to_new, enable_to_old>("WscConfMode", "Enable")),
+    read_shared(carried("WscConfigured", "Configured")),
+    read_shared(carried("WscDefaultPin", "DevPin")),
+    read_shared(field<empty_pin_to_new, ways::carry>("WscDevPin", "DevPin")));
+// clang-format on
+
+}  // namespace
+
+int wps_to_new(const OldRadio& old, json_t* radio, const Report& report) {
+    Json wps = object();
+    const int failures = to_new(kWps, old, wps.get(), report);
+    set(radio, "Wsc", std::move(wps));
+    return failures;
+}
+
+int wps_to_old(json_t* wps, const OldRadio& old, const Report& report) {
+    return to_old(kWps, wps, old, report);
+}
+
+}  // namespace kcnvrt
