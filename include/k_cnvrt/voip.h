@@ -1,0 +1,57 @@
+/*
+ * voip.h: the voice service. Part of k_cnvrt.h, whose conventions hold.
+ *
+ * Both layouts hold "VoiceService": numbered services with "Capabilities" and "VoiceProfile", profiles with "Line",
+ * each with its "max_instance". They differ in this, and in nothing else of what is listed in either:
+ *
+ *                                                  old layout               new layout
+ *   "Capabilities"."SIP"."Extensions"/"Transports" "UDP,TLS"                {"1": "UDP", "2": "TLS", "max_instance": 2}
+ *   a line's "SIP"."AuthPassword" and
+ *   "CallingFeatures"."X_KAVRO_CallOffHookPassword" plain text              base64
+ *   the counters of a profile's "Tone"             as found; on the way     left out
+ *                                                  back only those of
+ *                                                  "Event" and "Description"
+ *   a profile's "Enable"                           may be ""                "" became "Enabled"
+ *   a service's "VoiceProfileNumberOfEntries"      counted                  left out
+ *
+ * Unknown members of services, profiles, lines and of a line's "SIP" are left out; everything else is carried.
+ */
+#ifndef K_CNVRT_VOIP_H
+#define K_CNVRT_VOIP_H
+
+#include <jansson.h>
+
+#include "k_err.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#pragma GCC visibility push(default)
+
+/*
+ * "Voip" (towards new) or "voip" (towards old): a section handler (k_cnvrt_handler_t). A null source returns 0 and
+ * writes nothing; any other writes "VoiceService", also when it has no services. Services keep their numbers,
+ * whatever is missing between them; profiles and lines keep their names.
+ *
+ * Towards the new layout a profile or a line is a member that is an object. Towards the old one every member of "Line"
+ * is a line, without settings where it is no object. "VoiceProfileNumberOfEntries" and the counters of a tone are the
+ * number of members less one, as getNumberOfEntries counts.
+ *
+ * Messages, each one failure:
+ *   convert_line              those of json_string_set_password (towards new) and json_string_set_password_old; the
+ *                             off-hook password then stays as it was, a line's "AuthPassword" is left out
+ *   convert_voice_profile     those of json_string_set_def for "Enable" (towards new)
+ *   multiinstanse_to_string   Error field "KEY", is not object: "Extensions" or "Transports" (towards old), which then
+ *                             stays as it was
+ */
+int k_cnvrt_get_voip_from_old(json_t *source, json_t *destination, k_err_t *err);
+int k_cnvrt_get_voip_from_new(json_t *source, json_t *destination, k_err_t *err);
+
+#pragma GCC visibility pop
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

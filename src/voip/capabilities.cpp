@@ -1,0 +1,75 @@
+// What a voice service can do: the same in both layouts but for the two lists of names in "SIP", one text with commas
+// in the old layout and a numbered list in the new.
+#include <algorithm>
+
+#include "frame/list.h"
+#include "k_str.h"
+#include "voip/voice.h"
+
+namespace kcnvrt::ways {
+
+namespace {
+
+struct FreeText {
+    void operator()(k_string_t* text) const { string_free(text); }
+};
+using GrowingText = std::unique_ptr<k_string_t, FreeText>;
+
+// "a,,b," is two names: nothing between two commas is no name.
+int string_to_multiinstance(json_t* sip, Key key, json_t* value, const Report&) {
+    if (!json_is_string(value)) return 0;
+    ListBuilder names;
+    std::string_view rest = view_of(value);
+    while (!rest.empty()) {
+        const size_t length = std::min(rest.find(','), rest.size());
+        if (length > 0) names.add(string(std::string_view{rest.data(), length}));
+        rest.remove_prefix(std::min(length + 1, rest.size()));
+    }
+    set(sip, key, names.finish());
+    return 0;
+}
+
+int multiinstanse_to_string(json_t* sip, Key key, json_t* list, const Report& report) {
+    if (list == nullptr) return 0;
+    if (!json_is_object(list)) return report.under(__func__).fail("Error field \"%s\", is not object", key.text());
+    const GrowingText names{string_init(0)};
+    const char* separator = "";
+    for (const auto [number, name] : Instances{list}) {
+        if (!json_is_string(name)) continue;
+        string_add(names.get(), separator);
+        string_add(names.get(), text_of(name));
+        separator = ",";
+    }
+    if (names != nullptr) set(sip, key, string(names->text));
+    return 0;
+}
+
+// What is no list of names, by its type, stays in the copy as it was.
+// clang-format off
+constexpr auto kSip = fields(
+    field<string_to_multiinstance, multiinstanse_to_string>("Extensions"),
+    field<string_to_multiinstance, multiinstanse_to_string>("Transports"));
+// clang-format on
+
+template <auto Cross>
+int convert_capabilities(json_t* service, Key key, json_t* value, const Report& report) {
+    Json converted = shallow_copy(value);
+    json_t* const source_sip = get(value, "SIP");
+    Json sip = shallow_copy(source_sip);
+    const int failures = Cross(kSip, source_sip, sip.get(), report);
+    set(converted.get(), "SIP", std::move(sip));
+    set(service, key, std::move(converted));
+    return failures;
+}
+
+}  // namespace
+
+int capabilities_to_new(json_t* service, Key key, json_t* value, const Report& report) {
+    return convert_capabilities<to_new>(service, key, value, report);
+}
+
+int capabilities_to_old(json_t* service, Key key, json_t* value, const Report& report) {
+    return convert_capabilities<to_old>(service, key, value, report);
+}
+
+}  // namespace kcnvrt::ways
