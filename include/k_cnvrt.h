@@ -31,6 +31,7 @@
 #include "k_cnvrt/device.h"
 #include "k_cnvrt/fields.h"
 #include "k_cnvrt/ifaces.h"
+#include "k_cnvrt/qos.h"
 #include "k_cnvrt/voip.h"
 #include "k_cnvrt/wifi.h"
 

@@ -77,6 +77,9 @@ constinit const Step kToNew[] = {
     {In::kRoot, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_old},
     {In::kRoot, "netfilter",         "NetFilter",      json_section_copy},
     {In::kRoot, "adsl",              "Adsl",           json_section_copy},
+    // Both names make "QoS": where a configuration has both, the later one replaces the earlier.
+    {In::kRoot, "queuemanagement",   "QoS",            k_cnvrt_get_qos_from_old},
+    {In::kRoot, "qos",               "QoS",            k_cnvrt_get_qos_from_old},
     {In::kRoot, "ports_config",      "Port_settings",  k_cnvrt_get_port_settings_from_old},
     {In::kRoot, "port_bandwidth",    "Port_bandwidth", k_cnvrt_get_port_bandwidth_from_old},
     {In::kRoot, "",                  "-",              k_cnvrt_get_deviceinfo_from_old},
@@ -106,6 +109,16 @@ int run_all(const Step (&steps)[N], const Source& source, json_t* destination, u
     return failures;
 }
 
+// The old QoS section is named by what the conversion made of it. A failed conversion counts 1, whatever its own count.
+int qos_to_old(json_t* qos, json_t* old_root, k_err_t* err) {
+    if (qos == nullptr) return 0;
+    Json section = object();
+    if (k_cnvrt_get_qos_from_new(qos, section.get(), err) != 0) return 1;
+    const bool is_legacy = has(section.get(), "links") || has(section.get(), "filters");
+    set(old_root, is_legacy ? Key{"qos"} : Key{"queuemanagement"}, std::move(section));
+    return 0;
+}
+
 }  // namespace
 
 json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
@@ -113,6 +126,7 @@ json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
     const Source source{new_root, device, get(device, "Users")};
     Json old_root = object();
     int failures = run_all(kToOld, source, old_root.get(), flags, err);
+    failures += qos_to_old(get(device, "QoS"), old_root.get(), err);
     carry(old_root.get(), "default_pass", get(device, "Default_pass"));
     return failures == 0 ? old_root.release() : nullptr;
 }
