@@ -4,7 +4,7 @@
 using namespace kcnvrt;
 
 int k_cnvrt_get_wan_pvid_from_new(json_t* source, json_t* destination, k_err_t*) {
-    for (const auto [number, instance] : members(source)) {
+    for (const auto [name, instance] : members(source)) {
         if (!json_is_object(instance)) continue;
         if (json_t* const pvid = get(instance, "pvid")) set_named(destination, get(instance, "name"), share(pvid));
     }

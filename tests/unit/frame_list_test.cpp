@@ -99,6 +99,25 @@ TEST(ListBuilder, AnAbsentEntryTakesItsNumber) {
     EXPECT_EQ(text(list.finish()), "{'2':2,'max_instance':2}");
 }
 
+TEST(ListBuilder, ASkippedNumberCountsAllTheSame) {
+    ListBuilder list;
+    list.add(integer(1));
+    list.skip();
+    list.add(integer(3));
+    EXPECT_EQ(text(list.finish()), "{'1':1,'3':3,'max_instance':3}");
+}
+
+TEST(ListBuilder, FillsAnObjectThatIsThereAlready) {
+    const Json destination = tree("{'z': 0}");
+    {
+        ListBuilder list{destination.get()};
+        list.add(string("a"));
+        list.finish();
+    }
+    EXPECT_EQ(text(destination), "{'z':0,'1':'a','max_instance':1}");
+    EXPECT_EQ(destination->refcount, 1u);
+}
+
 TEST(Instances, ComeInTheOrderOfTheirNumbers) {
     EXPECT_EQ(present("{'10': 'j', 'max_instance': 3, '2': 'b', '1': null}"), "1=null 2='b' 10='j' ");
 }
