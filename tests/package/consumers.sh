@@ -1,5 +1,5 @@
 #!/bin/sh
-# Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX
+# Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX GENERATOR
 # Installs a copy, moves it, and builds and runs two programs against it: one in C11 found through pkg-config, one in
 # C++ found through the CMake package. Both must print what the installed tool prints.
 set -eu
@@ -8,6 +8,7 @@ build=$1
 scratch=$2
 cc=$3
 cxx=$4
+generator=$5
 here=$(cd "$(dirname "$0")" && pwd)
 
 rm -rf "$scratch"
@@ -49,7 +50,7 @@ sed 's/\(.*\) \(.*\)/\1(\2)/' "$scratch/declared" > "$scratch/functions.inc"
 expect "functions that the C program knows" "$(wc -l < "$scratch/declared")" "$("$scratch/c_consumer" functions)"
 expect "the C program converts" "$new" "$("$scratch/c_consumer" convert "$document")"
 
-cmake -S "$here/cpp_consumer" -B "$scratch/cpp" "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \
+cmake -S "$here/cpp_consumer" -B "$scratch/cpp" -G "$generator" "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \
     > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 cmake --build "$scratch/cpp" > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 expect "the C++ program converts" "$new" "$("$scratch/cpp/cpp_consumer" "$document")"

@@ -76,6 +76,25 @@ load setup
     equal "$output" ""
 }
 
+@test "--dsl-vlan and --merge-patch reach the conversions" {
+    write document.json '{"flags": null}'
+    flags() { # FLAGS ARGUMENT...
+        local expected=$1
+        shift
+        talkative 0 "$@" --compact document.json
+        equal "$output" "{\"flags\":$expected}"
+    }
+    flags 0 to-new
+    flags 1 to-new --dsl-vlan
+    flags 2 to-new --base document.json --merge-patch
+    flags 3 to-new --base document.json --merge-patch --dsl-vlan
+    flags 0 to-old
+    flags 1 to-old --dsl-vlan
+    write base.json '[1]'
+    talkative 0 section x --to-new --base base.json --merge-patch --compact document.json
+    equal "$output" '{"name":"x","old":{"flags":null},"base":[1],"flags":2}'
+}
+
 @test "sections lists both tables" {
     kcnvrt 0 sections
     contains "$output" $'old\twan_pvid'

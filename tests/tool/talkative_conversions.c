@@ -3,14 +3,27 @@
 #include <k_cnvrt.h>
 #include <stdio.h>
 
-/* The document itself, or null where it has the member "rejected". */
-json_t *k_cnvrt_to_new(json_t *old_root, json_t *base, uint8_t flags, k_err_t *err) {
-    (void)flags;
+/* The document itself; null where it has the member "rejected", the flags where it has the member "flags". */
+json_t* k_cnvrt_to_new(json_t* old_root, json_t* base, uint8_t flags, k_err_t* err) {
+    if (json_object_get(old_root, "flags")) return json_pack("{s:i}", "flags", flags);
     printf("first diagnostic\n\n");
     puts("second diagnostic");
     k_err_set(err, "parse_one", __LINE__, "Error allocated memory!\n");
     k_err_set(err, "parse_two", __LINE__, "Invalid \"field\",\nis\t\x1b[31mnot\\ string\r\n");
     return json_object_get(old_root, "rejected") && !base ? NULL : json_incref(old_root);
+}
+
+/* What it was called with. */
+json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
+    (void)new_root;
+    (void)err;
+    return json_pack("{s:i}", "flags", flags);
+}
+
+json_t* k_cnvrt_get_section_to_new(const char* section_name, json_t* old_section, json_t* base, uint8_t flags,
+                                   k_err_t* err) {
+    (void)err;
+    return json_pack("{s:s, s:O, s:O, s:i}", "name", section_name, "old", old_section, "base", base, "flags", flags);
 }
 
 int k_cnvrt_check_valid_hashes(void) {
