@@ -48,6 +48,7 @@ constinit const Step kToOld[] = {
     {In::kDevice, "Roaming",           "roaming",        k_cnvrt_get_roaming_from_new},
     {In::kDevice, "Voip",              "voip",           k_cnvrt_get_voip_from_new},
     {In::kDevice, "Routing",           "-",              k_cnvrt_get_routing_from_new},
+    {In::kDevice, "Services",          "-",              k_cnvrt_get_services_from_new},
     {In::kDevice, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_new},
     {In::kDevice, "RemoteAccess",      "httpaccess",     k_cnvrt_get_remote_from_new,         true},
     {In::kDevice, "NetFilter",         "netfilter",      json_section_copy},
@@ -69,6 +70,7 @@ constinit const Step kToOld[] = {
 constinit const Step kToNew[] = {
     // source                          in "Device"       handler                              array  when
     {In::kRoot, "",                  "-",              k_cnvrt_get_ifaces_from_old},
+    {In::kRoot, "",                  "Services",       k_cnvrt_get_services_from_old},
     {In::kRoot, "",                  "Routing",        k_cnvrt_get_routing_from_old},
     {In::kRoot, "voip",              "Voip",           k_cnvrt_get_voip_from_old},
     {In::kRoot, "wifi",              "WiFi",           k_cnvrt_get_wifi_from_old},

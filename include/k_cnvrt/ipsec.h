@@ -1,0 +1,38 @@
+/*
+ * ipsec.h: the IPsec tunnels. Part of k_cnvrt.h, whose conventions hold; both functions are section handlers
+ * (k_cnvrt_handler_t) that fill an object.
+ */
+#ifndef K_CNVRT_IPSEC_H
+#define K_CNVRT_IPSEC_H
+
+#include <jansson.h>
+
+#include "k_err.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#pragma GCC visibility push(default)
+
+/*
+ * "enabled" as it stands and, where the source has it, "tunnels": an array in the old layout, a numbered list in the
+ * new one. Of a tunnel the shared key "key" is a password (json_string_set_password, json_string_set_password_old),
+ * "nets" and "status" are lists whose entries are attached, and twenty-two settings are attached. Other members are
+ * dropped.
+ *
+ * Towards new the tunnels are numbered by their position. Towards old a missing number appends {}, of tunnels, nets and
+ * status alike, and a number above K_CNVRT_MAX_INSTANCE is reported, counts 1 and leaves that list empty.
+ *
+ * The result is the number of failed fields; a tunnel whose key failed is written without it.
+ */
+int parse_old_ipsec(json_t *source, json_t *destination, k_err_t *err);
+int parse_new_ipsec(json_t *source, json_t *destination, k_err_t *err);
+
+#pragma GCC visibility pop
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,24 @@
+#include "k_cnvrt.h"
+#include "k_cnvrt/service_lists.h"
+#include "services/nested.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// clang-format off
+constexpr auto kRule = fields(
+    // Written as the new layout writes a text in both directions: "" stays "" towards the old one.
+    field<ways::string_to_new, ways::string_to_new>("ip"),
+    carried("port"));
+// clang-format on
+
+}  // namespace
+
+int parse_old_dhcp_opt_rule(json_t* source, json_t* destination, k_err_t* err) {
+    return list_to_new(kRule, source, destination, Report{__func__, err});
+}
+
+int parse_new_dhcp_opt_rule(json_t* source, json_t* destination, k_err_t* err) {
+    return list_to_old(kRule, source, destination, Report{__func__, err});
+}

@@ -1,0 +1,32 @@
+#include "k_cnvrt.h"
+#include "k_cnvrt/services.h"
+#include "services/nested.h"
+#include "services/typed_boolean.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// clang-format off
+constexpr auto kMediaDir = fields(
+    carried("path"),
+    carried("type"));
+
+constexpr auto kMediaServer = fields(
+    //            old        new
+    typed_boolean("enabled", "enable"),
+    carried      ("interval"),
+    carried      ("name"),
+    // Towards the old layout a directory keeps all its members.
+    field<ways::nested<list_to_new, kMediaDir, "">, ways::elements_to_old>("media_dirs"));
+// clang-format on
+
+}  // namespace
+
+int parse_old_dlna(json_t* source, json_t* destination, k_err_t* err) {
+    return to_new(kMediaServer, source, destination, Report{__func__, err});
+}
+
+int parse_new_dlna(json_t* source, json_t* destination, k_err_t* err) {
+    return to_old(kMediaServer, source, destination, Report{__func__, err});
+}

@@ -1,0 +1,91 @@
+#include <algorithm>
+
+#include "frame/list.h"
+#include "k_cnvrt.h"
+#include "k_cnvrt/services.h"
+#include "k_str.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// The old layout keeps the servers in one text, each followed by a "|"; nothing between two of these is no server.
+
+Json servers_in(std::string_view text) {
+    ListBuilder servers;
+    while (!text.empty()) {
+        const size_t end = std::min(text.find('|'), text.size());
+        if (end != 0) servers.add(string(std::string_view{text.data(), end}));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return servers.finish();
+}
+
+int servers_to_new(json_t* part, Key key, json_t* servers, const Report& report) {
+    if (servers == nullptr) return 0;
+    set(part, key, servers_in(view_of(servers)));
+    return json_is_string(servers) ? 0 : report.fail("Invalid field \"servers\", is not string");
+}
+
+struct FreeText {
+    void operator()(k_string_t* text) const { string_free(text); }
+};
+using GrowingText = std::unique_ptr<k_string_t, FreeText>;
+
+// Written without servers, too, and without a list of them.
+int servers_to_old(json_t* section, Key key, json_t* servers, const Report& report) {
+    int failures = 0;
+    const GrowingText text{string_init(0)};
+    for (const auto [number, server] : Instances{servers}) {
+        if (!json_is_string(server)) {
+            failures += report.fail("Invalid instance of field \"servers\", is not string");
+            continue;
+        }
+        string_add(text.get(), text_of(server));
+        string_add(text.get(), "|");
+    }
+    if (text != nullptr) set(section, key, string(text->text));
+    return failures;
+}
+
+// clang-format off
+constexpr auto kPart = fields(
+    carried("manual"),
+    carried("ifname"),
+    carried("contag"),
+    carried("defroute"),
+    field<servers_to_new, servers_to_old>("servers"));
+// clang-format on
+
+constexpr const char* kAuthor = "parse_dns";
+
+// The part is written for an absent section, too.
+int part_to_new(json_t* section, json_t* dns, Key family, k_err_t* err) {
+    Json part = object();
+    const int failures = to_new(kPart, section, part.get(), Report{kAuthor, err});
+    set(dns, family, std::move(part));
+    return failures;
+}
+
+int part_to_old(json_t* dns, Key family, json_t* section, k_err_t* err) {
+    json_t* const part = get(dns, family);
+    return part == nullptr ? 0 : to_old(kPart, part, section, Report{kAuthor, err});
+}
+
+}  // namespace
+
+int parse_old_dns(json_t* source, json_t* destination, k_err_t* err) {
+    return part_to_new(source, destination, "ipv4", err);
+}
+
+int parse_old_dns6(json_t* source, json_t* destination, k_err_t* err) {
+    return part_to_new(source, destination, "ipv6", err);
+}
+
+int parse_new_dns(json_t* source, json_t* destination, k_err_t* err) {
+    return part_to_old(source, "ipv4", destination, err);
+}
+
+int parse_new_dns6(json_t* source, json_t* destination, k_err_t* err) {
+    return part_to_old(source, "ipv6", destination, err);
+}

@@ -1,0 +1,27 @@
+#include "k_cnvrt.h"
+#include "k_cnvrt/services.h"
+#include "services/typed_boolean.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// clang-format off
+constexpr auto kWebServer = fields(
+    //            old        new
+    typed_boolean("enable"),
+    // Checked towards the new layout only: its value is written back as it stands, whatever its type.
+    field<ways::boolean_to_new, ways::carry>("use_ssl", "https_enable"),
+    carried      ("port"),
+    carried      ("port_s"));
+// clang-format on
+
+}  // namespace
+
+int parse_old_httpd(json_t* source, json_t* destination, k_err_t* err) {
+    return to_new(kWebServer, source, destination, Report{__func__, err});
+}
+
+int parse_new_httpd(json_t* source, json_t* destination, k_err_t* err) {
+    return to_old(kWebServer, source, destination, Report{__func__, err});
+}

@@ -1,0 +1,80 @@
+#include "k_cnvrt.h"
+#include "k_cnvrt/service_lists.h"
+#include "services/nested.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// The old layout's actions are the places in this list.
+constexpr std::string_view kActions[] = {"Allow", "Deny"};
+
+int action_to_new(json_t* rule, Key key, json_t* action, const Report& report) {
+    if (action == nullptr) return 0;
+    if (!json_is_integer(action)) return report.fail("Invalid field \"action\", is not int");
+    const json_int_t number = json_integer_value(action);
+    if (number != 0 && number != 1) return report.fail("Invalid field \"action\", number != 0 or 1");
+    set(rule, key, string(kActions[number]));
+    return 0;
+}
+
+int action_to_old(json_t* rule, Key key, json_t* action, const Report& report) {
+    if (action == nullptr) return 0;
+    if (!json_is_string(action)) return report.fail("Invalid field \"action\", is not string.");
+    for (int number = 0; number < 2; ++number) {
+        if (view_of(action) != kActions[number]) continue;
+        set(rule, key, integer(number));
+        return 0;
+    }
+    return report.fail("Invalid field \"action\", is not \"Allow\" or \"Deny\"");
+}
+
+std::string_view type_of_address(std::string_view address) {
+    constexpr auto kNone = std::string_view::npos;
+    if (address.find('-') != kNone) return "IPRange";
+    return address.find('/') != kNone ? "IPPrefix" : "IPAddress";
+}
+
+int address_type_to_new(json_t* rule, Key key, json_t* address, const Report&) {
+    if (json_is_string(address)) set(rule, key, string(type_of_address(view_of(address))));
+    return 0;
+}
+
+int version_to_new(json_t* rule, Key key, json_t* is_ipv6, const Report&) {
+    set(rule, key, string(json_is_true(is_ipv6) ? "IPv6" : "IPv4"));
+    return 0;
+}
+
+int version_to_old(json_t* rule, Key key, json_t* version, const Report&) {
+    if (is_text(version, "IPv6")) set(rule, key, boolean(true));
+    return 0;
+}
+
+// clang-format off
+constexpr auto kRule = fields(
+    //                                     old        new
+    carried                               ("ports"),
+    carried                               ("portd"),
+    carried                               ("proto"),
+    carried                               ("state"),
+    carried                               ("ipd"),
+    carried                               ("ips"),
+    field<action_to_new, action_to_old>   ("action"),
+    field<address_type_to_new, nullptr>   ("ipd",     "ipdType"),
+    field<address_type_to_new, nullptr>   ("ips",     "ipsType"),
+    field<version_to_new, version_to_old> ("is_ipv6", "ipVersion"));
+// clang-format on
+
+}  // namespace
+
+int parse_old_ipfilter(json_t* source, json_t* destination, k_err_t* err) {
+    return list_to_new(kRule, source, destination, Report{__func__, err});
+}
+
+int parse_new_ipfilter(json_t* source, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    return append_every_number(source, destination, report, [&report](int64_t number, json_t* rule, json_t* old_rule) {
+        set(old_rule, "id", integer(number));
+        return to_old(kRule, rule, old_rule, report);
+    });
+}

@@ -1,0 +1,96 @@
+#include "services/tr069_misc.h"
+
+#include "services/nested.h"
+#include "services/text_objects.h"
+
+namespace kcnvrt {
+
+namespace {
+
+// A copy that is sure to have a status. One of another type is reported, and stays.
+int copy_with_status(json_t* destination, Key key, json_t* value, Key status, const Report& report) {
+    if (value == nullptr) return 0;
+    Json copy = json_is_object(value) ? shallow_copy(value) : object();
+    json_t* const given = get(value, status);
+    if (given == nullptr) set(copy.get(), status, string("Enabled"));
+    const int failures = ways::string_or<"Enabled">(copy.get(), status, given, report);
+    set(destination, key, std::move(copy));
+    return failures;
+}
+
+int filter_to_new(json_t* misc, Key key, json_t* filter, const Report& report) {
+    return copy_with_status(misc, key, filter, "FilterStatus", report);
+}
+
+int marking_to_new(json_t* misc, Key key, json_t* marking, const Report& report) {
+    return copy_with_status(misc, key, marking, "MarkingStatus", report);
+}
+
+// A bridge without a VLAN is null in the old layout and in VLAN 1 in the new one.
+
+int vlan_to_new(json_t* bridge, Key key, json_t* vlan, const Report& report) {
+    if (vlan == nullptr) return 0;
+    if (!json_is_null(vlan) && !json_is_integer(vlan))
+        return report.fail("Invalid field \"VLANID\"! Is not NULL ot INTEGER");
+    set(bridge, key, json_is_null(vlan) ? integer(1) : share(vlan));
+    return 0;
+}
+
+int vlan_to_old(json_t* bridge, Key key, json_t* vlan, const Report& report) {
+    if (vlan == nullptr) return 0;
+    if (!json_is_integer(vlan)) return report.fail("Error field \"VLANID\"! Is not integer!");
+    set(bridge, key, json_integer_value(vlan) == 1 ? null() : share(vlan));
+    return 0;
+}
+
+// clang-format off
+constexpr auto kConnection = fields(
+    carried("mio_id"),
+    carried("PortMapping"));
+
+constexpr auto kWanDevice = fields(
+    carried("pos"),
+    instances_field<kConnection>("ipconn"),
+    instances_field<kConnection>("pppconn"));
+
+constexpr auto kBridge = fields(
+    carried("Port"),
+    carried("pos"),
+    carried("BridgeKey"),
+    carried("BridgeName"),
+    carried("BridgeEnable"),
+    carried("BridgeStatus"),
+    carried("BridgeStandard"),
+    field<vlan_to_new, vlan_to_old>("VLANID"));
+
+constexpr auto kMisc = fields(
+    carried("previousurl"),
+    carried("rebootcmdkey"),
+    carried("schedulecmdkey"),
+    instances_field<kWanDevice>("wandevice"),
+    field<ways::routes_to_new, ways::texts_of_objects>("route_17_33"),
+    // The default is given towards the new layout only.
+    field<filter_to_new, ways::carry>("Filter"),
+    field<marking_to_new, ways::carry>("Marking"),
+    carried("wc"),
+    carried("landevice"),
+    carried("AvailableInterface"),
+    instances_field<kBridge>("bridge"),
+    field<ways::arp_to_new, ways::texts_of_objects>("arp"));
+// clang-format on
+
+}  // namespace
+
+namespace ways {
+
+int misc_to_new(json_t* destination, Key key, json_t* value, const Report& report) {
+    return walk_member(to_new, kMisc, destination, key, value, report.under("parse_misc"));
+}
+
+int misc_to_old(json_t* destination, Key key, json_t* value, const Report& report) {
+    return walk_member(to_old, kMisc, destination, key, value, report.under("parse_misc"));
+}
+
+}  // namespace ways
+
+}  // namespace kcnvrt

@@ -1,0 +1,11 @@
+// tr069_misc.h: "misc", where the TR-069 client keeps the objects that it has shown to its server.
+#pragma once
+
+#include "frame/field.h"
+
+namespace kcnvrt::ways {
+
+int misc_to_new(json_t* destination, Key key, json_t* value, const Report& report);
+int misc_to_old(json_t* destination, Key key, json_t* value, const Report& report);
+
+}  // namespace kcnvrt::ways

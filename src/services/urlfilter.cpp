@@ -1,0 +1,42 @@
+#include "frame/list.h"
+#include "k_cnvrt.h"
+#include "k_cnvrt/service_lists.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// "enable" is a boolean in both layouts, although the old one keeps most of them as texts.
+int setting_to_new(json_t* setting, json_t* filter, const Report& report) {
+    if (setting == nullptr) return 0;
+    const int failures = ways::boolean_to_new(filter, "enable", get(setting, "enable"), report);
+    set(filter, "exclude", boolean(is_text(get(setting, "type"), "Exclude")));
+    return failures;
+}
+
+int setting_to_old(json_t* filter, json_t* old_filter, const Report& report) {
+    json_t* const enable = get(filter, "enable");
+    json_t* const exclude = get(filter, "exclude");
+    if (enable == nullptr && exclude == nullptr) return 0;
+    Json setting = object();
+    const int failures = ways::boolean_to_new(setting.get(), "enable", enable, report);
+    set(setting.get(), "type", string(json_is_true(exclude) ? "Exclude" : "Include"));
+    set(old_filter, "setting", std::move(setting));
+    return failures;
+}
+
+constexpr auto kAddresses = fields(element_list("url_list"));
+
+}  // namespace
+
+int parse_old_urlfilter(json_t* source, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    const int failures = setting_to_new(get(source, "setting"), destination, report);
+    return failures + to_new(kAddresses, source, destination, report);
+}
+
+int parse_new_urlfilter(json_t* source, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    const int failures = setting_to_old(source, destination, report);
+    return failures + to_old(kAddresses, source, destination, report);
+}
