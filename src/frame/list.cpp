@@ -90,6 +90,16 @@ Json elements_of_list(json_t* list, const Report& report, int& failures) {
     return array;
 }
 
+Json list_of_pieces(std::string_view text, char separator) {
+    ListBuilder pieces;
+    while (!text.empty()) {
+        const size_t length = std::min(text.find(separator), text.size());
+        if (length > 0) pieces.add(string(std::string_view{text.data(), length}));
+        text.remove_prefix(std::min(length + 1, text.size()));
+    }
+    return pieces.finish();
+}
+
 Json names_to_list(json_t* array) {
     ListBuilder list;
     for (const auto [number, name] : elements(array)) {

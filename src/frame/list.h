@@ -24,6 +24,11 @@ int max_number(json_t* list);
 void set_max_instance(json_t* list, uint32_t count);
 bool has_instances(json_t* list);  // "max_instance" is an integer of at least 1
 
+// "max_instance" as the source list has it, where it has one.
+inline void carry_max_instance(json_t* list, json_t* source) {
+    carry(list, "max_instance", get(source, "max_instance"));
+}
+
 // Builds a numbered list, counting from 1: a new one, or one in an object that is there already.
 class ListBuilder {
 public:
@@ -113,6 +118,9 @@ private:
 // anything but an array), and back: entries appended as they stand, {} for a missing number.
 Json list_of_elements(json_t* array);
 Json elements_of_list(json_t* list, const Report& report, int& failures);
+
+// A text cut at every separator, as a numbered list of the pieces. Nothing between two separators is no piece.
+Json list_of_pieces(std::string_view text, char separator);
 
 // A name list: an array of names against a numbered list of {"name": ...}. On the way back an entry without "name"
 // appends nothing and a missing number "".

@@ -87,8 +87,8 @@ int filters_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
         set(classes.get(), Decimal{number}, std::move(new_class));
         set(policers.get(), Decimal{number}, std::move(policer));
     }
-    carry(classes.get(), "max_instance", get(filters, "max_instance"));
-    carry(policers.get(), "max_instance", get(filters, "max_instance"));
+    carry_max_instance(classes.get(), filters);
+    carry_max_instance(policers.get(), filters);
     set(new_qos, "Classification", std::move(classes));
     set(new_qos, "Policer", std::move(policers));
     return failures;
@@ -105,7 +105,7 @@ int filters_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
         failures += filter_to_old(new_class, entry_at(policers, number), filter.get(), report);
         set(filters.get(), Decimal{number}, std::move(filter));
     }
-    carry(filters.get(), "max_instance", get(classes, "max_instance"));
+    carry_max_instance(filters.get(), classes);
     set(old_qos, "filters", std::move(filters));
     return failures;
 }

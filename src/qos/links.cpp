@@ -47,7 +47,7 @@ int links_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
         failures += link_to_new(link, queue.get(), report);
         set(queues.get(), Decimal{number}, std::move(queue));
     }
-    carry(queues.get(), "max_instance", get(links, "max_instance"));
+    carry_max_instance(queues.get(), links);
     set(new_qos, "Queue", std::move(queues));
     return failures;
 }
@@ -62,7 +62,7 @@ int links_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
         failures += link_to_old(queue, link.get(), report);
         set(links.get(), Decimal{number}, std::move(link));
     }
-    carry(links.get(), "max_instance", get(queues, "max_instance"));
+    carry_max_instance(links.get(), queues);
     set(old_qos, "links", std::move(links));
     return failures;
 }

@@ -1,36 +1,19 @@
-#include <algorithm>
-
+#include "frame/growing_text.h"
 #include "frame/list.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"
-#include "k_str.h"
 
 using namespace kcnvrt;
 
 namespace {
 
-// The old layout keeps the servers in one text, each followed by a "|"; nothing between two of these is no server.
-
-Json servers_in(std::string_view text) {
-    ListBuilder servers;
-    while (!text.empty()) {
-        const size_t end = std::min(text.find('|'), text.size());
-        if (end != 0) servers.add(string(std::string_view{text.data(), end}));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return servers.finish();
-}
+// The old layout keeps the servers in one text, each followed by a "|".
 
 int servers_to_new(json_t* part, Key key, json_t* servers, const Report& report) {
     if (servers == nullptr) return 0;
-    set(part, key, servers_in(view_of(servers)));
+    set(part, key, list_of_pieces(view_of(servers), '|'));
     return json_is_string(servers) ? 0 : report.fail("Invalid field \"servers\", is not string");
 }
-
-struct FreeText {
-    void operator()(k_string_t* text) const { string_free(text); }
-};
-using GrowingText = std::unique_ptr<k_string_t, FreeText>;
 
 // Written without servers, too, and without a list of them.
 int servers_to_old(json_t* section, Key key, json_t* servers, const Report& report) {

@@ -29,7 +29,7 @@ int walk_instances(Walk walk, Fields fields, json_t* source, json_t* destination
         failures += walk(fields, value, instance.get(), report);
         set(destination, name, std::move(instance));
     }
-    carry(destination, "max_instance", get(source, "max_instance"));
+    carry_max_instance(destination, source);
     return failures;
 }
 

@@ -1,5 +1,6 @@
 #include "services/text_objects.h"
 
+#include "frame/list.h"
 #include "frame/number.h"
 
 namespace kcnvrt {
@@ -49,7 +50,7 @@ int objects_of_texts(json_t* destination, Key key, json_t* texts, Refusal refuse
         else
             set(objects.get(), name, std::move(value));
     }
-    carry(objects.get(), "max_instance", get(texts, "max_instance"));
+    carry_max_instance(objects.get(), texts);
     set(destination, key, std::move(objects));
     return failures;
 }
@@ -71,7 +72,7 @@ int texts_of_objects(json_t* destination, Key key, json_t* value, const Report&)
     Json texts = object();
     for (const auto [name, instance] : members(value))
         if (json_is_object(instance)) set(texts.get(), name, compact_text(instance));
-    kcnvrt::carry(texts.get(), "max_instance", get(value, "max_instance"));
+    carry_max_instance(texts.get(), value);
     set(destination, key, std::move(texts));
     return 0;
 }

@@ -1,31 +1,15 @@
 // What a voice service can do: the same in both layouts but for the two lists of names in "SIP", one text with commas
 // in the old layout and a numbered list in the new.
-#include <algorithm>
-
+#include "frame/growing_text.h"
 #include "frame/list.h"
-#include "k_str.h"
 #include "voip/voice.h"
 
 namespace kcnvrt::ways {
 
 namespace {
 
-struct FreeText {
-    void operator()(k_string_t* text) const { string_free(text); }
-};
-using GrowingText = std::unique_ptr<k_string_t, FreeText>;
-
-// "a,,b," is two names: nothing between two commas is no name.
 int string_to_multiinstance(json_t* sip, Key key, json_t* value, const Report&) {
-    if (!json_is_string(value)) return 0;
-    ListBuilder names;
-    std::string_view rest = view_of(value);
-    while (!rest.empty()) {
-        const size_t length = std::min(rest.find(','), rest.size());
-        if (length > 0) names.add(string(std::string_view{rest.data(), length}));
-        rest.remove_prefix(std::min(length + 1, rest.size()));
-    }
-    set(sip, key, names.finish());
+    if (json_is_string(value)) set(sip, key, list_of_pieces(view_of(value), ','));
     return 0;
 }
 

@@ -65,7 +65,7 @@ int convert_lines(json_t* profile, Key key, json_t* value, const Report& report)
     for (const auto [name, line] : members(value))
         if (is_line(line, Cross == to_new)) set(lines.get(), name, crossed<Cross>(kLine, line, author, failures));
     // Over the line that its member may have become.
-    kcnvrt::carry(lines.get(), "max_instance", get(value, "max_instance"));
+    carry_max_instance(lines.get(), value);
     set(profile, key, std::move(lines));
     return failures;
 }

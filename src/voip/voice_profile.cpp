@@ -77,7 +77,7 @@ int convert_profiles(json_t* service, Key key, json_t* value, const Report& repo
     for (const auto [name, profile] : members(value))
         if (json_is_object(profile))
             set(profiles.get(), name, crossed<Cross>(kVoiceProfile, profile, author, failures));
-    kcnvrt::carry(profiles.get(), "max_instance", get(value, "max_instance"));
+    carry_max_instance(profiles.get(), value);
     set(service, key, std::move(profiles));
     return failures;
 }

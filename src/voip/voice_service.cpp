@@ -21,7 +21,7 @@ int convert_services(json_t* source, json_t* destination, const Report& report) 
     int failures = 0;
     for (const auto [number, service] : Instances{services})
         set(converted.get(), Decimal{number}, crossed<Cross>(kVoiceService, service, report, failures));
-    carry(converted.get(), "max_instance", get(services, "max_instance"));
+    carry_max_instance(converted.get(), services);
     set(destination, "VoiceService", std::move(converted));
     return failures;
 }
