@@ -33,6 +33,7 @@
 #include "k_cnvrt/ifaces.h"
 #include "k_cnvrt/qos.h"
 #include "k_cnvrt/services.h"
+#include "k_cnvrt/users.h"
 #include "k_cnvrt/voip.h"
 #include "k_cnvrt/wifi.h"
 

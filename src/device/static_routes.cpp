@@ -54,7 +54,7 @@ void set_destination(json_t* route, json_t* prefix) {
     if (slash != text.npos) set_netmask(route, {text.data() + slash + 1, text.size() - slash - 1});
 }
 
-Json old_route(json_t* instance, const Report& report) {
+Json route_to_old(json_t* instance, const Report& report) {
     Json route = object();
     if (is_text(get(instance, "Interface"), "all")) set(route.get(), "iface", string("auto"));
     set_destination(route.get(), get(instance, "DestIPPrefix"));
@@ -109,40 +109,34 @@ void set_ipv4_prefix(json_t* route, const char* address, const char* netmask) {
     set(route, "DestIPPrefix", string(prefix));
 }
 
-// The address as a prefix of its own length, or of the whole address. Null with a message where it is none.
-GrowingText ipv6_prefix(const char* address, const Report& report, int& failures) {
-    GrowingText prefix{string_init_chars(address)};
-    if (prefix == nullptr) {
-        failures += report.fail("strdup error:\n");
-        return nullptr;
-    }
-    if (std::strchr(address, '/') == nullptr && string_add(prefix.get(), "/128") != 0) {
-        failures += report.fail("realloc error:\n");
-        return nullptr;
-    }
-    if (k_addr_is_ippfx_correct(AF_INET6, prefix->text) != 0) return prefix;
-    failures += report.fail("Invalid field ip!\n");
-    return nullptr;
+void add_ipv4(json_t* old_route, size_t number, Json route, Routes& routes, const Report& report) {
+    set_ipv4_prefix(route.get(), text_of(old_route, "ip"), text_of(old_route, "netmask"));
+    to_new(kIpv4Route, old_route, route.get(), report);
+    routes.store(number, std::move(route));
+}
+
+// An address without a length is a prefix of the whole address.
+int add_ipv6(json_t* old_route, size_t number, Json route, Routes& routes, const Report& report) {
+    const char* const address = text_of(old_route, "ip");
+    const GrowingText prefix{string_init_chars(address)};
+    if (prefix == nullptr) return report.fail("strdup error:\n");
+    if (std::strchr(address, '/') == nullptr && string_add(prefix.get(), "/128") != 0)
+        return report.fail("realloc error:\n");
+    if (k_addr_is_ippfx_correct(AF_INET6, prefix->text) == 0) return report.fail("Invalid field ip!\n");
+    to_new(kIpv6Route, old_route, route.get(), report);
+    set(route.get(), "DestIPPrefix", string(prefix->text));
+    routes.store(number, std::move(route));
+    return 0;
 }
 
 int add_route(json_t* old_route, size_t number, Routes& ipv4, Routes& ipv6, const Report& report) {
     Json route = new_route(old_route);
     if (route == nullptr) return report.fail("Error json_pack!\n");
-    const char* address = text_of(old_route, "ip");
+    const char* const address = text_of(old_route, "ip");
     if (address == nullptr) return report.fail("Invalid field ip!\n");
-    if (k_addr_v4_is_correct(address) != 0) {
-        set_ipv4_prefix(route.get(), address, text_of(old_route, "netmask"));
-        to_new(kIpv4Route, old_route, route.get(), report);
-        ipv4.store(number, std::move(route));
-        return 0;
-    }
-    int failures = 0;
-    if (const GrowingText prefix = ipv6_prefix(address, report, failures)) {
-        to_new(kIpv6Route, old_route, route.get(), report);
-        set(route.get(), "DestIPPrefix", string(prefix->text));
-        ipv6.store(number, std::move(route));
-    }
-    return failures;
+    if (k_addr_v4_is_correct(address) == 0) return add_ipv6(old_route, number, std::move(route), ipv6, report);
+    add_ipv4(old_route, number, std::move(route), ipv4, report);
+    return 0;
 }
 
 }  // namespace
@@ -152,7 +146,7 @@ int k_cnvrt_get_route_from_new(json_t* routing, json_t* destination, k_err_t* er
     const Json merged = merged_routes(routing);
     const EveryNumber numbers{merged.get(), report};
     for (const auto [number, instance] : numbers)
-        append(destination, instance == nullptr ? object() : old_route(instance, report));
+        append(destination, instance == nullptr ? object() : route_to_old(instance, report));
     return numbers.failures();
 }
 

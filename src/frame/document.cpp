@@ -44,12 +44,15 @@ struct Source {
 constinit const Step kToOld[] = {
     // source                            in the old root   handler                              array  when
     {In::kRoot,   "",                  "-",              k_cnvrt_get_ifaces_from_new},
+    {In::kDevice, "Vlan",              "vlan",           k_cnvrt_get_vlan_from_new,           false, When::kVlan},
+    {In::kDevice, "Vlan",              "-",              k_cnvrt_get_vlan_dsl_from_new,       false, When::kDslVlan},
     {In::kDevice, "WiFi",              "wifi",           k_cnvrt_get_wifi_from_new},
     {In::kDevice, "Roaming",           "roaming",        k_cnvrt_get_roaming_from_new},
     {In::kDevice, "Voip",              "voip",           k_cnvrt_get_voip_from_new},
     {In::kDevice, "Routing",           "-",              k_cnvrt_get_routing_from_new},
     {In::kDevice, "Services",          "-",              k_cnvrt_get_services_from_new},
     {In::kDevice, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_new},
+    {In::kUsers,  "sysusers",          "sysusers",       k_cnvrt_get_sysusers_from_new,       true},
     {In::kDevice, "RemoteAccess",      "httpaccess",     k_cnvrt_get_remote_from_new,         true},
     {In::kDevice, "NetFilter",         "netfilter",      json_section_copy},
     {In::kDevice, "Adsl",              "adsl",           json_section_copy},
@@ -73,6 +76,8 @@ constinit const Step kToNew[] = {
     {In::kRoot, "",                  "Services",       k_cnvrt_get_services_from_old},
     {In::kRoot, "",                  "Routing",        k_cnvrt_get_routing_from_old},
     {In::kRoot, "voip",              "Voip",           k_cnvrt_get_voip_from_old},
+    {In::kRoot, "vlan",              "Vlan",           k_cnvrt_get_vlan_from_old,           false, When::kVlan},
+    {In::kRoot, "",                  "Vlan",           k_cnvrt_get_vlan_dsl_from_old,       false, When::kDslVlan},
     {In::kRoot, "wifi",              "WiFi",           k_cnvrt_get_wifi_from_old},
     {In::kRoot, "roaming",           "Roaming",        k_cnvrt_get_roaming_from_old},
     {In::kRoot, "httpaccess",        "RemoteAccess",   k_cnvrt_get_remote_from_old},
@@ -121,6 +126,36 @@ int qos_to_old(json_t* qos, json_t* old_root, k_err_t* err) {
     return 0;
 }
 
+// The users handler writes an array for version 0 and an object for later ones, and refuses the other container.
+int users_to_old(json_t* users, json_t* old_root, k_err_t* err) {
+    Json list = array();
+    if (k_cnvrt_get_users_from_new(users, list.get(), err) == 0) {
+        set(old_root, "passwd", std::move(list));
+        return 0;
+    }
+    Json section = object();
+    if (k_cnvrt_get_users_from_new(users, section.get(), err) == 0) {
+        set(old_root, "users", std::move(section));
+        return 0;
+    }
+    return Report{"k_cnvrt_to_old", err}.fail("Users json is not object or array!");
+}
+
+int users_to_new(json_t* old_root, json_t* device, k_err_t* err) {
+    int failures = 0;
+    Json users = object();
+    if (json_t* const sysusers = get(old_root, "sysusers")) {
+        Json section = object();
+        failures += k_cnvrt_get_sysusers_from_old(sysusers, section.get(), err);
+        set(users.get(), "sysusers", std::move(section));
+    }
+    json_t* const passwd = get(old_root, "passwd");
+    failures += k_cnvrt_get_users_from_old(passwd != nullptr ? passwd : get(old_root, "users"), users.get(), err);
+    carry(device, "Default_pass", get(old_root, "default_pass"));
+    set(device, "Users", std::move(users));
+    return failures;
+}
+
 }  // namespace
 
 json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
@@ -129,6 +164,7 @@ json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
     Json old_root = object();
     int failures = run_all(kToOld, source, old_root.get(), flags, err);
     failures += qos_to_old(get(device, "QoS"), old_root.get(), err);
+    failures += users_to_old(source.users, old_root.get(), err);
     carry(old_root.get(), "default_pass", get(device, "Default_pass"));
     return failures == 0 ? old_root.release() : nullptr;
 }
@@ -140,7 +176,7 @@ json_t* k_cnvrt_to_new(json_t* old_root, json_t* base, uint8_t flags, k_err_t* e
     int failures = run_all(kToNew, source, device.get(), flags, err);
     failures += run(kLinksToNew, source, new_root.get(), err);
     failures += run(kDefaultSsidToNew, source, device.get(), err);
-    carry(device.get(), "Default_pass", get(old_root, "default_pass"));
+    failures += users_to_new(old_root, device.get(), err);
     set(new_root.get(), "Device", std::move(device));
     // A difference is made of whatever converted; what failed is in the record.
     if (base != nullptr) return k_conf_diff_set2(base, new_root.get(), 0, flags & K_CNVRT_MERGE_PATCH, err);

@@ -6,6 +6,28 @@
 
 namespace kcnvrt {
 
+void release(json_t* value) { json_decref(value); }
+
+Json share(json_t* value) { return Json{json_incref(value)}; }
+
+std::string_view view_of(json_t* string) {
+    return json_is_string(string) ? std::string_view{json_string_value(string), json_string_length(string)}
+                                  : std::string_view{};
+}
+
+bool is_text(json_t* value, std::string_view text) { return json_is_string(value) && view_of(value) == text; }
+
+void carry(json_t* object, Key key, json_t* value) { set(object, key, Json{json_incref(value)}); }
+
+Key name_of(json_t* string) {
+    const char* const text = text_of(string);
+    return {text, text == nullptr ? 0 : std::strlen(text)};
+}
+
+void set_named(json_t* object, json_t* name, Json value) {
+    if (json_is_string(name)) set(object, name_of(name), std::move(value));
+}
+
 Decimal::Decimal(int64_t number) {
     char* end = std::to_chars(text_, text_ + sizeof text_ - 1, number).ptr;
     *end = '\0';

@@ -15,8 +15,11 @@
 
 namespace kcnvrt {
 
+// Here and below, what Jansson has inline is called instead: dozens of bytes at each of a thousand places.
+void release(json_t* value);
+
 struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
+    void operator()(json_t* value) const { release(value); }
 };
 
 // One reference to a value, given back on scope exit; release() hands it over.
@@ -71,7 +74,7 @@ inline Json string(const char* literal) { return string(std::string_view{literal
 // A string of text that the library made itself and that may be anything: null when it is not UTF-8.
 inline Json checked_string(const char* text) { return Json{text == nullptr ? nullptr : json_string(text)}; }
 
-inline Json share(json_t* value) { return Json{json_incref(value)}; }
+Json share(json_t* value);
 
 // A new object or array with the same members (shared), and one with copies all the way down.
 inline Json shallow_copy(json_t* value) { return Json{json_copy(value)}; }
@@ -86,12 +89,14 @@ inline bool has(json_t* object, Key key) { return get(object, key) != nullptr; }
 inline const char* text_of(json_t* value) { return json_string_value(value); }
 inline const char* text_of(json_t* object, Key key) { return text_of(get(object, key)); }
 
-inline std::string_view view_of(json_t* string) {
-    return json_is_string(string) ? std::string_view{json_string_value(string), json_string_length(string)}
-                                  : std::string_view{};
-}
+// The same with its length, which may be empty for either reason.
+std::string_view view_of(json_t* string);
 
-inline bool is_text(json_t* value, std::string_view text) { return json_is_string(value) && view_of(value) == text; }
+// The text as the name of a member, which JSON can write but not read when it holds a NUL: it ends before one. An absent
+// name for anything but a string.
+Key name_of(json_t* string);
+
+bool is_text(json_t* value, std::string_view text);
 
 inline size_t size_of(json_t* container) {
     return json_is_object(container) ? json_object_size(container) : json_array_size(container);
@@ -104,11 +109,9 @@ inline void set(json_t* object, Key key, Json value) {
     json_object_setn_new_nocheck(object, key.text(), key.length(), value.release());
 }
 // The same value under a new name: a reference is added, nothing is copied.
-inline void carry(json_t* object, Key key, json_t* value) { set(object, key, share(value)); }
+void carry(json_t* object, Key key, json_t* value);
 // Under the name that a string value holds; any other value names nothing.
-inline void set_named(json_t* object, json_t* name, Json value) {
-    if (json_is_string(name)) set(object, Key{view_of(name)}, std::move(value));
-}
+void set_named(json_t* object, json_t* name, Json value);
 
 inline void append(json_t* array, Json value) { json_array_append_new(array, value.release()); }
 inline void append_shared(json_t* array, json_t* value) { append(array, share(value)); }

@@ -1,0 +1,130 @@
+// VLAN groups: the ports that can be grouped, and each VLAN with its member ports.
+#include "frame/list.h"
+#include "k_cnvrt.h"
+#include "k_cnvrt/users.h"
+
+using namespace kcnvrt;
+
+namespace {
+
+// The old layout writes VLAN identifier 1 as null.
+
+int vid_to_new(json_t* destination, Key key, json_t* value, const Report& report) {
+    if (!json_is_null(value)) return ways::integer_to_new(destination, key, value, report);
+    set(destination, key, integer(1));
+    return 0;
+}
+
+int vid_to_old(json_t* destination, Key key, json_t* value, const Report&) {
+    if (value == nullptr) return 0;
+    set(destination, key, json_is_integer(value) && json_integer_value(value) == 1 ? null() : share(value));
+    return 0;
+}
+
+// clang-format off
+constexpr auto kVlan = fields(
+    //                                                old    new
+    carried                                           ("name"),
+    carried                                           ("dest"),
+    field<vid_to_new,           vid_to_old>           ("vid"),
+    field<ways::integer_to_new, ways::carry>          ("wanidx"),
+    field<ways::boolean_to_new, ways::boolean_to_new> ("en",  "enable"),
+    carried                                           ("ifname"));
+// clang-format on
+
+// Towards the old layout.
+
+// A VLAN's ports by name. Each repeats the VLAN's one priority.
+Json ports_to_old(json_t* ports, json_t* priority) {
+    Json by_name = object();
+    for (const auto [name, instance] : members(ports)) {
+        if (!json_is_object(instance)) continue;
+        Json port = object();
+        carry(port.get(), "tag", get(instance, "tag"));
+        carry(port.get(), "qos", priority);
+        set_named(by_name.get(), get(instance, "name"), std::move(port));
+    }
+    return by_name;
+}
+
+int vlan_to_old(int64_t position, json_t* instance, json_t* vlans, const Report& report) {
+    Json vlan = object();
+    set(vlan.get(), "pos", integer(position));
+    if (instance == nullptr) set(vlan.get(), "en", boolean(false));
+    const int failures = to_old(kVlan, instance, vlan.get(), report);
+    if (json_t* const ports = get(instance, "ports"))
+        set(vlan.get(), "ports", ports_to_old(ports, get(instance, "vlanprio")));
+    append(vlans, std::move(vlan));
+    return failures;
+}
+
+// Towards the new layout.
+
+// Ports of a VLAN in the order of their names. The priority of the last one becomes the VLAN's.
+int ports_to_new(json_t* ports, json_t* vlan, const Report& report) {
+    constexpr size_t kLongestName = 63;
+    int failures = 0;
+    ListBuilder list;
+    for (const auto& [name, port] : SortedMembers{ports}) {
+        if (name.length() > kLongestName) {
+            failures += report.fail("Invalid field \"ports\", name of %zu characters is longer than 63", name.length());
+            continue;
+        }
+        Json instance = object();
+        set(instance.get(), "name", string(name));
+        carry(instance.get(), "tag", get(port, "tag"));
+        failures += ways::integer_to_new(vlan, "vlanprio", get(port, "qos"), report);
+        list.add(std::move(instance));
+    }
+    set(vlan, "ports", list.finish());
+    return failures;
+}
+
+// The order of the list is the VLANs' identity: a position that does not match ends it.
+bool is_in_position(json_t* old_vlan, uint32_t position, const Report& report, int& failures) {
+    json_t* const pos = get(old_vlan, "pos");
+    if (pos == nullptr || json_integer_value(pos) == static_cast<json_int_t>(position)) return true;
+    failures += report.fail("Invalid field \"pos\", %lld != %zu", static_cast<long long>(json_integer_value(pos)),
+                            static_cast<size_t>(position));
+    return false;
+}
+
+int vlans_to_new(json_t* vlans, json_t* destination, const Report& report) {
+    int failures = 0;
+    ListBuilder list;
+    for (const auto [number, old_vlan] : elements(vlans)) {
+        Json vlan = object();
+        failures += to_new(kVlan, old_vlan, vlan.get(), report);
+        failures += ports_to_new(get(old_vlan, "ports"), vlan.get(), report);
+        if (!is_in_position(old_vlan, list.count(), report, failures)) break;
+        list.add(std::move(vlan));
+    }
+    set(destination, "vlans", list.finish());
+    return failures;
+}
+
+}  // namespace
+
+int k_cnvrt_get_vlan_from_new(json_t* source, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    carry(destination, "vlans_enable", get(source, "vlans_enable"));
+    int failures = ways::names_to_old(destination, "avail_ports", get(source, "avail_ports"), report);
+    json_t* const instances = get(source, "vlans");
+    if (instances == nullptr) return failures;
+    Json vlans = array();
+    const EveryNumber numbers{instances, report};
+    failures += numbers.failures();
+    for (const auto [number, instance] : numbers) failures += vlan_to_old(number - 1, instance, vlans.get(), report);
+    set(destination, "vlans", std::move(vlans));
+    return failures;
+}
+
+int k_cnvrt_get_vlan_from_old(json_t* source, json_t* destination, k_err_t* err) {
+    const Report report{__func__, err};
+    ways::names_to_new(destination, "avail_ports", get(source, "avail_ports"), report);
+    // Without a list of VLANs the switch is not carried either.
+    json_t* const vlans = get(source, "vlans");
+    if (vlans == nullptr) return 0;
+    carry(destination, "vlans_enable", get(source, "vlans_enable"));
+    return vlans_to_new(vlans, destination, report);
+}
