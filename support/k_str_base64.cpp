@@ -30,8 +30,8 @@ void encode_group(const char* bytes, size_t count, char* out) {
     for (size_t i = 0; i < 4; ++i) out[i] = i <= count ? kAlphabet[bits >> (18 - 6 * i) & 63] : kPadding;
 }
 
-// `count` bytes, one to three, from count + 1 digits. False where a character is no digit, where the last digit has
-// bits that no encoder sets, and where a byte is NUL.
+// `count` bytes, one to three, from count + 1 digits. False where a character is no digit, and where a byte is NUL. Bits of
+// the last digit beyond the bytes are not looked at: another encoder may have set them, and a password is not lost for it.
 bool decode_group(const char* digits, size_t count, char* out) {
     uint32_t bits = 0;
     for (size_t i = 0; i <= count; ++i) {
@@ -43,7 +43,7 @@ bool decode_group(const char* digits, size_t count, char* out) {
         out[i] = static_cast<char>(bits >> (16 - 8 * i) & 255);
         if (out[i] == '\0') return false;
     }
-    return (bits & ((1u << (24 - 8 * count)) - 1)) == 0;
+    return true;
 }
 
 size_t bytes_in_last_group(const char* group) {

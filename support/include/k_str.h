@@ -23,9 +23,9 @@ uint32_t k_str_get_hash(const char *text);
 /*
  * Base64 with the standard alphabet and padding (RFC 4648), without white space; "" is "" both ways.
  * On success 0 and *out is a new text that the caller releases with free; on failure (memory, a null argument) a
- * negative value. Decoding is strict, so that one text has one encoding: it also fails on another length than a
- * multiple of 4, on a character outside the alphabet, on padding anywhere but at the end, on bits set in the last digit
- * that no encoder sets ("QR==" for "QQ=="), and on a decoded NUL byte, which no text can hold.
+ * negative value. Decoding also fails on another length than a multiple of 4, on a character outside the alphabet, on
+ * padding anywhere but at the end, and on a decoded NUL byte, which no text can hold. Spare bits of the last digit are
+ * ignored: "QR==" decodes as "QQ==" does.
  */
 int k_str_base64_encode(const char *text, char **out);
 int k_str_base64_decode(const char *text, char **out);
