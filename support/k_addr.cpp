@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 
 #include <bit>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 
@@ -60,10 +61,15 @@ int k_addr_v4_mask_to_prefix(const char* text) {
 
 int k_addr_v4_prefix_to_mask(int prefix, char* buffer, size_t size) {
     if (prefix < 0 || prefix > kV4Bits || buffer == nullptr) return -1;
-    in_addr mask{};
-    if (prefix > 0) mask.s_addr = htonl(UINT32_MAX << (kV4Bits - prefix));
+    const uint32_t mask = prefix == 0 ? 0 : UINT32_MAX << (kV4Bits - prefix);
     char text[INET_ADDRSTRLEN];
-    if (inet_ntop(AF_INET, &mask, text, sizeof text) == nullptr || strlen(text) >= size) return -1;
-    memcpy(buffer, text, strlen(text) + 1);
+    char* end = text;
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        end = std::to_chars(end, text + sizeof text, mask >> shift & 255).ptr;
+        *end++ = shift == 0 ? '\0' : '.';
+    }
+    const auto length = static_cast<size_t>(end - text);
+    if (length > size) return -1;
+    memcpy(buffer, text, length);
     return 0;
 }

@@ -7,21 +7,22 @@ using namespace kcnvrt;
 
 namespace {
 
+Json without_name(json_t* instance) {
+    Json port = object();
+    for (const auto [name, value] : members(instance))
+        if (name != "name") carry(port.get(), name, value);
+    return port;
+}
+
 // The instances by their port's name, which is then no longer a member.
 int ports_to_old(json_t* source, json_t* destination) {
-    for (const auto [number, instance] : Instances{source}) {
-        json_t* const name = get(instance, "name");
-        if (!json_is_string(name)) continue;
-        Json port = shallow_copy(instance);
-        json_object_del(port.get(), "name");
-        set_named(destination, name, std::move(port));
-    }
+    for (const auto [number, instance] : Instances{source})
+        set_named(destination, get(instance, "name"), without_name(instance));
     return 0;
 }
 
-// A value that is not an object has no place for the name and is carried as it is.
+// A value that is not an object has no place for the name and stays as it is.
 Json named_port(Key name, json_t* port) {
-    if (!json_is_object(port)) return share(port);
     Json instance = shallow_copy(port);
     set(instance.get(), "name", string(name));
     return instance;

@@ -5,12 +5,14 @@ using namespace kcnvrt;
 
 namespace {
 
+// clang-format off
 constexpr auto kRule = fields(
     integer_field("dport"),
     integer_field("sport"),
     carried("ips"),
     carried("source_mask"),
     carried("ipv6"));
+// clang-format on
 
 int list_to_new(json_t* rules, json_t* destination, k_err_t* err) {
     int failures = 0;
@@ -21,7 +23,7 @@ int list_to_new(json_t* rules, json_t* destination, k_err_t* err) {
     return failures;
 }
 
-// An older form: one rule that is not in a list. An empty one is no rule.
+// An older form: one rule that is not in a list. An empty one is no rule, and neither is anything but an object.
 int single_to_new(json_t* rule, json_t* destination, k_err_t* err) {
     int failures = 0;
     Json converted{k_cnvrt_get_remote_from_old_element(rule, &failures, err)};
@@ -41,8 +43,7 @@ json_t* k_cnvrt_get_remote_from_old_element(json_t* rule, int* errors, k_err_t* 
 }
 
 int k_cnvrt_get_remote_from_old(json_t* source, json_t* destination, k_err_t* err) {
-    if (json_is_array(source)) return list_to_new(source, destination, err);
-    return json_is_object(source) ? single_to_new(source, destination, err) : 0;
+    return json_is_array(source) ? list_to_new(source, destination, err) : single_to_new(source, destination, err);
 }
 
 int k_cnvrt_get_remote_from_new(json_t* source, json_t* destination, k_err_t* err) {

@@ -15,6 +15,7 @@ using namespace kcnvrt;
 
 namespace {
 
+// clang-format off
 // What both families carry; the gateway has another new name in each.
 constexpr auto kIpv4Route = fields(
     // old         new
@@ -26,6 +27,7 @@ constexpr auto kIpv6Route = fields(
     carried("gw",      "NextHop"),
     carried("met",     "ForwardingMetric"),
     carried("Default"));
+// clang-format on
 
 // Towards the old layout.
 

@@ -1,8 +1,7 @@
-// VLANs of devices with a DSL uplink. The old layout has no list of them but interface groups, with the VLAN of a WAN port
-// kept on the service of the port's name.
+// VLANs of devices with a DSL uplink. The old layout has no list of them but interface groups, with the VLAN of a port
+// kept on the services of the port's name.
 #include "frame/list.h"
 #include "k_cnvrt.h"
-#include "k_cnvrt/users.h"
 
 using namespace kcnvrt;
 
@@ -99,7 +98,7 @@ void add_port(json_t* vlan, json_t* port, bool is_tagged) {
     set_max_instance(ports, number);
 }
 
-// The VLANs of one direction of a group, one for each identifier. They are found by identifier in an object of their own.
+// The VLANs of one direction of a group, one for each identifier, and found by it in an object of their own.
 class VlansOfGroup {
 public:
     VlansOfGroup(Key iface, json_t* group, Key dest) : iface_{iface}, group_{group}, dest_{dest}, by_vid_{object()} {}
@@ -139,7 +138,7 @@ void place_ports(json_t* ports, bool is_tagged, VlansOfGroup& group, Tables& tab
         carry(available.get(), "name", port);
         tables.avail_ports.add(std::move(available));
 
-        json_t* const setting = json_is_string(port) ? get(tables.settings, Key{view_of(port)}) : nullptr;
+        json_t* const setting = get(tables.settings, name_of(port));
         json_t* const vlan = group.find_or_add(integer_or(get(setting, "vlanid"), 1), tables.vlans);
         add_port(vlan, port, is_tagged);
         // The port that comes last has the VLAN's priority.

@@ -1,15 +1,16 @@
 #include "frame/list.h"
 #include "k_cnvrt.h"
-#include "k_cnvrt/users.h"
 
 using namespace kcnvrt;
 
 namespace {
 
+// clang-format off
 constexpr auto kSystemUser = fields(
     carried      ("user"),
     password     ("password"),
     integer_field("rule"));
+// clang-format on
 
 }  // namespace
 

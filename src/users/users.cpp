@@ -1,12 +1,12 @@
 // The users of the device's management interfaces: an array (version 0) or a versioned object against a numbered list.
 #include "frame/list.h"
 #include "k_cnvrt.h"
-#include "k_cnvrt/users.h"
 
 using namespace kcnvrt;
 
 namespace {
 
+// clang-format off
 // A user of the array layout.
 constexpr auto kPasswdUser = fields(
     carried ("login"),
@@ -24,6 +24,7 @@ constexpr auto kRights = fields(
     carried("web"),
     carried("shell"),
     carried("dcc"));
+// clang-format on
 
 // Towards the old layout.
 
@@ -45,7 +46,6 @@ int users_to_object(json_t* users, json_t* destination, const Report& report) {
     int failures = 0;
     Json list = object();
     for (const auto [name, instance] : members(get(users, "list"))) {
-        if (!json_is_object(instance)) continue;
         Json user = object();
         failures += to_old(kUser, instance, user.get(), report);
         failures += to_old(kRights, get(instance, "services"), user.get(), report);

@@ -1,7 +1,6 @@
 // VLAN groups: the ports that can be grouped, and each VLAN with its member ports.
 #include "frame/list.h"
 #include "k_cnvrt.h"
-#include "k_cnvrt/users.h"
 
 using namespace kcnvrt;
 
