@@ -51,7 +51,7 @@ function(kcnvrt_shared_library name)
     target_link_options(${name} PRIVATE -Wl,--version-script=${script} -Wl,--as-needed)
     if(NOT KCNVRT_SANITIZE AND NOT KCNVRT_COVERAGE)
         set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C)
-        target_link_options(${name} PRIVATE -Wl,--gc-sections -Wl,-z,defs -Wl,-z,noseparate-code)
+        target_link_options(${name} PRIVATE -Wl,--gc-sections -Wl,-z,defs -Wl,-z,noseparate-code -Wl,-Bsymbolic-functions)
     endif()
 endfunction()
 

@@ -16,8 +16,8 @@ enum class When : uint8_t { kAlways, kVlan, kDslVlan };
 
 struct Step {
     In in;
-    Key source;          // "" is the object itself
-    const char* result;  // the name in the destination; "-" merges into it
+    Name source;  // "" is the object itself
+    Name result;  // in the destination; "-" merges into it
     k_cnvrt_handler_t handler;
     bool is_array = false;
     When when = When::kAlways;
@@ -36,7 +36,7 @@ struct Source {
 
     json_t* operator[](const Step& step) const {
         json_t* const object = step.in == In::kRoot ? root : step.in == In::kDevice ? device : users;
-        return step.source.length() == 0 ? object : get(object, step.source);
+        return step.source.is_empty() ? object : get(object, step.source);
     }
 };
 
@@ -105,7 +105,7 @@ constinit const Step kDefaultSsidToNew = {In::kRoot, "default_ssid", "-",     k_
 // clang-format on
 
 int run(const Step& step, const Source& source, json_t* destination, k_err_t* err) {
-    return json_section_parser(source[step], step.result, destination, err, step.is_array, step.handler);
+    return json_section_parser(source[step], step.result.text(), destination, err, step.is_array, step.handler);
 }
 
 template <size_t N>

@@ -17,7 +17,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <type_traits>
+#include <utility>
 
 #include "json.h"
 #include "report.h"
@@ -113,8 +115,9 @@ KCNVRT_FIELD_WORD(string_field, ways::string_to_new, ways::string_to_old)
 KCNVRT_FIELD_WORD(password, ways::password_to_new, ways::password_to_old)
 KCNVRT_FIELD_WORD(status, ways::status_to_new, ways::carry)
 
-// A table keeps its names in one pool and its ways in a list that tables of the same ways share, so that a row is a few
-// numbers: without pointers it needs no relocation and stays in read-only pages that every process shares.
+// A table keeps its names in one pool and its ways in a list, so that a row is a few numbers: without pointers it needs no
+// relocation and stays in read-only pages that every process shares. The ways that many tables have are in one list for
+// all of them, which their own lists continue.
 
 struct PackedField {
     uint16_t old_at;
@@ -125,12 +128,26 @@ struct PackedField {
     uint8_t to_old;
 };
 
+inline constexpr Way kCommonWays[] = {
+    nullptr,
+    ways::carry,
+    ways::integer_to_new,
+    ways::integer_to_old,
+    ways::boolean_to_new,
+    ways::boolean_to_old,
+    ways::string_to_new,
+    ways::string_to_old,
+    ways::password_to_new,
+    ways::password_to_old,
+    ways::status_to_new,
+};
+
 // A way as a type. Ways are told apart by it, because comparing the addresses of functions is no constant expression
 // under the undefined-behaviour sanitizer.
 template <Way>
 struct WayType {};
 
-// The different ones among all ways of a table, null included.
+// The different ones among all ways of a table, after the common ones.
 template <Way... All>
 class WayList {
     // Where a way stands first.
@@ -153,17 +170,18 @@ class WayList {
     }
 
     template <size_t Count>
-    static constexpr std::array<Way, Count> distinct() {
+    static constexpr std::array<Way, Count> own() {
         constexpr Way kAll[] = {All...};
         std::array<Way, Count> ways{};
-        for (size_t at = 0; at < sizeof...(All); ++at) ways[distinct_before(firsts()[at])] = kAll[at];
+        for (size_t at = std::size(kCommonWays); at < sizeof...(All); ++at)
+            if (firsts()[at] == at) ways[distinct_before(at) - std::size(kCommonWays)] = kAll[at];
         return ways;
     }
 
 public:
     // A template, so that it is only evaluated once the class is complete.
     template <class Self = WayList>
-    static constexpr auto kDistinct = Self::template distinct<Self::distinct_before(sizeof...(All))>();
+    static constexpr auto kOwn = Self::template own<Self::distinct_before(sizeof...(All)) - std::size(kCommonWays)>();
 
     template <Way Wanted>
     static constexpr uint8_t index_of() {
@@ -171,11 +189,18 @@ public:
     }
 };
 
+template <class Common, Way... Rest>
+struct WaysOfTable;
+template <size_t... Common, Way... Rest>
+struct WaysOfTable<std::index_sequence<Common...>, Rest...> {
+    using List = WayList<kCommonWays[Common]..., Rest...>;
+};
+
 // What the engine and every other reader sees of a table.
 class Fields {
 public:
-    constexpr Fields(const PackedField* rows, size_t count, const char* names, const Way* ways)
-        : rows_{rows}, count_{count}, names_{names}, ways_{ways} {}
+    constexpr Fields(const PackedField* rows, size_t count, const char* names, const Way* own_ways)
+        : rows_{rows}, count_{count}, names_{names}, own_ways_{own_ways} {}
 
     class Iterator {
     public:
@@ -200,14 +225,19 @@ private:
     constexpr Field unpack(const PackedField& row) const {
         return {{names_ + row.old_at, row.old_length},
                 {names_ + row.new_at, row.new_length},
-                ways_[row.to_new],
-                ways_[row.to_old]};
+                way(row.to_new),
+                way(row.to_old)};
+    }
+
+    constexpr Way way(size_t index) const {
+        constexpr size_t kCommon = std::size(kCommonWays);
+        return index < kCommon ? kCommonWays[index] : own_ways_[index - kCommon];
     }
 
     const PackedField* rows_;
     size_t count_;
     const char* names_;
-    const Way* ways_;
+    const Way* own_ways_;
 };
 
 template <size_t Rows, size_t Pool, class Ways>
@@ -219,7 +249,7 @@ public:
         (filler.add(row), ...);
     }
 
-    constexpr operator Fields() const { return {rows_, Rows, names_, Ways::template kDistinct<>.data()}; }
+    constexpr operator Fields() const { return {rows_, Rows, names_, Ways::template kOwn<>.data()}; }
 
 private:
     struct Filler {
@@ -254,7 +284,8 @@ private:
 template <size_t... OldN, size_t... NewN, Way... ToNew, Way... ToOld>
 constexpr auto fields(const FieldRow<OldN, NewN, ToNew, ToOld>&... row) {
     constexpr size_t kPool = (0 + ... + (OldN + (NewN == 1 ? 0 : NewN)));
-    return FieldTable<sizeof...(row), kPool, WayList<ToNew..., ToOld...>>{row...};
+    using Ways = typename WaysOfTable<std::make_index_sequence<std::size(kCommonWays)>, ToNew..., ToOld...>::List;
+    return FieldTable<sizeof...(row), kPool, Ways>{row...};
 }
 
 // The engine: every field of the table, in the table's order, from one object into another.

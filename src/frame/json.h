@@ -44,6 +44,25 @@ private:
     size_t length_;
 };
 
+// A member name that a table keeps by its characters: without a pointer it needs no relocation.
+class Name {
+public:
+    template <size_t N>
+    constexpr Name(const char (&literal)[N]) : length_{N - 1} {
+        static_assert(N <= sizeof text_);
+        for (size_t i = 0; i < N; ++i) text_[i] = literal[i];
+    }
+
+    constexpr operator Key() const { return {text_, length_}; }
+    constexpr const char* text() const { return text_; }
+    constexpr bool is_empty() const { return length_ == 0; }
+    constexpr bool operator==(const Name&) const = default;
+
+private:
+    char text_[19]{};
+    uint8_t length_;
+};
+
 // The decimal text of a number, where a name or a value needs one.
 class Decimal {
 public:

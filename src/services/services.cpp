@@ -12,9 +12,9 @@ namespace {
 enum Container { kObject = 0, kArray = 1 };
 
 struct Service {
-    Key old_name;  // in the old root
-    Key group;     // the object inside "Services" that keeps it, "" for none
-    Key new_name;  // there
+    Name old_name;  // in the old root
+    Name group;     // the object inside "Services" that keeps it, "" for none
+    Name new_name;  // there
     // Null: the section is attached as it stands. The converters of a group's services read from the group and write
     // into it themselves.
     k_cnvrt_handler_t to_new;
@@ -23,23 +23,23 @@ struct Service {
     bool counts_to_new;  // whether a failure towards the new layout is a failure of "Services"; towards old each is
 };
 
-constexpr Key kAlone = "";
-constexpr Key kDns = "dns";
-constexpr Key kVpn = "vpn";
+constexpr Name kAlone = "";
+constexpr Name kDns = "dns";
+constexpr Name kVpn = "vpn";
 
-constexpr Service copied(Key old_name, Key new_name) {
+constexpr Service copied(Name old_name, Name new_name) {
     return {old_name, kAlone, new_name, nullptr, nullptr, kObject, true};
 }
-constexpr Service copied(Key name) {
+constexpr Service copied(Name name) {
     return copied(name, name);
 }
 
-constexpr Service converted(Key name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old, Container old_container) {
+constexpr Service converted(Name name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old, Container old_container) {
     return {name, kAlone, name, to_new, to_old, old_container, true};
 }
 
 // A failed name server or tunnel never rejects a configuration on its way to the new layout; on the way back it does.
-constexpr Service regrouped(Key old_name, Key group, Key new_name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old) {
+constexpr Service regrouped(Name old_name, Name group, Name new_name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old) {
     return {old_name, group, new_name, to_new, to_old, kObject, false};
 }
 
