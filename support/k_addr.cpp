@@ -62,7 +62,7 @@ int k_addr_v4_mask_to_prefix(const char* text) {
 int k_addr_v4_prefix_to_mask(int prefix, char* buffer, size_t size) {
     if (prefix < 0 || prefix > kV4Bits || buffer == nullptr) return -1;
     const uint32_t mask = prefix == 0 ? 0 : UINT32_MAX << (kV4Bits - prefix);
-    char text[INET_ADDRSTRLEN];
+    char text[INET_ADDRSTRLEN + 1];  // one more than needed: g++ sees a byte after the end else
     char* end = text;
     for (int shift = 24; shift >= 0; shift -= 8) {
         end = std::to_chars(end, text + sizeof text, mask >> shift & 255).ptr;

@@ -1,4 +1,4 @@
-#include "frame/list.h"
+#include "frame/nested.h"
 #include "k_cnvrt.h"
 
 using namespace kcnvrt;
@@ -13,15 +13,6 @@ constexpr auto kRule = fields(
     carried("source_mask"),
     carried("ipv6"));
 // clang-format on
-
-int list_to_new(json_t* rules, json_t* destination, k_err_t* err) {
-    int failures = 0;
-    ListBuilder list{destination};
-    for (const auto [number, rule] : elements(rules))
-        list.add(Json{k_cnvrt_get_remote_from_old_element(rule, &failures, err)});
-    list.finish();
-    return failures;
-}
 
 // An older form: one rule that is not in a list. An empty one is no rule, and neither is anything but an object.
 int single_to_new(json_t* rule, json_t* destination, k_err_t* err) {
@@ -43,17 +34,10 @@ json_t* k_cnvrt_get_remote_from_old_element(json_t* rule, int* errors, k_err_t* 
 }
 
 int k_cnvrt_get_remote_from_old(json_t* source, json_t* destination, k_err_t* err) {
-    return json_is_array(source) ? list_to_new(source, destination, err) : single_to_new(source, destination, err);
+    if (!json_is_array(source)) return single_to_new(source, destination, err);
+    return list_to_new(kRule, source, destination, Report{"k_cnvrt_get_remote_from_old_element", err});
 }
 
 int k_cnvrt_get_remote_from_new(json_t* source, json_t* destination, k_err_t* err) {
-    const Report report{__func__, err};
-    const EveryNumber numbers{source, report};
-    int failures = numbers.failures();
-    for (const auto [number, instance] : numbers) {
-        Json rule = object();
-        failures += to_old(kRule, instance, rule.get(), report);
-        append(destination, std::move(rule));
-    }
-    return failures;
+    return list_to_old(kRule, source, destination, Report{__func__, err});
 }

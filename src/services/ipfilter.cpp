@@ -1,6 +1,6 @@
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"
-#include "services/nested.h"
+#include "frame/nested.h"
 
 using namespace kcnvrt;
 

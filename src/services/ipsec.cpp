@@ -1,7 +1,7 @@
 #include "k_cnvrt/ipsec.h"
 
 #include "k_cnvrt.h"
-#include "services/nested.h"
+#include "frame/nested.h"
 
 using namespace kcnvrt;
 

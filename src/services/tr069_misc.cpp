@@ -1,6 +1,6 @@
 #include "services/tr069_misc.h"
 
-#include "services/nested.h"
+#include "frame/nested.h"
 #include "services/text_objects.h"
 
 namespace kcnvrt {

@@ -1,5 +1,5 @@
 // The users of the device's management interfaces: an array (version 0) or a versioned object against a numbered list.
-#include "frame/list.h"
+#include "frame/nested.h"
 #include "k_cnvrt.h"
 
 using namespace kcnvrt;
@@ -31,14 +31,7 @@ constexpr auto kRights = fields(
 int users_to_array(json_t* list, json_t* destination, const Report& report) {
     // The other container is refused without a message: the caller tries both.
     if (!json_is_array(destination)) return 1;
-    const EveryNumber numbers{list, report};
-    int failures = numbers.failures();
-    for (const auto [number, instance] : numbers) {
-        Json user = object();
-        failures += to_old(kPasswdUser, instance, user.get(), report);
-        append(destination, std::move(user));
-    }
-    return failures;
+    return list_to_old(kPasswdUser, list, destination, report);
 }
 
 int users_to_object(json_t* users, json_t* destination, const Report& report) {

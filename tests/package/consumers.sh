@@ -47,7 +47,9 @@ esac
 sed 's/\(.*\) \(.*\)/\1(\2)/' "$scratch/declared" > "$scratch/functions.inc"
 "$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror "-I$scratch" $(pkg-config --cflags k_cnvrt) "$here"/c_consumer/*.c \
     -o "$scratch/c_consumer" $(pkg-config --libs k_cnvrt) "-Wl,-rpath,$libraries"
-expect "functions that the C program knows" "$(wc -l < "$scratch/declared")" "$("$scratch/c_consumer" functions)"
+# Some conversions print lines of their own before it.
+known=$("$scratch/c_consumer" functions | tail -n 1)
+expect "functions that the C program knows" "$(wc -l < "$scratch/declared")" "$known"
 expect "the C program converts" "$new" "$("$scratch/c_consumer" convert "$document")"
 
 cmake -S "$here/cpp_consumer" -B "$scratch/cpp" -G "$generator" "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \

@@ -1,15 +1,16 @@
-#include "services/nested.h"
+#include "frame/nested.h"
 
 namespace kcnvrt {
 
 int list_to_new(Fields fields, json_t* array, json_t* list, const Report& report) {
     int failures = 0;
+    ListBuilder entries{list};
     for (const auto [number, element] : elements(array)) {
         Json entry = object();
         failures += to_new(fields, element, entry.get(), report);
-        set(list, Decimal{static_cast<int64_t>(number)}, std::move(entry));
+        entries.add(std::move(entry));
     }
-    set_max_instance(list, static_cast<uint32_t>(json_array_size(array)));
+    entries.finish();
     return failures;
 }
 
