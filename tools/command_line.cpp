@@ -186,7 +186,15 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& question) {
     return kConverted;
 }
 
+// An empty argument names no file, section or number. The parser would take it for the name of the nameless group of
+// directions, and never come back when an unknown option follows.
+void refuse_empty_arguments(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i)
+        if (argv[i][0] == '\0') fail_by_usage("argument " + std::to_string(i) + " is empty");
+}
+
 ExitStatus parse_and_run(CLI::App& app, const Options& options, int argc, char** argv) {
+    refuse_empty_arguments(argc, argv);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& question) {

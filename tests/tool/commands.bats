@@ -196,6 +196,8 @@ load setup
     wrong "--to-new" section wan_pvid old.json
     wrong "--to-new" section wan_pvid --to-new --to-old old.json
     wrong "--base" section wan_pvid --to-old --base old.json old.json
+    wrong "argument 2 is empty" to-new ""
+    wrong "argument 4 is empty" section wan_pvid old.json "" "" --unknown
     wrong "OTHER" diff old.json
     wrong "DIFFERENCE" apply old.json
     wrong "--errors" to-new --errors xml old.json

@@ -67,8 +67,6 @@ load setup
 @test "a file that is missing or a folder cannot be read" {
     kcnvrt 3 to-new missing.json
     equal "$stderr" "missing.json: read: No such file or directory"
-    kcnvrt 3 to-new ""
-    equal "$stderr" ": read: No such file or directory"
     mkdir folder
     kcnvrt 3 to-old folder
     equal "$stderr" "folder: read: Is a directory"

@@ -1,0 +1,87 @@
+#include "properties.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "runner/allocations.h"
+#include "start.h"
+
+namespace {
+
+struct FreeRecord {
+    void operator()(k_err_t* err) const { k_err_free(err); }
+};
+using Record = std::unique_ptr<k_err_t, FreeRecord>;
+
+struct Observed {
+    Returned returned;
+    std::string picture;
+    std::string messages;
+};
+
+std::string messages_of(const k_err_t* err) {
+    std::string messages;
+    for (size_t i = 0; i < k_err_count(err); ++i)
+        messages += std::string{k_err_function(err, i)} + ": " + k_err_message(err, i) + "\n";
+    return messages;
+}
+
+Observed observe(const Call& call, json_t* source, Record err) {
+    Observed observed{call(source, err.get()), {}, {}};
+    observed.picture = picture_of(observed.returned.tree.get());
+    observed.messages = messages_of(err.get());
+    return observed;
+}
+
+void check_agreement(const Observed& observed, OnFailure on_failure, const json_t* source) {
+    const bool failed = observed.returned.failures != 0;
+    if (on_failure == OnFailure::kNothing)
+        require((observed.returned.tree == nullptr) == failed, "null exactly when fields failed", source);
+    require(!failed || !observed.messages.empty() || on_failure == OnFailure::kTheRestInSilence,
+            "a failure has a message", source);
+}
+
+// As JSON, and be read again. A conversion may add levels to a source that has as many as can be read.
+bool can_be_written(json_t* result) {
+    return result == nullptr || levels_of(result) > kMostLevels || survives_json(result);
+}
+
+void check_calls(const Call& call, Tree source, OnFailure on_failure) {
+    const std::string before = picture_of(source.get());
+    const Observed first = observe(call, source.get(), Record{k_err_new()});
+    require(picture_of(source.get()) == before, "the source stays as it is", source.get());
+    check_agreement(first, on_failure, source.get());
+
+    const Observed second = observe(call, source.get(), Record{k_err_new()});
+    require(second.picture == first.picture, "a second call has the same result", source.get());
+    require(second.messages == first.messages, "a second call has the same messages", source.get());
+    const Observed unrecorded = observe(call, source.get(), nullptr);
+    require(unrecorded.picture == first.picture, "a null record changes nothing", source.get());
+    require(unrecorded.returned.failures == first.returned.failures, "a null record counts the same", source.get());
+
+    json_t* const result = first.returned.tree.get();
+    require(can_be_written(result) || !survives_json(source.get()), "the result of a JSON text can be written as one",
+            source.get());
+    source.reset();
+    require(picture_of(result) == first.picture, "the result stands alone", result);
+}
+
+}  // namespace
+
+void check(const Call& call, Tree source, OnFailure on_failure) {
+    Tree copy{json_deep_copy(source.get())};
+    const long before = live_allocations();
+    check_calls(call, Tree{json_deep_copy(copy.get())}, on_failure);
+    require(live_allocations() == before, "nothing leaks", copy.get());
+}
+
+void require(bool is_so, const char* what, const json_t* source) {
+    if (is_so) return;
+    std::fprintf(console, "\nThis does not hold: %s. The source:\n", what);
+    if (json_dumpf(source, console, JSON_ENCODE_ANY | JSON_INDENT(2)) != 0)
+        std::fprintf(console, "%s", picture_of(source).c_str());
+    std::fprintf(console, "\n");
+    std::fflush(console);
+    std::abort();
+}
