@@ -25,7 +25,7 @@ if(KCNVRT_SANITIZE)
     add_link_options(-fsanitize=${KCNVRT_SANITIZE})
 endif()
 if(KCNVRT_COVERAGE)
-    add_compile_options(--coverage -fprofile-abs-path)
+    add_compile_options(--coverage -fprofile-abs-path -fprofile-update=atomic)
     add_link_options(--coverage)
 endif()
 

@@ -1,4 +1,5 @@
-// The case runner: `cases [PATH...]` runs every case of the *.json files at or below the paths (default: tests/cases).
+// The case runner: `cases [PATH...]` runs every case of the *.json files at or below the paths (default: tests/cases);
+// `cases --print [PATH...]` prints what each of them observes instead, to be compared with another machine.
 //
 // A file is an array of cases, and a case is an object:
 //
@@ -43,6 +44,7 @@
 #include "allocations.h"
 #include "case.h"
 #include "check.h"
+#include "print.h"
 
 namespace {
 
@@ -70,17 +72,28 @@ size_t register_cases(const std::filesystem::path& path) {
     return files.size();
 }
 
+// As register_cases.
+size_t print_cases(const std::filesystem::path& path) {
+    const auto files = case_files(path);
+    for (const auto& file : files) {
+        for (const Case& loaded : load_cases(file)) print_outcome(loaded);
+    }
+    return files.size();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     count_allocations();
     testing::InitGoogleTest(&argc, argv);
     std::vector<std::string> paths{argv + 1, argv + argc};
+    const bool prints = !paths.empty() && paths.front() == "--print";
+    if (prints) paths.erase(paths.begin());
     if (paths.empty()) paths.push_back(KCNVRT_CASES);
     for (const std::string& path : paths) {
-        if (register_cases(path) > 0) continue;
+        if ((prints ? print_cases(path) : register_cases(path)) > 0) continue;
         std::fprintf(stderr, "%s: no case files\n", path.c_str());
         return 2;
     }
-    return RUN_ALL_TESTS();
+    return prints ? 0 : RUN_ALL_TESTS();
 }

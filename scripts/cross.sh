@@ -1,0 +1,114 @@
+#!/bin/bash
+# The cases on other machines, 32-bit little-endian ARM and 32-bit big-endian MIPS: each has to hold there, and everything
+# that they observe has to be what it is here, byte for byte. So has what the tool makes of the examples.
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/build.sh"
+
+# Triplets of compilers, and the emulator of each.
+declare -A emulators=([arm-linux-gnueabihf]=qemu-arm-static [mips-linux-gnu]=qemu-mips-static)
+
+cross=$root/build/cross
+sources=$cross/sources
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# apt-get with the machine's own sources of packages, read as sources of their source text.
+apt_source() {
+    apt-get -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$sources/apt" -o Dir::State::Lists="$sources/lists" \
+        -o APT::Sandbox::User=root "$@"
+}
+
+fetch_jansson() {
+    [ ! -f "$sources/jansson/CMakeLists.txt" ] || return 0
+    local list
+    mkdir -p "$sources/apt" "$sources/lists/partial"
+    for list in /etc/apt/sources.list.d/*.sources; do
+        [ ! -f "$list" ] || sed 's/^Types:.*/Types: deb-src/' "$list" > "$sources/apt/${list##*/}"
+    done
+    for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+        [ ! -f "$list" ] || sed -n 's/^deb /deb-src /p' "$list" > "$sources/apt/$(basename "$list" .list).list"
+    done
+    quietly apt_source update
+    (cd "$sources" && quietly apt_source source jansson)
+    mv "$sources"/jansson-*/ "$sources/jansson"
+}
+
+# install_package TRIPLET NAME SOURCE [ARGUMENT...]: builds a CMake package for the other machine.
+install_package() {
+    local folder=$cross/$1/$2
+    quietly cmake -S "$3" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release "-DCMAKE_INSTALL_PREFIX=$cross/$1/installed" \
+        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/toolchain-$1.cmake" "${@:4}"
+    quietly cmake --build "$folder" --parallel "$(nproc)" --target install
+}
+
+# What the build needs on the other machine, from the same Debian packages as here.
+install_packages() {
+    local installed=$cross/$1/installed
+    [ ! -f "$installed/complete" ] || return 0
+    install_package "$1" jansson "$sources/jansson" -DJANSSON_BUILD_SHARED_LIBS=ON -DJANSSON_BUILD_DOCS=OFF \
+        -DJANSSON_EXAMPLES=OFF -DJANSSON_WITHOUT_TESTS=ON
+    install_package "$1" googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+    mkdir -p "$installed/include" "$installed/share/cmake"
+    cp -r /usr/include/CLI "$installed/include/"
+    cp -r /usr/share/cmake/CLI11 "$installed/share/cmake/"
+    touch "$installed/complete"
+}
+
+build_for() {
+    export PKG_CONFIG_LIBDIR=$cross/$1/installed/lib/pkgconfig
+    configure "cross/$1/release" release ON "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/toolchain-$1.cmake" \
+        "-DCMAKE_PREFIX_PATH=$cross/$1/installed"
+    build "cross/$1/release" cases kcnvrt
+    unset PKG_CONFIG_LIBDIR
+}
+
+# outcomes FOLDER COMMAND...: what the cases observe and what the tool makes of the examples, through an emulator if any.
+outcomes() {
+    local folder=$1 example direction
+    shift
+    "$@" "$folder/bin/cases" --print
+    for example in "$root"/examples/*.json; do
+        [ "${example%.old.json}" = "$example" ] && direction=to-old || direction=to-new
+        "$@" "$folder/bin/kcnvrt" "$direction" "$example" 2>&1 || true
+    done
+}
+
+# The libraries need Jansson, each other and the C library, and nothing else.
+check_needed() {
+    local needed
+    needed=$("$1-readelf" --dynamic "$cross/$1/release/lib/"lib*.so | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort -u | xargs)
+    [ "$needed" = "libc.so.6 libjansson.so.4 libk_support.so.1" ] || fail "$1: the libraries need $needed"
+}
+
+# In the flash of a device.
+stripped_size() {
+    "$1-strip" -o "$cross/$1/stripped" "$cross/$1/release/lib/$2.so"
+    stat -c %s "$cross/$1/stripped"
+}
+
+check_on() {
+    local emulator=("${emulators[$1]}" -L "/usr/$1") folder=$cross/$1/release
+    check_needed "$1"
+    "${emulator[@]}" "$folder/bin/cases" --gtest_brief=1
+    outcomes "$folder" "${emulator[@]}" > "$cross/$1/outcomes"
+    cmp "$cross/outcomes" "$cross/$1/outcomes"
+    echo "$1: $(grep -c '^case ' "$cross/$1/outcomes") cases, all as here; stripped, libk_cnvrt has" \
+        "$(stripped_size "$1" libk_cnvrt) bytes and libk_support $(stripped_size "$1" libk_support)"
+}
+
+lock
+compilers=("${!emulators[@]}")
+need_packages "${test_packages[@]}" "${compilers[@]/#/g++-}" googletest qemu-user-static dpkg-dev
+fetch_jansson
+configure release release ON
+build release cases kcnvrt
+for triplet in "${!emulators[@]}"; do
+    install_packages "$triplet"
+    build_for "$triplet"
+done
+unlock
+outcomes "$root/build/release" > "$cross/outcomes"
+for triplet in "${!emulators[@]}"; do check_on "$triplet"; done
