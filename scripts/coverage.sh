@@ -1,0 +1,16 @@
+#!/bin/bash
+# Which lines and branches of the two libraries the tests reach. Branches that the compiler makes for exceptions, which
+# the libraries do not have, are not counted. The last lines say what is missing where.
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/build.sh"
+
+lock
+need_packages "${test_packages[@]}" gcovr
+configure coverage debug ON -DKCNVRT_COVERAGE=ON
+build coverage all
+find "$root/build/coverage" -name '*.gcda' -delete
+unlock
+run_tests coverage --exclude-regex '^(package|tool)' "$@"
+gcovr --root "$root" --object-directory "$root/build/coverage" --filter "$root/src/" --filter "$root/support/" \
+    --exclude-throw-branches --exclude-unreachable-branches --print-summary --sort-uncovered \
+    --html-details "$root/build/coverage/lines.html"

@@ -1,0 +1,194 @@
+// Every allocation fails, once each and from then on: nothing crashes, nothing leaks, the source stays as it was, and the
+// result is a tree that can be walked and printed, or null. Stores that failed are missing from it; no more is promised.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdio>
+
+#include "conversions.h"
+#include "effort.h"
+#include "examples.h"
+#include "fingerprint.h"
+#include "k_cnvrt.h"
+#include "k_conf.h"
+#include "places.h"
+#include "shortage.h"
+#include "silence.h"
+
+namespace {
+
+struct Totals {
+    long conversions = 0;
+    long allocations = 0;
+    long visited = 0;
+};
+
+Totals totals;
+
+int print_nothing(const char*, size_t, void*) {
+    return 0;
+}
+
+// Walks every node, and prints the tree.
+bool is_well_formed(const json_t* tree) {
+    static_cast<void>(fingerprint(tree));
+    return tree == nullptr || json_dump_callback(tree, print_nothing, nullptr, JSON_ENCODE_ANY) == 0;
+}
+
+struct Run {
+    json_t* result;
+    k_err_t* err;
+    bool has_failed;
+};
+
+Run run(const Conversion& conversion, long allocation, Failing failing) {
+    const Silence silence;
+    start_shortage(allocation, failing);
+    k_err_t* err = k_err_new();
+    json_t* result = conversion.run(conversion.source.get(), err);
+    return {result, err, end_shortage()};
+}
+
+// One run, the record included, with one allocation failing. Whether any did.
+bool run_short_of_memory(const Conversion& conversion, uint64_t source, long allocation, Failing failing) {
+    const long live = live_blocks();
+    auto [result, err, has_failed] = run(conversion, allocation, failing);
+    EXPECT_TRUE(is_well_formed(result)) << conversion.name << ", allocation " << allocation;
+    json_decref(result);
+    k_err_free(err);
+    EXPECT_EQ(live, live_blocks()) << conversion.name << ", allocation " << allocation;
+    EXPECT_EQ(source, fingerprint(conversion.source.get())) << conversion.name << ", allocation " << allocation;
+    return has_failed;
+}
+
+// How many allocations a run asks for that gets them all.
+long allocations_of(const Conversion& conversion) {
+    const auto [result, err, has_failed] = run(conversion, LONG_MAX, Failing::kOnce);
+    json_decref(result);
+    k_err_free(err);
+    return allocations_asked_for();
+}
+
+// Ends with the run that needs no more failures.
+void fail_each(const Conversion& conversion, Failing failing, long step) {
+    const uint64_t source = fingerprint(conversion.source.get());
+    for (long allocation = 0; run_short_of_memory(conversion, source, allocation, failing); allocation += step) {
+        ++totals.visited;
+        if (testing::Test::HasFailure()) return;
+    }
+}
+
+// A small conversion is visited completely, a large one in steps.
+void fail_each(const Conversion& conversion) {
+    constexpr long kVisits = 400;
+    const long allocations = allocations_of(conversion);
+    const long step = is_thorough() ? 1 : 1 + allocations * static_cast<long>(stride(1)) / kVisits;
+    fail_each(conversion, Failing::kOnce, step);
+    fail_each(conversion, Failing::kFromThenOn, step);
+    ++totals.conversions;
+    totals.allocations += allocations;
+}
+
+void print_totals() {
+    std::printf("%ld conversions with %ld allocations, failed at %ld points\n", totals.conversions, totals.allocations,
+                totals.visited);
+}
+
+class AllocationFailures : public testing::Test {
+protected:
+    void SetUp() override { totals = {}; }
+    void TearDown() override { print_totals(); }
+};
+
+// A document whose every leaf is a real number, which no converter expects: messages everywhere.
+Tree of_wrong_types(Tree document) {
+    for (const Place& place : places_in(document.get()))
+        if (is_leaf(place.value.get())) put(place, Tree{json_real(0.5)});
+    return document;
+}
+
+json_t* pair_of(const json_t* base, const json_t* other) {
+    json_t* pair = json_object();
+    json_object_set_new(pair, "base", json_deep_copy(base));
+    json_object_set_new(pair, "other", json_deep_copy(other));
+    return pair;
+}
+
+Conversion difference(const char* name, const json_t* base, const json_t* other, unsigned flag) {
+    return {name, Tree{pair_of(base, other)}, [flag](json_t* pair, k_err_t* err) {
+                return k_conf_diff_set2(json_object_get(pair, "base"), json_object_get(pair, "other"), 0, flag, err);
+            }};
+}
+
+Conversion application(const char* name, const json_t* base, const json_t* other, unsigned flag) {
+    const Tree patch{k_conf_diff_set2(const_cast<json_t*>(base), const_cast<json_t*>(other), 0, flag, nullptr)};
+    return {name, Tree{pair_of(base, patch.get())}, [](json_t* pair, k_err_t* err) {
+                return k_conf_apply(json_object_get(pair, "base"), json_object_get(pair, "other"), err);
+            }};
+}
+
+// The example with every seventh leaf changed.
+Tree edited(Tree document) {
+    size_t count = 0;
+    for (const Place& place : places_in(document.get()))
+        if (is_leaf(place.value.get()) && ++count % 7 == 0) put(place, Tree{json_string("edited")});
+    return document;
+}
+
+TEST_F(AllocationFailures, InConversionsOfTheExamples) {
+    for (const Conversion& conversion : conversions_of(old_example().get(), new_example().get())) {
+        ASSERT_NE(nullptr, conversion.source) << conversion.name;
+        fail_each(conversion);
+    }
+}
+
+TEST_F(AllocationFailures, InConversionsThatReportMuch) {
+    const Tree old_document = of_wrong_types(old_example());
+    const Tree new_document = of_wrong_types(new_example());
+    for (const Conversion& conversion : conversions_of(old_document.get(), new_document.get())) fail_each(conversion);
+}
+
+TEST_F(AllocationFailures, InDifferences) {
+    const Tree base = new_example();
+    const Tree other = edited(new_example());
+    fail_each(difference("patch", base.get(), other.get(), K_CONF_JSON_PATCH));
+    fail_each(difference("merge patch", base.get(), other.get(), K_CONF_MERGE_PATCH));
+    fail_each(application("application of a patch", base.get(), other.get(), K_CONF_JSON_PATCH));
+    fail_each(application("application of a merge patch", base.get(), other.get(), K_CONF_MERGE_PATCH));
+}
+
+TEST_F(AllocationFailures, InTheErrorRecord) {
+    const auto report_often = [](json_t*, k_err_t* err) -> json_t* {
+        for (int i = 0; i < 100; ++i) k_err_set(err, "function", i, "message %d of %s", i, "a hundred");
+        for (size_t i = 0; i < k_err_count(err); ++i) {
+            EXPECT_STREQ("function", k_err_function(err, i));
+            EXPECT_NE(nullptr, k_err_message(err, i));
+        }
+        k_err_clear(err);
+        k_err_set(err, nullptr, 0, "after that");
+        return nullptr;
+    };
+    fail_each({"error record", Tree{json_object()}, report_often});
+}
+
+TEST_F(AllocationFailures, InTheUtilities) {
+    fail_each({"self-check", Tree{json_object()}, [](json_t*, k_err_t*) -> json_t* {
+                   k_cnvrt_check_valid_hashes();
+                   return nullptr;
+               }});
+    fail_each({"sorted names", new_example(), [](json_t* source, k_err_t*) -> json_t* {
+                   int count = 0;
+                   char** names = getSortedKeys(json_object_get(source, "Device"), &count);
+                   EXPECT_EQ(names == nullptr, count < 0);
+                   freeArrayOfString(names, count);
+                   return nullptr;
+               }});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    lead_jansson_here();
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,26 @@
+#include "effort.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr size_t kSlowness = 10;
+#else
+constexpr size_t kSlowness = 1;
+#endif
+
+}  // namespace
+
+bool is_thorough() {
+    return std::getenv("KCNVRT_THOROUGH") != nullptr;
+}
+
+size_t stride(size_t ordinary) {
+    return is_thorough() ? 1 : ordinary * kSlowness;
+}
+
+size_t repetitions(size_t ordinary) {
+    return is_thorough() ? ordinary : std::max<size_t>(1, ordinary / kSlowness);
+}

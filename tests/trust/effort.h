@@ -1,0 +1,13 @@
+// effort.h: how much of the larger walks is visited.
+#pragma once
+
+#include <cstddef>
+
+// Everything: KCNVRT_THOROUGH is set in the environment.
+bool is_thorough();
+
+// Every how many-th point is visited: 1 when thorough, else `ordinary`, and more under a sanitizer, which is slower.
+size_t stride(size_t ordinary);
+
+// A number of repetitions, fewer under a sanitizer.
+size_t repetitions(size_t ordinary);

@@ -1,0 +1,25 @@
+// hostile.h: documents to be forged, and what is done with each.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "contract.h"
+#include "places.h"
+
+// A small document: one section of an example, or one interface or service of it, at its place.
+struct Part {
+    std::string name;
+    Direction direction;
+    Tree document;
+};
+
+// Together they hold everything that both examples hold.
+std::vector<Part> parts_of_examples();
+
+// For each part each place, or every `step`-th of all.
+void for_each_place(size_t step, const std::function<void(Part& part, const Place& place)>& visit);
+
+// Puts a value there for one conversion, which keeps the contract.
+Conduct convert_with(Part& part, const Place& place, json_t* value, const char* what);

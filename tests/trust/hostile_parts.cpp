@@ -1,0 +1,57 @@
+#include "hostile.h"
+
+#include "conversions.h"
+#include "examples.h"
+
+namespace {
+
+// Objects whose members make a part each, in each layout.
+constexpr const char* kDivided[] = {"ifaces", "Device", "Device/Ifaces", "Device/Services"};
+
+bool is_divided(const std::string& path) {
+    for (const char* divided : kDivided)
+        if (path == divided) return true;
+    return false;
+}
+
+// A value at the end of a path of new objects.
+Tree at_path(const std::string& path, json_t* value) {
+    const size_t end = path.find('/');
+    Tree object{json_object()};
+    json_t* member = end == path.npos ? json_deep_copy(value) : at_path(path.substr(end + 1), value).release();
+    json_object_set_new(object.get(), path.substr(0, end).c_str(), member);
+    return object;
+}
+
+void add_parts(std::vector<Part>& parts, Direction direction, json_t* object, const std::string& path) {
+    const char* name;
+    json_t* value;
+    json_object_foreach(object, name, value) {
+        const std::string own_path = path.empty() ? name : path + "/" + name;
+        if (is_divided(own_path))
+            add_parts(parts, direction, value, own_path);
+        else
+            parts.push_back({own_path, direction, at_path(own_path, value)});
+    }
+}
+
+}  // namespace
+
+std::vector<Part> parts_of_examples() {
+    std::vector<Part> parts;
+    add_parts(parts, Direction::kToNew, old_example().get(), "");
+    add_parts(parts, Direction::kToOld, new_example().get(), "");
+    return parts;
+}
+
+void for_each_place(size_t step, const std::function<void(Part& part, const Place& place)>& visit) {
+    size_t count = 0;
+    for (Part& part : parts_of_examples())
+        for (const Place& place : places_in(part.document.get()))
+            if (count++ % step == 0) visit(part, place);
+}
+
+Conduct convert_with(Part& part, const Place& place, json_t* value, const char* what) {
+    const Replacement replacement{place, value};
+    return expect_contract(part.direction, part.document.get(), place.path + " as " + what);
+}
