@@ -148,6 +148,17 @@ TEST_F(AllocationFailures, InConversionsThatReportMuch) {
     for (const Conversion& conversion : conversions_of(old_document.get(), new_document.get())) fail_each(conversion);
 }
 
+// Texts that grow, of lengths around those at which a growing text needs more memory.
+TEST_F(AllocationFailures, InTextsOfEveryLength) {
+    for (size_t length = 1; length <= 70; ++length) {
+        const std::string text(length, 'a');
+        Tree routes{json_pack("[{s:s}]", "ip", text.c_str())};
+        fail_each({"a route to " + text, std::move(routes), [](json_t* source, k_err_t* err) {
+                       return k_cnvrt_get_section_to_new("Static", source, nullptr, 0, err);
+                   }});
+    }
+}
+
 TEST_F(AllocationFailures, InDifferences) {
     const Tree base = new_example();
     const Tree other = edited(new_example());
