@@ -6,6 +6,8 @@
 
 #include <cctype>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <ostream>
 
@@ -199,6 +201,46 @@ INSTANTIATE_TEST_SUITE_P(Section, Laws, testing::ValuesIn(sections()), [](const 
         if (std::isalnum(static_cast<unsigned char>(character)) == 0) character = '_';
     return name;
 });
+
+std::string with_bars_escaped(const std::string& text) {
+    std::string escaped;
+    for (const char character : text) escaped += character == '|' ? "\\|" : std::string{character};
+    return escaped;
+}
+
+std::string readable(const json_t* value) {
+    const std::unique_ptr<char, void (*)(void*)> text{json_dumps(value, JSON_ENCODE_ANY), std::free};
+    return text.get();
+}
+
+std::string joined(json_t* list, std::string (*text)(const json_t* element)) {
+    std::string all;
+    for (size_t i = 0; i < json_array_size(list); ++i) all += (i == 0 ? "" : ", ") + text(json_array_get(list, i));
+    return with_bars_escaped(all);
+}
+
+// A loss as a line of the table in the documentation.
+std::string line_of(const Row& row) {
+    const auto in_code = [](const json_t* place) { return "`" + std::string{json_string_value(place)} + "`"; };
+    const std::string when = row.says("when") ? " (when " + joined(row["when"], readable) + ")" : "";
+    const std::string value = row.says("value") ? ": " + with_bars_escaped(readable(row["value"])) : "";
+    return std::string{"| "} + json_string_value(row["layout"]) + " | " + joined(row["places"], in_code) + " | " +
+           json_string_value(row["loss"]) + when + value + " | " + json_string_value(row["reason"]) + " |";
+}
+
+std::vector<std::string> documented_losses() {
+    std::ifstream file{KCNVRT_DOCS "/trust.md"};
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with("| old | ") || line.starts_with("| new | ")) lines.push_back(line);
+    return lines;
+}
+
+TEST(Losses, StandInTheDocumentationInTheirOrder) {
+    const std::vector<std::string> lines = documented_losses();
+    ASSERT_EQ(losses().size(), lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) EXPECT_EQ(line_of(losses()[i]), lines[i]);
+}
 
 struct Whole {
     const char* name;
