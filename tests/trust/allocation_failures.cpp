@@ -78,11 +78,10 @@ void fail_each(const Conversion& conversion, Failing failing, long step) {
     }
 }
 
-// A small conversion is visited completely, a large one in steps.
-void fail_each(const Conversion& conversion) {
-    constexpr long kVisits = 400;
+// A small conversion is visited completely, a large one in steps that make about so many visits.
+void fail_each(const Conversion& conversion, long visits = 400) {
     const long allocations = allocations_of(conversion);
-    const long step = is_thorough() ? 1 : 1 + allocations * static_cast<long>(stride(1)) / kVisits;
+    const long step = is_thorough() ? 1 : 1 + allocations * static_cast<long>(stride(1)) / visits;
     fail_each(conversion, Failing::kOnce, step);
     fail_each(conversion, Failing::kFromThenOn, step);
     ++totals.conversions;
@@ -146,6 +145,25 @@ TEST_F(AllocationFailures, InConversionsThatReportMuch) {
     const Tree old_document = of_wrong_types(old_example());
     const Tree new_document = of_wrong_types(new_example());
     for (const Conversion& conversion : conversions_of(old_document.get(), new_document.get())) fail_each(conversion);
+}
+
+// Every object and array of a document with forty entries more: what the library keeps on its stack for a few, it
+// allocates for many.
+Tree widened(Tree document) {
+    for (const Place& place : places_in(document.get())) {
+        for (int number = 101; number <= 140; ++number) {
+            json_array_append_new(place.value.get(), json_object());
+            json_object_set_new(place.value.get(), std::to_string(number).c_str(), json_object());
+        }
+    }
+    return document;
+}
+
+TEST_F(AllocationFailures, InConversionsOfWideDocuments) {
+    const Tree old_document = widened(old_example());
+    const Tree new_document = widened(new_example());
+    for (const Conversion& conversion : conversions_of(old_document.get(), new_document.get()))
+        fail_each(conversion, 50);
 }
 
 // Texts that grow, of lengths around those at which a growing text needs more memory.
