@@ -11,18 +11,16 @@ namespace {
 // An array of operations around a document that has all the levels it may have.
 constexpr size_t kPatchLevels = kMaxLevels + 2;
 
-// Takes part in a difference: is there, and is not nested too deep. `cost` grows by what it costs to walk.
-bool accepts(json_t* document, size_t levels, uint64_t* cost, const char* what, const char* function, k_err_t* err) {
+// Takes part in a difference: is there, and is not nested too deep. What it costs to walk is taken from `left`.
+bool accepts(json_t* document, size_t levels, uint64_t* left, const char* what, const char* function, k_err_t* err) {
     if (document == nullptr) {
         k_err_set(err, function, __LINE__, "There is no %s", what);
         return false;
     }
-    uint64_t left = kUnlimited;
-    if (measure(document, levels, &left) != Extent::kFits) {
+    if (measure(document, levels, left) != Extent::kFits) {
         k_err_set(err, function, __LINE__, "The %s is nested more than %zu levels deep", what, levels);
         return false;
     }
-    *cost += kUnlimited - left;
     return true;
 }
 
@@ -35,11 +33,11 @@ json_t* or_out_of_memory(Json result, const char* function, k_err_t* err) {
 
 json_t* k_conf_diff_set2(json_t* base, json_t* candidate, int, unsigned flag, k_err_t* err) {
     constexpr char kFunction[] = "k_conf_diff_set2";
-    uint64_t cost = 0;
-    if (!accepts(base, kMaxLevels, &cost, "base", kFunction, err)) return nullptr;
-    if (!accepts(candidate, kMaxLevels, &cost, "candidate", kFunction, err)) return nullptr;
-    if ((flag & K_CONF_MERGE_PATCH) == 0) return or_out_of_memory(patch_between(base, candidate, cost), kFunction, err);
-    if (!json_is_object(candidate)) {
+    uint64_t unlimited = kUnlimited;
+    if (!accepts(base, kMaxLevels, &unlimited, "base", kFunction, err)) return nullptr;
+    if (!accepts(candidate, kMaxLevels, &unlimited, "candidate", kFunction, err)) return nullptr;
+    if ((flag & K_CONF_MERGE_PATCH) == 0) return or_out_of_memory(patch_between(base, candidate), kFunction, err);
+    if (!is_object(candidate)) {
         k_err_set(err, kFunction, __LINE__, "The candidate is not an object, which a merge patch cannot express");
         return nullptr;
     }
@@ -48,18 +46,18 @@ json_t* k_conf_diff_set2(json_t* base, json_t* candidate, int, unsigned flag, k_
 
 json_t* k_conf_apply(json_t* base, json_t* difference, k_err_t* err) {
     constexpr char kFunction[] = "k_conf_apply";
-    const bool is_patch = json_is_array(difference);
-    uint64_t cost = 0;
-    if (!accepts(base, kMaxLevels, &cost, "base", kFunction, err)) return nullptr;
-    cost = 0;
-    if (!accepts(difference, is_patch ? kPatchLevels : kMaxLevels, &cost, "difference", kFunction, err)) return nullptr;
-    if (json_is_object(difference)) return or_out_of_memory(apply_merge(base, difference), kFunction, err);
+    const bool is_patch = is_array(difference);
+    uint64_t left = kUnlimited;
+    if (!accepts(base, kMaxLevels, &left, "base", kFunction, err)) return nullptr;
+    left = kUnlimited;
+    if (!accepts(difference, is_patch ? kPatchLevels : kMaxLevels, &left, "difference", kFunction, err)) return nullptr;
+    if (is_object(difference)) return or_out_of_memory(apply_merge(base, difference), kFunction, err);
     if (!is_patch) {
         k_err_set(err, kFunction, __LINE__, "The difference is neither an array nor an object");
         return nullptr;
     }
     Misfit misfit{};
-    Json result = apply_patch(base, difference, cost, &misfit);
+    Json result = apply_patch(base, difference, kUnlimited - left, &misfit);
     if (misfit.problem == nullptr) return or_out_of_memory(std::move(result), kFunction, err);
     k_err_set(err, kFunction, __LINE__, "Operation %zu at \"%s\": %s", misfit.number, misfit.path, misfit.problem);
     return nullptr;

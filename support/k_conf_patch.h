@@ -6,8 +6,8 @@
 
 namespace kcnvrt::conf {
 
-// The patch from `base` to `candidate`; null when memory runs out. `cost` is what both cost to walk (measure).
-Json patch_between(json_t* base, json_t* candidate, uint64_t cost);
+// The patch from `base` to `candidate`; null when memory runs out.
+Json patch_between(json_t* base, json_t* candidate);
 
 // The operation that does not fit, and why.
 struct Misfit {

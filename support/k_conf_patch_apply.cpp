@@ -9,8 +9,11 @@ namespace {
 // operations could otherwise describe more than any memory holds.
 constexpr uint64_t kMaxCarried = 1 << 20;
 
-bool is_container(json_t* value) {
-    return json_is_object(value) || json_is_array(value);
+// The index that a name is known to be.
+size_t index_of(std::string_view name) {
+    size_t index = 0;
+    read_index(name, &index);
+    return index;
 }
 
 // A document that is changed in place. It shares with the base, and with the patch, whatever no operation goes through:
@@ -32,6 +35,7 @@ private:
     Problem own_parent(const Pointer& at, json_t** parent);
     static json_t* own_child(json_t* parent, std::string_view name, json_t* value);
     static bool set(json_t* container, std::string_view name, Json value);
+    static void erase(json_t* container, std::string_view name);
 
     Json root_;
     uint64_t may_carry_;
@@ -46,22 +50,24 @@ json_t* Document::find(const Pointer& at) const {
 // The document never nests deeper than the walks over it can go.
 Problem Document::measure_at(const Pointer& at, json_t* value) {
     if (at.size() > kMaxLevels) return problem::kTooDeep;
-    switch (measure(value, kMaxLevels - at.size(), &may_carry_)) {
-        case Extent::kTooDeep:
-            return problem::kTooDeep;
-        case Extent::kTooLarge:
-            return problem::kTooLarge;
-        case Extent::kFits:
-            break;
-    }
-    return nullptr;
+    const Extent extent = measure(value, kMaxLevels - at.size(), &may_carry_);
+    if (extent == Extent::kTooDeep) return problem::kTooDeep;
+    return extent == Extent::kTooLarge ? problem::kTooLarge : nullptr;
 }
 
 // Replaces what a container has under a name that is there.
 bool Document::set(json_t* container, std::string_view name, Json value) {
-    size_t index = 0;
-    if (json_is_object(container)) return store(container, name, std::move(value));
-    return read_index(name, &index) && json_array_set_new(container, index, value.release()) == 0;
+    if (is_object(container)) return store(container, name, std::move(value));
+    return json_array_set_new(container, index_of(name), value.release()) == 0;
+}
+
+// Removes what a container has under a name that is there.
+void Document::erase(json_t* container, std::string_view name) {
+    if (is_object(container)) {
+        json_object_deln(container, name.data(), name.size());
+    } else {
+        json_array_remove(container, index_of(name));
+    }
 }
 
 json_t* Document::own_child(json_t* parent, std::string_view name, json_t* value) {
@@ -92,11 +98,11 @@ Problem Document::add(const Pointer& at, Json value) {
     }
     json_t* parent = nullptr;
     if (Problem found = own_parent(at, &parent)) return found;
-    if (json_is_object(parent)) return store(parent, at.last(), std::move(value)) ? nullptr : problem::kNoMemory;
+    if (is_object(parent)) return store(parent, at.last(), std::move(value)) ? nullptr : problem::kNoMemory;
 
     size_t index = json_array_size(parent);
     const bool named = at.last() == "-" || read_index(at.last(), &index);
-    if (!json_is_array(parent) || !named || index > json_array_size(parent)) return problem::kNowhere;
+    if (!is_array(parent) || !named || index > json_array_size(parent)) return problem::kNowhere;
     return json_array_insert_new(parent, index, value.release()) == 0 ? nullptr : problem::kNoMemory;
 }
 
@@ -114,12 +120,7 @@ Problem Document::remove(const Pointer& at) {
     json_t* parent = nullptr;
     if (Problem found = own_parent(at, &parent)) return found;
     if (child(parent, at.last()) == nullptr) return problem::kNowhere;
-    size_t index = 0;
-    if (json_is_object(parent)) {
-        json_object_deln(parent, at.last().data(), at.last().size());
-    } else if (read_index(at.last(), &index)) {
-        json_array_remove(parent, index);
-    }
+    erase(parent, at.last());
     return nullptr;
 }
 
@@ -160,8 +161,7 @@ Problem run_move(Document& document, const Operation& operation) {
 Problem run_test(Document& document, const Operation& operation) {
     json_t* tested = document.find(operation.path);
     if (tested == nullptr) return problem::kNowhere;
-    uint64_t unlimited = kUnlimited;
-    return equal_trees(tested, operation.value, Numbers::kByValue, &unlimited) ? nullptr : problem::kTestFailed;
+    return equal_trees(tested, operation.value, Numbers::kByValue) ? nullptr : problem::kTestFailed;
 }
 
 struct Verb {
@@ -191,7 +191,7 @@ const Verb* find_verb(std::string_view name) {
 }
 
 Problem run(Document& document, json_t* written) {
-    if (!json_is_object(written)) return problem::kNoOperation;
+    if (!is_object(written)) return problem::kNoOperation;
     const Verb* verb = find_verb(view_of(json_object_get(written, "op")));
     if (verb == nullptr) return problem::kUnknownOperation;
 

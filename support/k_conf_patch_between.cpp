@@ -7,17 +7,13 @@ namespace kcnvrt::conf {
 
 namespace {
 
-// How often, on average, a value may be compared only to find out how two arrays line up. A first element that turns
-// out to differ is walked again for its own differences, and so is every array inside it: without a bound, arrays of
-// different lengths inside one another would cost the square of their depth. Beyond the bound, elements are taken as
-// different when they are lined up, which makes the patch longer, not wrong.
-constexpr uint64_t kComparisonsPerValue = 32;
+bool same(json_t* a, json_t* b) {
+    return equal_trees(a, b, Numbers::kExact);
+}
 
 // Walks both documents side by side and writes down the operations. Every function returns false when memory runs out.
 class Walk {
 public:
-    explicit Walk(uint64_t comparisons) : operations_{json_array()}, comparisons_{comparisons} {}
-
     // An absent base is an addition, an absent candidate a removal.
     bool compare(json_t* base, json_t* candidate);
 
@@ -28,20 +24,18 @@ private:
     bool compare_at(Name name, json_t* base, json_t* candidate);
     bool compare_objects(json_t* base, json_t* candidate);
     bool compare_arrays(json_t* base, json_t* candidate);
-    bool same(json_t* a, json_t* b) { return equal_trees(a, b, Numbers::kExact, &comparisons_); }
     bool write(const char* operation, json_t* value);
 
-    Json operations_;
+    Json operations_{json_array()};
     PointerWriter path_;
-    uint64_t comparisons_;
 };
 
 bool Walk::compare(json_t* base, json_t* candidate) {
     if (base == candidate) return true;
     if (base == nullptr) return write("add", candidate);
     if (candidate == nullptr) return write("remove", nullptr);
-    if (json_is_object(base) && json_is_object(candidate)) return compare_objects(base, candidate);
-    if (json_is_array(base) && json_is_array(candidate)) return compare_arrays(base, candidate);
+    if (is_object(base) && is_object(candidate)) return compare_objects(base, candidate);
+    if (is_array(base) && is_array(candidate)) return compare_arrays(base, candidate);
     return equal_leaves(base, candidate, Numbers::kExact) || write("replace", candidate);
 }
 
@@ -55,25 +49,24 @@ bool Walk::compare_at(Name name, json_t* base, json_t* candidate) {
 }
 
 bool Walk::compare_objects(json_t* base, json_t* candidate) {
-    const char* name;
-    size_t length;
-    json_t* value;
     size_t kept = 0;
-    json_object_keylen_foreach(base, name, length, value) {
-        json_t* other = json_object_getn(candidate, name, length);
+    for (const auto& [name, value] : Members{base}) {
+        json_t* other = member(candidate, name);
         if (other != nullptr) ++kept;
-        if (!compare_at(std::string_view{name, length}, value, other)) return false;
+        if (!compare_at(name, value, other)) return false;
     }
     if (kept == json_object_size(candidate)) return true;
-    json_object_keylen_foreach(candidate, name, length, value) {
-        if (json_object_getn(base, name, length) != nullptr) continue;
-        if (!compare_at(std::string_view{name, length}, nullptr, value)) return false;
+    for (const auto& [name, value] : Members{candidate}) {
+        if (member(base, name) != nullptr) continue;
+        if (!compare_at(name, nullptr, value)) return false;
     }
     return true;
 }
 
 // Between an unchanged front and an unchanged back, elements are compared in place, and what one array has more is
-// removed or added after them. Arrays of one length are in place throughout: nothing has to be lined up.
+// removed or added after them. Arrays of one length are in place throughout: nothing has to be lined up. Nor is any
+// value compared more than twice to line up what is around it: arrays of different lengths differ before their elements
+// do.
 bool Walk::compare_arrays(json_t* base, json_t* candidate) {
     size_t base_end = json_array_size(base);
     size_t candidate_end = json_array_size(candidate);
@@ -111,8 +104,8 @@ bool Walk::write(const char* operation, json_t* value) {
 
 }  // namespace
 
-Json patch_between(json_t* base, json_t* candidate, uint64_t cost) {
-    Walk walk{cost * kComparisonsPerValue};
+Json patch_between(json_t* base, json_t* candidate) {
+    Walk walk;
     return walk.compare(base, candidate) ? walk.operations() : Json{};
 }
 

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "k_conf_problem.h"
+#include "k_conf_tree.h"
 
 namespace kcnvrt::conf {
 
@@ -108,7 +109,7 @@ bool read_index(std::string_view name, size_t* index) {
 
 json_t* child(json_t* container, std::string_view name) {
     size_t index = 0;
-    if (json_is_object(container)) return json_object_getn(container, name.data(), name.size());
+    if (is_object(container)) return member(container, name);
     return read_index(name, &index) ? json_array_get(container, index) : nullptr;
 }
 

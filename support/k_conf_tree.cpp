@@ -10,11 +10,8 @@ constexpr size_t kTextPerUnit = 64;
 
 Json copy_of_object(json_t* object) {
     Json copy{json_object()};
-    const char* name;
-    size_t length;
-    json_t* value;
-    json_object_keylen_foreach(object, name, length, value) {
-        if (!store(copy.get(), {name, length}, share(value))) return {};
+    for (const auto& [name, value] : Members{object}) {
+        if (!store(copy.get(), name, share(value))) return {};
     }
     return copy;
 }
@@ -35,11 +32,8 @@ bool spend(uint64_t cost, uint64_t* left) {
 }
 
 Extent measure_members(json_t* object, size_t levels, uint64_t* left) {
-    const char* name;
-    size_t length;
-    json_t* value;
-    json_object_keylen_foreach(object, name, length, value) {
-        if (!spend(length / kTextPerUnit, left)) return Extent::kTooLarge;
+    for (const auto& [name, value] : Members{object}) {
+        if (!spend(name.size() / kTextPerUnit, left)) return Extent::kTooLarge;
         if (const Extent extent = measure(value, levels, left); extent != Extent::kFits) return extent;
     }
     return Extent::kFits;
@@ -53,22 +47,18 @@ Extent measure_elements(json_t* array, size_t levels, uint64_t* left) {
     return Extent::kFits;
 }
 
-bool equal_members(json_t* a, json_t* b, Numbers numbers, uint64_t* left) {
+bool equal_members(json_t* a, json_t* b, Numbers numbers) {
     if (json_object_size(a) != json_object_size(b)) return false;
-    const char* name;
-    size_t length;
-    json_t* value;
-    json_object_keylen_foreach(a, name, length, value) {
-        if (!spend(length / kTextPerUnit, left)) return false;
-        if (!equal_trees(value, json_object_getn(b, name, length), numbers, left)) return false;
+    for (const auto& [name, value] : Members{a}) {
+        if (!equal_trees(value, member(b, name), numbers)) return false;
     }
     return true;
 }
 
-bool equal_elements(json_t* a, json_t* b, Numbers numbers, uint64_t* left) {
+bool equal_elements(json_t* a, json_t* b, Numbers numbers) {
     if (json_array_size(a) != json_array_size(b)) return false;
     for (size_t i = 0; i < json_array_size(a); ++i) {
-        if (!equal_trees(json_array_get(a, i), json_array_get(b, i), numbers, left)) return false;
+        if (!equal_trees(json_array_get(a, i), json_array_get(b, i), numbers)) return false;
     }
     return true;
 }
@@ -85,51 +75,42 @@ bool equal_reals(double a, double b, Numbers numbers) {
 }
 
 bool equal_mixed(json_t* a, json_t* b) {
-    if (json_is_integer(a) && json_is_real(b)) return equal_values(json_integer_value(a), json_real_value(b));
-    if (json_is_real(a) && json_is_integer(b)) return equal_values(json_integer_value(b), json_real_value(a));
+    const json_type types[] = {json_typeof(a), json_typeof(b)};
+    if (types[0] == JSON_INTEGER && types[1] == JSON_REAL)
+        return equal_values(json_integer_value(a), json_real_value(b));
+    if (types[0] == JSON_REAL && types[1] == JSON_INTEGER)
+        return equal_values(json_integer_value(b), json_real_value(a));
     return false;
 }
 
 }  // namespace
 
 Json shallow_copy(json_t* value) {
-    if (json_is_object(value)) return copy_of_object(value);
-    if (json_is_array(value)) return copy_of_array(value);
+    if (is_object(value)) return copy_of_object(value);
+    if (is_array(value)) return copy_of_array(value);
     return Json{json_copy(value)};
 }
 
 Extent measure(json_t* value, size_t levels, uint64_t* left) {
     if (!spend(cost_of(value), left)) return Extent::kTooLarge;
-    if (!json_is_object(value) && !json_is_array(value)) return Extent::kFits;
+    if (!is_container(value)) return Extent::kFits;
     if (levels == 0) return Extent::kTooDeep;
-    return json_is_object(value) ? measure_members(value, levels - 1, left) : measure_elements(value, levels - 1, left);
+    return is_object(value) ? measure_members(value, levels - 1, left) : measure_elements(value, levels - 1, left);
 }
 
 bool equal_leaves(json_t* a, json_t* b, Numbers numbers) {
     if (json_typeof(a) != json_typeof(b)) return numbers == Numbers::kByValue && equal_mixed(a, b);
-    switch (json_typeof(a)) {
-        case JSON_STRING:
-            return view_of(a) == view_of(b);
-        case JSON_INTEGER:
-            return json_integer_value(a) == json_integer_value(b);
-        case JSON_REAL:
-            return equal_reals(json_real_value(a), json_real_value(b), numbers);
-        case JSON_TRUE:
-        case JSON_FALSE:
-        case JSON_NULL:
-            return true;
-        case JSON_OBJECT:
-        case JSON_ARRAY:
-            break;
-    }
-    return false;
+    if (json_typeof(a) == JSON_STRING) return view_of(a) == view_of(b);
+    if (json_typeof(a) == JSON_INTEGER) return json_integer_value(a) == json_integer_value(b);
+    // The value of true, false and null, as a real, is 0 for each.
+    return equal_reals(json_real_value(a), json_real_value(b), numbers);
 }
 
-bool equal_trees(json_t* a, json_t* b, Numbers numbers, uint64_t* left) {
+bool equal_trees(json_t* a, json_t* b, Numbers numbers) {
     if (a == b) return true;
-    if (a == nullptr || b == nullptr || !spend(cost_of(a), left)) return false;
-    if (json_is_object(a) && json_is_object(b)) return equal_members(a, b, numbers, left);
-    if (json_is_array(a) && json_is_array(b)) return equal_elements(a, b, numbers, left);
+    if (b == nullptr) return false;
+    if (is_object(a) && is_object(b)) return equal_members(a, b, numbers);
+    if (is_array(a) && is_array(b)) return equal_elements(a, b, numbers);
     return equal_leaves(a, b, numbers);
 }
 

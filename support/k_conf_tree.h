@@ -24,6 +24,57 @@ inline Json share(json_t* value) {
     return Json{json_incref(value)};
 }
 
+inline bool is_object(const json_t* value) {
+    return json_is_object(value);
+}
+
+inline bool is_array(const json_t* value) {
+    return json_is_array(value);
+}
+
+inline bool is_container(const json_t* value) {
+    return is_object(value) || is_array(value);
+}
+
+// The members of an object in its own order; none of anything else.
+class Members {
+public:
+    explicit Members(json_t* object) : object_{object} {}
+
+    struct Member {
+        std::string_view name;
+        json_t* value;
+    };
+
+    class Iterator {
+    public:
+        Iterator(json_t* object, void* at) : object_{object}, at_{at} {}
+        Member operator*() const {
+            return {{json_object_iter_key(at_), json_object_iter_key_len(at_)}, json_object_iter_value(at_)};
+        }
+        Iterator& operator++() {
+            at_ = json_object_iter_next(object_, at_);
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
+
+    private:
+        json_t* object_;
+        void* at_;
+    };
+
+    Iterator begin() const { return {object_, json_object_iter(object_)}; }
+    Iterator end() const { return {object_, nullptr}; }
+
+private:
+    json_t* object_;
+};
+
+// What an object has under a name, or null.
+inline json_t* member(json_t* object, std::string_view name) {
+    return json_object_getn(object, name.data(), name.size());
+}
+
 // A new container that shares its members with the old one (a leaf is copied). Null when memory runs out, where
 // json_copy leaves members out in silence; nor does that tell apart names that are equal up to a NUL.
 Json shallow_copy(json_t* value);
@@ -55,9 +106,10 @@ enum class Numbers {
     kByValue  // two numbers
 };
 
+// Of two values that are not both objects or both arrays.
 bool equal_leaves(json_t* a, json_t* b, Numbers numbers);
 
-// Equality of whole trees. It takes what it costs from *left, and gives up with false when that is used up.
-bool equal_trees(json_t* a, json_t* b, Numbers numbers, uint64_t* left);
+// Equality of whole trees, the second of which may be absent.
+bool equal_trees(json_t* a, json_t* b, Numbers numbers);
 
 }  // namespace kcnvrt::conf

@@ -58,6 +58,8 @@ const Application kApplications[] = {
     {R"({"a":1,"b":2})", R"([{"op":"test","path":"","value":{"b":2,"a":1}}])", R"({"a":1,"b":2})"},
     {R"({"a":1})", R"([{"op":"test","path":"/a","value":1.0}])", R"({"a":1})"},
     {R"({"a":-0.0})", R"([{"op":"test","path":"/a","value":0}])", R"({"a":-0.0})"},
+    {R"({"a":-0.0})", R"([{"op":"test","path":"/a","value":0.0}])", R"({"a":-0.0})"},
+    {R"({"a":[true,false]})", R"([{"op":"test","path":"/a","value":[true,false]}])", R"({"a":[true,false]})"},
     // members that an operation does not use are ignored
     {R"({"a":1})", R"([{"op":"remove","path":"/a","value":3,"from":7,"x":[]}])", R"({})"},
     {R"({"a":1})", R"([])", R"({"a":1})"},
@@ -156,7 +158,16 @@ const Misfit kMisfits[] = {
     {R"({"a":[1,2]})", R"([{"op":"test","path":"/a","value":[1]}])", R"(Operation 1 at "/a": the test failed)"},
     {R"({"a":[1,2]})", R"([{"op":"test","path":"/a","value":[2,1]}])", R"(Operation 1 at "/a": the test failed)"},
     {R"({"a":{"b":1}})", R"([{"op":"test","path":"/a","value":{"c":1}}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":{}})", R"([{"op":"test","path":"/a","value":[]}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":[]})", R"([{"op":"test","path":"/a","value":{}}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":null})", R"([{"op":"test","path":"/a","value":false}])", R"(Operation 1 at "/a": the test failed)"},
     {R"({"a":"x"})", R"([{"op":"test","path":"/a","value":"x\u0000"}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":1})", R"([{"op":"test","path":"/a","value":1.5}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":1.5})", R"([{"op":"test","path":"/a","value":1}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":1.5})", R"([{"op":"test","path":"/a","value":"1.5"}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":1.5})", R"([{"op":"test","path":"/a","value":2.5}])", R"(Operation 1 at "/a": the test failed)"},
+    {R"({"a":-9223372036854775808})", R"([{"op":"test","path":"/a","value":-1e19}])",
+     R"(Operation 1 at "/a": the test failed)"},
     {R"({"a":9007199254740993})", R"([{"op":"test","path":"/a","value":9007199254740992.0}])",
      R"(Operation 1 at "/a": the test failed)"},
     {R"({"a":9223372036854775807})", R"([{"op":"test","path":"/a","value":9223372036854775808.0}])",
@@ -222,6 +233,28 @@ TEST(Apply, NeverNestsADocumentTooDeep) {
                                nested(K_CONF_MAX_LEVELS - 2).release())};
     expect_refusal(base, value,
                    R"(Operation 1 at "/room/0/0": the document would be nested more than 2048 levels deep)");
+}
+
+TEST(Apply, FollowsNoPathThatIsDeeperThanADocumentMayBe) {
+    std::string path;
+    for (size_t level = 0; level <= K_CONF_MAX_LEVELS; ++level) path += "/a";
+    const Json deep{json_pack("[{s:s,s:s,s:i}]", "op", "add", "path", path.c_str(), "value", 1)};
+    expect_refusal(parse("{}"), deep,
+                   "Operation 1 at \"" + path + "\": the document would be nested more than 2048 levels deep");
+}
+
+// 64 copies of a name of a mebibyte are what operations may carry.
+TEST(Apply, CountsLongNamesOfWhatIsCopied) {
+    const Json base{json_object()};
+    json_object_set_new(base.get(), "a", json_object());
+    json_object_set_new(json_object_get(base.get(), "a"), std::string(size_t{1} << 20, 'n').c_str(), json_null());
+    const Json copies{json_array()};
+    for (int i = 0; i < 70; ++i)
+        json_array_append_new(copies.get(), json_pack("{s:s,s:s,s:s}", "op", "copy", "from", "/a", "path", "/b"));
+    const Errors err{k_err_new()};
+    EXPECT_EQ(applied(base, copies, err.get()), nullptr);
+    ASSERT_EQ(k_err_count(err.get()), 1u);
+    EXPECT_STREQ(k_err_message(err.get(), 0), "Operation 65 at \"/b\": the operations copy and move too many values");
 }
 
 TEST(Apply, RefusesCopiesThatGrowWithoutBound) {

@@ -201,4 +201,12 @@ TEST_F(Memory, OfApplication) {
     fail_each_allocation_of(base, operations, k_conf_apply, result, fail_each);
 }
 
+// An array that outgrows the room it has, and a document that becomes another.
+TEST_F(Memory, OfApplicationToTheWholeDocument) {
+    const Json base = parse("[1,2,3,4,5,6,7,8]");
+    const Json operations = parse(R"([{"op":"add","path":"/0","value":0},{"op":"copy","from":"","path":"/-"},
+        {"op":"add","path":"","value":{"all":[1]}},{"op":"add","path":"/all/-","value":2}])");
+    fail_each_allocation_of(base, operations, k_conf_apply, R"({"all":[1,2]})", fail_each);
+}
+
 }  // namespace
