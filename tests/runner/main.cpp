@@ -25,11 +25,10 @@
 //   getMaxKey, getNumberOfEntries                     "source"                                           no "output"
 //   getSortedKeys                                     "source"; the result is the count
 //   json_set_max_instance                             "destination", "count"                             no "result"
-//   k_cnvrt_get_remote_from_old_element               "source", "errors" (default 0); the result is the count
-//   afterwards k_conf_find_branch                                "source", "path"                                   no
-//   "result" k_conf_diff_set2                                  "base", "candidate", "flag" (default 0)            no
-//   "result" k_conf_apply                                      "base", "difference"                               no
-//   "result"
+//   k_cnvrt_get_remote_from_old_element               "source", "errors" (default 0); the result is the count afterwards
+//   k_conf_find_branch                                "source", "path"                                   no "result"
+//   k_conf_diff_set2                                  "base", "candidate", "flag" (default 0)            no "result"
+//   k_conf_apply                                      "base", "difference"                               no "result"
 //
 // Any other member is an error, so that a misspelt expectation cannot pass unseen. Of every case it is also checked
 // that the inputs are unchanged, that the output survives the release of the inputs, that nothing of Jansson's leaks,

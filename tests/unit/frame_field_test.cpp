@@ -210,6 +210,27 @@ TEST(CarriedOrFalse, OnlyAnAbsentOneIsFalse) {
     EXPECT_EQ(text(destination), "{'f':null}");
 }
 
+using Helper = decltype(&json_string_set_safe);
+
+TEST(FieldHelpers, WithoutAKeyStoreNothing) {
+    const Json destination = object();
+    const Json value = tree("[]");
+    const Messages messages;
+    for (const Helper helper :
+         {json_integer_old_set_safe, json_boolean_old_set_safe, json_string_old_set_safe, json_string_set_password_old,
+          json_string_set_safe, json_integer_set_safe, json_boolean_set_safe, json_string_set_password})
+        EXPECT_EQ(helper(destination.get(), nullptr, value.get(), "f", 1, messages), 0);
+    EXPECT_EQ(json_string_set_def(destination.get(), nullptr, value.get(), "d", "f", 1, messages), 0);
+    EXPECT_EQ(text(destination), "{}");
+    EXPECT_EQ(messages.list(), Messages::List{});
+}
+
+TEST(FieldHelpers, WithoutADefaultAnEmptyTextIsLeftOut) {
+    const Json destination = object();
+    EXPECT_EQ(json_string_set_def(destination.get(), "s", tree("''").get(), nullptr, "f", 1, nullptr), 0);
+    EXPECT_EQ(text(destination), "{}");
+}
+
 TEST(Report, FailsWithOneMessageAndNotesWithoutCounting) {
     const Messages messages;
     const Report report{"author", messages};

@@ -321,6 +321,14 @@ TEST(SortedKeys, SayWhenALargeObjectCannotBeSorted) {
     EXPECT_EQ(count, -1);
 }
 
+TEST(SortedKeys, NeedNoCount) {
+    const Json object = tree("{'a': 1}");
+    char** const keys = getSortedKeys(object.get(), nullptr);
+    ASSERT_NE(keys, nullptr);
+    EXPECT_STREQ(keys[0], "a");
+    freeArrayOfString(keys, 1);
+}
+
 TEST(SortedKeys, AreReleasedByCount) {
     const Json object = tree("{'b': 1, 'a': 2}");
     int count = 0;

@@ -153,6 +153,25 @@ TEST(SectionNames, AreThoseOfTheTablesInTheirOrder) {
         EXPECT_STREQ(k_cnvrt_section_name(K_CNVRT_NEW_SECTIONS, i), new_config_handler_table[i].name);
 }
 
+TEST(Section, WithoutANameIsNotFound) {
+    const Json section = object();
+    const Messages messages;
+    EXPECT_EQ(k_cnvrt_get_section_to_old(nullptr, section.get(), messages), nullptr);
+    EXPECT_EQ(k_cnvrt_get_section_to_new(nullptr, section.get(), nullptr, 0, messages), nullptr);
+    EXPECT_EQ(k_cnvrt_get_section_to_old(nullptr, nullptr, messages), nullptr);
+    EXPECT_EQ(messages.list(), (Messages::List{{"k_cnvrt_get_section_to_old", "Section \"\" in old config not found"},
+                                               {"k_cnvrt_get_section_to_new", "Section \"\" in new config not found"},
+                                               {"k_cnvrt_get_section_to_old", "In object  is null!"}}));
+}
+
+TEST(RemoteElement, NeedsNoCountOfErrors) {
+    const Json rule = tree("{'dport': 'x'}");
+    const Messages messages;
+    const Json converted{k_cnvrt_get_remote_from_old_element(rule.get(), nullptr, messages)};
+    EXPECT_EQ(text(converted), "{}");
+    EXPECT_EQ(messages.list().size(), 1u);
+}
+
 TEST(SectionNames, AreAllKnownToTheConversion) {
     for (size_t i = 0; const char* const name = k_cnvrt_section_name(K_CNVRT_OLD_SECTIONS, i); ++i)
         EXPECT_NE(find_section(old_config_handler_table, name), nullptr) << name;

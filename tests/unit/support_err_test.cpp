@@ -75,6 +75,16 @@ TEST_F(ErrorRecord, KeepsLineBreaksAndPercentSigns) {
     EXPECT_STREQ(k_err_message(err, 1), "100%s");
 }
 
+// Half of a surrogate pair is no character of any encoding.
+TEST_F(ErrorRecord, LeavesOutWhatCannotBePrinted) {
+    const wchar_t half[] = {wchar_t{0xd800}, 0};
+    k_err_set(err, "f", 0, "%ls", half);
+    EXPECT_EQ(k_err_count(err), 0u);
+    k_err_set(err, "f", 0, "%s", "after that");
+    ASSERT_EQ(k_err_count(err), 1u);
+    EXPECT_STREQ(k_err_message(err, 0), "after that");
+}
+
 TEST_F(ErrorRecord, CanBeUsedAgainAfterClear) {
     k_err_set(err, "first", 1, "one");
     k_err_clear(err);

@@ -180,6 +180,10 @@ TEST(StrictNumber, RefusesEverythingElse) {
         {"1,0", 10, 0},
         {"1/", 10, 0},
         {"1:", 10, 0},
+        {"1@", 36, 0},
+        {"1[", 36, 0},
+        {"1`", 36, 0},
+        {"1{", 36, 0},
         {nullptr, 10, 0},
     };
     for (const Number& row : rows) {
