@@ -2,6 +2,7 @@
 // result is a tree that can be walked and printed, or null. Stores that failed are missing from it; no more is promised.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 
@@ -78,10 +79,12 @@ void fail_each(const Conversion& conversion, Failing failing, long step) {
     }
 }
 
-// A small conversion is visited completely, a large one in steps that make about so many visits.
-void fail_each(const Conversion& conversion, long visits = 400) {
+// Every allocation in turn, or in steps that make about so many visits; fewer under a sanitizer.
+void fail_each(const Conversion& conversion, long visits = LONG_MAX) {
+    const auto slowness = static_cast<long>(stride(1));
+    if (slowness > 1) visits = std::min(visits, 400L) / slowness;
     const long allocations = allocations_of(conversion);
-    const long step = is_thorough() ? 1 : 1 + allocations * static_cast<long>(stride(1)) / visits;
+    const long step = 1 + allocations / visits;
     fail_each(conversion, Failing::kOnce, step);
     fail_each(conversion, Failing::kFromThenOn, step);
     ++totals.conversions;

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <malloc.h>
+
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 
 #include "fingerprint.h"
@@ -11,17 +14,30 @@
 
 namespace {
 
-std::atomic<long> live{0};
-std::atomic<long> most{0};
+// What there is now, and the most there was.
+struct Level {
+    std::atomic<long> live{0};
+    std::atomic<long> most{0};
+
+    void add(long amount) {
+        if ((live += amount) > most) most = live.load();
+    }
+};
+Level blocks;
+Level bytes;
 
 void* counted_malloc(size_t size) {
     void* block = std::malloc(size);
-    if (block != nullptr && ++live > most) most = live.load();
+    if (block == nullptr) return nullptr;
+    blocks.add(1);
+    bytes.add(static_cast<long>(malloc_usable_size(block)));
     return block;
 }
 
 void counted_free(void* block) {
-    if (block != nullptr) --live;
+    if (block == nullptr) return;
+    blocks.add(-1);
+    bytes.add(-static_cast<long>(malloc_usable_size(block)));
     std::free(block);
 }
 
@@ -40,12 +56,17 @@ void count_blocks() {
 Conduct expect_contract(Direction direction, json_t* document, const std::string& what) {
     Conduct conduct;
     const uint64_t source = fingerprint(document);
-    const long before = live;
-    most = before;
+    const long before = blocks.live;
+    const long bytes_before = bytes.live;
+    blocks.most = before;
+    bytes.most = bytes_before;
 
     k_err_t* err = k_err_new();
+    const auto start = std::chrono::steady_clock::now();
     json_t* result = convert(direction, document, err);
-    conduct.blocks = most - before;
+    conduct.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    conduct.blocks = blocks.most - before;
+    conduct.bytes = bytes.most - bytes_before;
     conduct.messages = k_err_count(err);
     conduct.has_result = result != nullptr;
     EXPECT_TRUE(conduct.has_result || conduct.messages > 0) << what << ": rejected without a message";
@@ -62,7 +83,7 @@ Conduct expect_contract(Direction direction, json_t* document, const std::string
     EXPECT_EQ(first, fingerprint(result)) << what << ": two results";
     json_decref(result);
 
-    EXPECT_EQ(before, live) << what << ": leaks";
+    EXPECT_EQ(before, blocks.live) << what << ": leaks";
     EXPECT_EQ(source, fingerprint(document)) << what << ": the source was changed";
     return conduct;
 }

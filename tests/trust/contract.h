@@ -17,7 +17,10 @@ void count_blocks();
 struct Conduct {
     size_t messages = 0;
     bool has_result = false;
-    long blocks = 0;  // the most that the conversion held at a time, beside what was there before
+    // The most that the first of the two conversions held at a time, beside what was there before, and how long it took.
+    long blocks = 0;
+    long bytes = 0;
+    double seconds = 0;
 };
 
 // Converts a document twice, the second time without a record, and expects: a null result was reported, every message

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "contract.h"
@@ -23,3 +24,21 @@ void for_each_place(size_t step, const std::function<void(Part& part, const Plac
 
 // Puts a value there for one conversion, which keeps the contract.
 Conduct convert_with(Part& part, const Place& place, json_t* value, const char* what);
+
+// What the documents of one kind cost at worst, printed as a line of a table when the last of them is through.
+class Worst {
+public:
+    explicit Worst(std::string kind) : kind_{std::move(kind)} {}
+    ~Worst();
+    Worst(const Worst&) = delete;
+    Worst& operator=(const Worst&) = delete;
+
+    Conduct add(const Conduct& conduct);
+
+private:
+    std::string kind_;
+    size_t documents_ = 0;
+    size_t rejected_ = 0;
+    double seconds_ = 0;
+    long bytes_ = 0;
+};

@@ -1,5 +1,8 @@
 #include "hostile.h"
 
+#include <algorithm>
+#include <cstdio>
+
 #include "conversions.h"
 #include "examples.h"
 
@@ -54,4 +57,17 @@ void for_each_place(size_t step, const std::function<void(Part& part, const Plac
 Conduct convert_with(Part& part, const Place& place, json_t* value, const char* what) {
     const Replacement replacement{place, value};
     return expect_contract(part.direction, part.document.get(), place.path + " as " + what);
+}
+
+Conduct Worst::add(const Conduct& conduct) {
+    ++documents_;
+    rejected_ += !conduct.has_result;
+    seconds_ = std::max(seconds_, conduct.seconds);
+    bytes_ = std::max(bytes_, conduct.bytes);
+    return conduct;
+}
+
+Worst::~Worst() {
+    std::printf("| %s | %zu | %zu | %.1f ms | %.1f KiB |\n", kind_.c_str(), documents_, rejected_, seconds_ * 1000,
+                static_cast<double>(bytes_) / 1024);
 }

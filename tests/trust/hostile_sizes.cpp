@@ -41,10 +41,11 @@ TEST(HostileSizes, NestingToTheParsersLimit) {
     const Tree arrays = nested(kDeepest - 8, true);
     const Tree objects = nested(kDeepest - 8, false);
     size_t documents = 0;
+    Worst worst{"a value nested to 2,048 levels"};
     for_each_kind_of_place([](const json_t*) { return true; }, [&](Part& part, const Place& place) {
         if (documents++ % (is_thorough() ? 1 : 5) != 0) return;
-        convert_with(part, place, arrays.get(), "nested arrays");
-        convert_with(part, place, objects.get(), "nested objects");
+        worst.add(convert_with(part, place, arrays.get(), "nested arrays"));
+        worst.add(convert_with(part, place, objects.get(), "nested objects"));
     });
 }
 
@@ -74,22 +75,28 @@ TEST(HostileSizes, TextsOfSixteenMegabytes) {
     constexpr size_t kSize = size_t{16} << 20;
     const std::string letters(kSize, 'A');
     const std::string digits(kSize, '1');
+    Worst worst{"a text of 16 MB"};
     const Tree texts[] = {Tree{json_stringn(letters.data(), kSize)}, Tree{json_stringn(digits.data(), kSize)}};
     size_t count = 0;
-    for_each_kind_of_place([](const json_t* value) { return json_is_string(value); }, [&](Part& part, const Place& place) {
-        if (count++ % (is_thorough() ? 1 : 7) == 0) convert_with(part, place, texts[count % 2].get(), "a long text");
-    });
+    for_each_kind_of_place([](const json_t* value) { return json_is_string(value); },
+                           [&](Part& part, const Place& place) {
+                               if (count++ % (is_thorough() ? 1 : 7) == 0)
+                                   worst.add(convert_with(part, place, texts[count % 2].get(), "a long text"));
+                           });
 }
 
 // Texts that are cut into pieces.
 TEST(HostileSizes, TextsOfManyPieces) {
+    Worst worst{"a text of 128 KiB in as many pieces as it can have"};
     for (const char* piece : {"a,", "a|", ",", "|", "Ports:1,2;WiFi:1,2;", "192.0.2.1-", "1:", "[[", "{\"a\":"}) {
         const std::string pieces = repeated(piece, 1 << 17);
         const Tree text{json_stringn(pieces.data(), pieces.size())};
         size_t count = 0;
-        for_each_kind_of_place([](const json_t* value) { return json_is_string(value); }, [&](Part& part, const Place& place) {
-            if (count++ % (is_thorough() ? 1 : 5) == 0) convert_with(part, place, text.get(), "a text of many pieces");
-        });
+        for_each_kind_of_place([](const json_t* value) { return json_is_string(value); },
+                               [&](Part& part, const Place& place) {
+                                   if (count++ % (is_thorough() ? 1 : 5) == 0)
+                                       worst.add(convert_with(part, place, text.get(), "a text of many pieces"));
+                               });
     }
 }
 
@@ -121,16 +128,19 @@ Tree with_many(json_t* container, size_t many) {
     return large;
 }
 
-// Every section gets them when thorough, and so does every list and object inside; else each gets what time allows.
+// Every section gets them, and every list and object inside when thorough, else each of these as many as time allows.
 TEST(HostileSizes, AHundredThousandMembers) {
     constexpr size_t kMany = 100000;
-    const auto many = [](const Part& part, const Place& place) {
-        return kMany / stride(place.path == part.name ? 10 : 50);
-    };
-    for_each_kind_of_place([](const json_t* value) { return !is_leaf(value); }, [&](Part& part, const Place& place) {
-        const Tree large = with_many(place.value.get(), many(part, place));
-        convert_with(part, place, large.get(), "many members");
-    });
+    Worst of_sections{"a section with 100,000 members more"};
+    Worst of_lists{is_thorough() ? "a list or object with 100,000 members more"
+                                 : "a list or object with 2,000 members more"};
+    for_each_kind_of_place([](const json_t* value) { return !is_leaf(value); },
+                           [&](Part& part, const Place& place) {
+                               const bool is_section = place.path == part.name;
+                               const Tree large = with_many(place.value.get(), kMany / stride(is_section ? 1 : 50));
+                               const Conduct conduct = convert_with(part, place, large.get(), "many members");
+                               (is_section ? of_sections : of_lists).add(conduct);
+                           });
 }
 
 }  // namespace
