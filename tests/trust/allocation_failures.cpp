@@ -79,10 +79,9 @@ void fail_each(const Conversion& conversion, Failing failing, long step) {
     }
 }
 
-// Every allocation in turn, or in steps that make about so many visits; fewer under a sanitizer.
+// Every allocation in turn, or in steps that make about so many visits; fewer in a slow build.
 void fail_each(const Conversion& conversion, long visits = LONG_MAX) {
-    const auto slowness = static_cast<long>(stride(1));
-    if (slowness > 1) visits = std::min(visits, 400L) / slowness;
+    if (!is_fast() && !is_thorough()) visits = std::min(visits, 400L) / static_cast<long>(stride(1));
     const long allocations = allocations_of(conversion);
     const long step = 1 + allocations / visits;
     fail_each(conversion, Failing::kOnce, step);

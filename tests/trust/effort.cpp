@@ -17,6 +17,14 @@ bool is_thorough() {
     return std::getenv("KCNVRT_THOROUGH") != nullptr;
 }
 
+bool is_fast() {
+#ifdef __OPTIMIZE__
+    return kSlowness == 1;
+#else
+    return false;
+#endif
+}
+
 size_t stride(size_t ordinary) {
     return is_thorough() ? 1 : ordinary * kSlowness;
 }

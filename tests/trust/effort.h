@@ -6,6 +6,9 @@
 // Everything: KCNVRT_THOROUGH is set in the environment.
 bool is_thorough();
 
+// Neither a sanitized build nor one that is not optimized.
+bool is_fast();
+
 // Every how many-th point is visited: 1 when thorough, else `ordinary`, and more under a sanitizer, which is slower.
 size_t stride(size_t ordinary);
 
