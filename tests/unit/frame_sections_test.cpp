@@ -164,6 +164,13 @@ TEST(Section, WithoutANameIsNotFound) {
                                                {"k_cnvrt_get_section_to_old", "In object  is null!"}}));
 }
 
+// Without a message, as any container that is not theirs.
+TEST(Users, NeedAContainer) {
+    const Messages messages;
+    EXPECT_EQ(k_cnvrt_get_users_from_new(tree("{'version': 0}").get(), nullptr, messages), 1);
+    EXPECT_EQ(messages.list(), Messages::List{});
+}
+
 TEST(RemoteElement, NeedsNoCountOfErrors) {
     const Json rule = tree("{'dport': 'x'}");
     const Messages messages;

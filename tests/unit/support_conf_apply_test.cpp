@@ -235,6 +235,13 @@ TEST(Apply, NeverNestsADocumentTooDeep) {
                    R"(Operation 1 at "/room/0/0": the document would be nested more than 2048 levels deep)");
 }
 
+TEST(Apply, PutsNothingTooDeepInThePlaceOfAnother) {
+    const Json deeper{json_pack("[{s:s,s:s,s:o}]", "op", "replace", "path", "/a", "value",
+                                nested(K_CONF_MAX_LEVELS).release())};
+    expect_refusal(parse(R"({"a":1})"), deeper,
+                   R"(Operation 1 at "/a": the document would be nested more than 2048 levels deep)");
+}
+
 TEST(Apply, FollowsNoPathThatIsDeeperThanADocumentMayBe) {
     std::string path;
     for (size_t level = 0; level <= K_CONF_MAX_LEVELS; ++level) path += "/a";
