@@ -57,8 +57,12 @@ Instances::Instances(json_t* list) : instances_{inline_} {
     bool is_ascending = true;
     for (const Member member : members(list)) {
         const int number = number_of(member.name.view());
-        if (number == 0) continue;
-        is_ascending = is_ascending && (count_ == 0 || instances_[count_ - 1].number < number);
+        if (number == 0) {
+            highest_ = std::max(highest_, read_loosely(member.name.view()));
+            continue;
+        }
+        if (number < highest_) is_ascending = false;
+        highest_ = std::max(highest_, number);
         instances_[count_++] = {number, member.value};
     }
     if (!is_ascending) std::qsort(instances_, count_, sizeof(Instance), by_number);
@@ -69,11 +73,10 @@ Instances::~Instances() {
 }
 
 EveryNumber::EveryNumber(json_t* list, const Report& report) : present_{list} {
-    const int highest = max_number(list);
-    if (highest > kMaxPlaceholderNumber)
-        failures_ = report.fail("Instance number %d is above %d", highest, kMaxPlaceholderNumber);
-    else if (highest > 0)
-        highest_ = highest;
+    if (present_.highest() > kMaxPlaceholderNumber)
+        failures_ = report.fail("Instance number %d is above %d", present_.highest(), kMaxPlaceholderNumber);
+    else
+        last_ = present_.highest();
 }
 
 Json list_of_elements(json_t* array) {

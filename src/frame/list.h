@@ -66,12 +66,15 @@ public:
     const Instance* begin() const { return instances_; }
     const Instance* end() const { return instances_ + count_; }
     size_t count() const { return count_; }
+    // The highest number as `max_number` finds it, 0 when there is none.
+    int highest() const { return highest_; }
 
 private:
     static constexpr size_t kInline = 32;
     Instance inline_[kInline];
     Instance* instances_;
     size_t count_ = 0;
+    int highest_ = 0;
 };
 
 // Every number from 1 to the highest, with its entry, or null for a missing one. Bounded: above kMaxPlaceholderNumber
@@ -106,11 +109,11 @@ public:
     };
 
     Iterator begin() const { return {present_.begin(), present_.end(), 1}; }
-    Iterator end() const { return {present_.end(), present_.end(), highest_ + int64_t{1}}; }
+    Iterator end() const { return {present_.end(), present_.end(), last_ + int64_t{1}}; }
 
 private:
     Instances present_;
-    int highest_ = 0;
+    int last_ = 0;
     int failures_ = 0;
 };
 

@@ -12,6 +12,7 @@ char* add(char* end, std::string_view text) {
 }
 
 char* add_numbered(char* end, std::string_view form, int64_t number) {
+    if (number == 0) return add(end, form);
     const size_t at = form.find("%d");
     if (at == form.npos) return add(end, form);
     end = add(end, {form.data(), at});
