@@ -196,47 +196,53 @@ struct WaysOfTable<std::index_sequence<Common...>, Rest...> {
     using List = WayList<kCommonWays[Common]..., Rest...>;
 };
 
-// What the engine and every other reader sees of a table.
+// How a table begins. Its rows follow, and then its names.
+struct TableHead {
+    uint16_t rows;
+};
+
+// What the engine and every other reader sees of a table: two words, which are passed in registers.
 class Fields {
 public:
-    constexpr Fields(const PackedField* rows, size_t count, const char* names, const Way* own_ways)
-        : rows_{rows}, count_{count}, names_{names}, own_ways_{own_ways} {}
+    constexpr Fields(const TableHead* head, const Way* own_ways) : head_{head}, own_ways_{own_ways} {}
 
     class Iterator {
     public:
-        constexpr Iterator(const Fields& fields, const PackedField* at) : fields_{fields}, at_{at} {}
-        constexpr Field operator*() const { return fields_.unpack(*at_); }
-        constexpr Iterator& operator++() {
+        Iterator(const PackedField* at, const char* names, const Way* own_ways)
+            : at_{at}, names_{names}, own_ways_{own_ways} {}
+        Field operator*() const {
+            return {{names_ + at_->old_at, at_->old_length},
+                    {names_ + at_->new_at, at_->new_length},
+                    way(at_->to_new),
+                    way(at_->to_old)};
+        }
+        Iterator& operator++() {
             ++at_;
             return *this;
         }
-        constexpr bool operator!=(const Iterator& other) const { return at_ != other.at_; }
+        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
 
     private:
-        const Fields& fields_;
+        Way way(size_t index) const {
+            constexpr size_t kCommon = std::size(kCommonWays);
+            return index < kCommon ? kCommonWays[index] : own_ways_[index - kCommon];
+        }
+
         const PackedField* at_;
+        const char* names_;
+        const Way* own_ways_;
     };
 
-    constexpr Iterator begin() const { return {*this, rows_}; }
-    constexpr Iterator end() const { return {*this, rows_ + count_}; }
-    constexpr size_t size() const { return count_; }
+    Iterator begin() const { return iterator(rows()); }
+    Iterator end() const { return iterator(rows() + size()); }
+    size_t size() const { return head_->rows; }
 
 private:
-    constexpr Field unpack(const PackedField& row) const {
-        return {{names_ + row.old_at, row.old_length},
-                {names_ + row.new_at, row.new_length},
-                way(row.to_new),
-                way(row.to_old)};
-    }
+    const PackedField* rows() const { return reinterpret_cast<const PackedField*>(head_ + 1); }
+    const char* names() const { return reinterpret_cast<const char*>(rows() + size()); }
+    Iterator iterator(const PackedField* at) const { return {at, names(), own_ways_}; }
 
-    constexpr Way way(size_t index) const {
-        constexpr size_t kCommon = std::size(kCommonWays);
-        return index < kCommon ? kCommonWays[index] : own_ways_[index - kCommon];
-    }
-
-    const PackedField* rows_;
-    size_t count_;
-    const char* names_;
+    const TableHead* head_;
     const Way* own_ways_;
 };
 
@@ -249,7 +255,7 @@ public:
         (filler.add(row), ...);
     }
 
-    constexpr operator Fields() const { return {rows_, Rows, names_, Ways::template kOwn<>.data()}; }
+    constexpr operator Fields() const { return {&head_, Ways::template kOwn<>.data()}; }
 
 private:
     struct Filler {
@@ -277,6 +283,7 @@ private:
         }
     };
 
+    TableHead head_{Rows};
     PackedField rows_[Rows]{};
     char names_[Pool]{};
 };
