@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "k_conf.h"
+#include "members.h"
 
 namespace kcnvrt::conf {
 
@@ -36,39 +37,7 @@ inline bool is_container(const json_t* value) {
     return is_object(value) || is_array(value);
 }
 
-// The members of an object in its own order; none of anything else.
-class Members {
-public:
-    explicit Members(json_t* object) : object_{object} {}
-
-    struct Member {
-        std::string_view name;
-        json_t* value;
-    };
-
-    class Iterator {
-    public:
-        Iterator(json_t* object, void* at) : object_{object}, at_{at} {}
-        Member operator*() const {
-            return {{json_object_iter_key(at_), json_object_iter_key_len(at_)}, json_object_iter_value(at_)};
-        }
-        Iterator& operator++() {
-            at_ = json_object_iter_next(object_, at_);
-            return *this;
-        }
-        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
-
-    private:
-        json_t* object_;
-        void* at_;
-    };
-
-    Iterator begin() const { return {object_, json_object_iter(object_)}; }
-    Iterator end() const { return {object_, nullptr}; }
-
-private:
-    json_t* object_;
-};
+using Members = MembersOf<std::string_view>;
 
 // What an object has under a name, or null.
 inline json_t* member(json_t* object, std::string_view name) {

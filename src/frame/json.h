@@ -13,6 +13,8 @@
 #include <string_view>
 #include <utility>
 
+#include "members.h"
+
 namespace kcnvrt {
 
 // Here and below, what Jansson has inline is called instead: dozens of bytes at each of a thousand places.
@@ -137,39 +139,8 @@ inline void append_shared(json_t* array, json_t* value) { append(array, share(va
 
 // Ranges.
 
-struct Member {
-    Key name;
-    json_t* value;
-};
-
-// The members of an object in its own order; none of anything else.
-class Members {
-public:
-    explicit Members(json_t* object) : object_{object} {}
-
-    class Iterator {
-    public:
-        Iterator(json_t* object, void* at) : object_{object}, at_{at} {}
-        Member operator*() const {
-            return {{json_object_iter_key(at_), json_object_iter_key_len(at_)}, json_object_iter_value(at_)};
-        }
-        Iterator& operator++() {
-            at_ = json_object_iter_next(object_, at_);
-            return *this;
-        }
-        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
-
-    private:
-        json_t* object_;
-        void* at_;
-    };
-
-    Iterator begin() const { return {object_, json_object_iter(object_)}; }
-    Iterator end() const { return {object_, nullptr}; }
-
-private:
-    json_t* object_;
-};
+using Members = MembersOf<Key>;
+using Member = Members::Member;
 
 inline Members members(json_t* object) { return Members{object}; }
 
