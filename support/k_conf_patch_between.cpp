@@ -11,12 +11,21 @@ bool same(json_t* a, json_t* b) {
     return equal_trees(a, b, Numbers::kExact);
 }
 
-// Walks both documents side by side and writes down the operations. Every function returns false when memory runs out.
+// How much text the paths of a patch may have together. Each repeats the names of all that is around its value, so that
+// long names around many changes could otherwise fill any memory.
+constexpr size_t kMostPathText = 64 << 20;
+
+// Walks both documents side by side and writes down the operations. Every function returns false when memory runs out or
+// the paths are too long together.
 class Walk {
 public:
     // An absent base is an addition, an absent candidate a removal.
     bool compare(json_t* base, json_t* candidate);
 
+    // One operation for everything.
+    bool replace_all(json_t* candidate) { return write("replace", candidate); }
+
+    bool has_too_much_path_text() const { return path_text_ > kMostPathText; }
     Json operations() { return std::move(operations_); }
 
 private:
@@ -28,6 +37,7 @@ private:
 
     Json operations_{json_array()};
     PointerWriter path_;
+    size_t path_text_ = 0;
 };
 
 bool Walk::compare(json_t* base, json_t* candidate) {
@@ -95,6 +105,8 @@ bool Walk::compare_arrays(json_t* base, json_t* candidate) {
 
 bool Walk::write(const char* operation, json_t* value) {
     const std::string_view path = path_.view();
+    path_text_ += path.size();
+    if (has_too_much_path_text()) return false;
     Json written{json_object()};
     return store(written.get(), "op", Json{json_string_nocheck(operation)}) &&
            store(written.get(), "path", Json{json_stringn_nocheck(path.data(), path.size())}) &&
@@ -106,7 +118,9 @@ bool Walk::write(const char* operation, json_t* value) {
 
 Json patch_between(json_t* base, json_t* candidate) {
     Walk walk;
-    return walk.compare(base, candidate) ? walk.operations() : Json{};
+    if (walk.compare(base, candidate)) return walk.operations();
+    Walk whole;
+    return walk.has_too_much_path_text() && whole.replace_all(candidate) ? whole.operations() : Json{};
 }
 
 }  // namespace kcnvrt::conf

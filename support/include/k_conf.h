@@ -44,7 +44,8 @@ json_t *k_conf_find_branch(json_t *root, const char *path, int reserved);
  *
  * Without it: a JSON Patch, [] when nothing changed. An unchanged member costs no operation, a changed leaf one "replace",
  * an element put into an array or taken out of it one "add" or "remove". Paths are JSON Pointers (RFC 6901). It is exact
- * for every JSON value, 1 and 1.0 being two values. The order of an object's members is no part of its value.
+ * for every JSON value, 1 and 1.0 being two values. The order of an object's members is no part of its value. Where the
+ * paths together would be longer than 64 MiB, one operation replaces the whole document.
  *
  * With it: a JSON Merge Patch, {} when nothing changed; an array is replaced as a whole. In this form null means removal,
  * so that a member of `candidate` that is null cannot be told from an absent one: applying the difference leaves such a

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "support_json.h"
 
 namespace {
@@ -139,6 +141,26 @@ TEST(JsonPatch, LeavesTheOrderOfMembersAlone) {
     const Json candidate = parse(R"({"a":3,"b":{"y":2,"x":1,"z":0},"c":1})");
     EXPECT_EQ(dump_in_order(applied(base, diff(base, candidate, K_CONF_JSON_PATCH))),
               R"({"c":1,"a":3,"b":{"z":0,"y":2,"x":1}})");
+}
+
+// `count` numbers inside a member whose name is a megabyte long.
+Json under_a_long_name(int count, int value) {
+    Json numbers{json_object()};
+    for (int i = 0; i < count; ++i) json_object_set_new(numbers.get(), std::to_string(i).c_str(), json_integer(value));
+    Json document{json_object()};
+    json_object_set(document.get(), std::string(1 << 20, 'n').c_str(), numbers.get());
+    return document;
+}
+
+TEST(JsonPatch, ReplacesEverythingWhereThePathsWouldBeTooLong) {
+    for (const auto& [changes, operations] : {std::pair{63, 63}, {64, 1}}) {
+        const Json base = under_a_long_name(changes, 1);
+        const Json candidate = under_a_long_name(changes, 2);
+        const Json patch{k_conf_diff_set2(base.get(), candidate.get(), 0, K_CONF_JSON_PATCH, nullptr)};
+        EXPECT_EQ(static_cast<size_t>(operations), json_array_size(patch.get()));
+        const Json applied{k_conf_apply(base.get(), patch.get(), nullptr)};
+        EXPECT_TRUE(json_equal(candidate.get(), applied.get()));
+    }
 }
 
 const Difference kMergePatches[] = {
