@@ -20,7 +20,6 @@ struct Service {
     k_cnvrt_handler_t to_new;
     k_cnvrt_handler_t to_old;
     Container old_container;
-    bool counts_to_new;  // whether a failure towards the new layout is a failure of "Services"; towards old each is
 };
 
 constexpr Name kAlone = "";
@@ -28,19 +27,18 @@ constexpr Name kDns = "dns";
 constexpr Name kVpn = "vpn";
 
 constexpr Service copied(Name old_name, Name new_name) {
-    return {old_name, kAlone, new_name, nullptr, nullptr, kObject, true};
+    return {old_name, kAlone, new_name, nullptr, nullptr, kObject};
 }
 constexpr Service copied(Name name) {
     return copied(name, name);
 }
 
 constexpr Service converted(Name name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old, Container old_container) {
-    return {name, kAlone, name, to_new, to_old, old_container, true};
+    return {name, kAlone, name, to_new, to_old, old_container};
 }
 
-// A failed name server or tunnel never rejects a configuration on its way to the new layout; on the way back it does.
 constexpr Service regrouped(Name old_name, Name group, Name new_name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old) {
-    return {old_name, group, new_name, to_new, to_old, kObject, false};
+    return {old_name, group, new_name, to_new, to_old, kObject};
 }
 
 int ipsec_to_vpn(json_t* ipsec, json_t* vpn, k_err_t* err) {
@@ -102,17 +100,14 @@ bool has_section_of(json_t* old_root, Key group) {
 }
 
 // A group is made when any of its sections is there, and then all its converters run: DNS has {} for an absent section.
-int group_to_new(json_t* old_root, Key group, json_t* services, k_err_t* err) {
-    if (!has_section_of(old_root, group)) return 0;
-    int failures = 0;
+// What they count is left out: a failed name server or tunnel never rejects a configuration on its way to the new layout;
+// on the way back it does.
+void group_to_new(json_t* old_root, Key group, json_t* services, k_err_t* err) {
+    if (!has_section_of(old_root, group)) return;
     Json made = object();
-    for (const Service& service : kServices) {
-        if (service.group != group) continue;
-        const int failed = service.to_new(get(old_root, service.old_name), made.get(), err);
-        if (service.counts_to_new) failures += failed;
-    }
+    for (const Service& service : kServices)
+        if (service.group == group) service.to_new(get(old_root, service.old_name), made.get(), err);
     set(services, group, std::move(made));
-    return failures;
 }
 
 // What the converter towards old reads: the section, or the group that has it.
@@ -128,9 +123,9 @@ int k_cnvrt_get_services_from_old(json_t* old_root, json_t* services, k_err_t* e
     for (const Service& service : kServices)
         if (service.to_new == nullptr) carry(services, service.new_name, get(old_root, service.old_name));
 
-    int failures = 0;
-    for (const Key group : {kDns, kVpn}) failures += group_to_new(old_root, group, services, err);
+    for (const Key group : {kDns, kVpn}) group_to_new(old_root, group, services, err);
 
+    int failures = 0;
     for (const Service& service : kServices)
         if (service.to_new != nullptr && service.group == kAlone)
             failures += json_services_parser(get(old_root, service.old_name), service.new_name.text(), services,
