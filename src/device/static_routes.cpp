@@ -1,6 +1,7 @@
 // Static routes: one array of both families against an instance list for each family.
 #include <netinet/in.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -30,14 +31,6 @@ constexpr auto kIpv6Route = fields(
 // clang-format on
 
 // Towards the old layout.
-
-// Both families under one numbering. An IPv4 route keeps its number from an IPv6 one, and without IPv4 routes there is
-// nothing to add to: stored configurations depend on both.
-Json merged_routes(json_t* routing) {
-    Json merged = shallow_copy(k_conf_find_branch(routing, "ipv4.Routes.", 0));
-    json_object_update_missing(merged.get(), k_conf_find_branch(routing, "ipv6.Routes.", 0));
-    return merged;
-}
 
 void set_netmask(json_t* route, std::string_view length) {
     char mask[32];
@@ -143,13 +136,21 @@ int add_route(json_t* old_route, size_t number, Routes& ipv4, Routes& ipv6, cons
 
 }  // namespace
 
+// Both families under one numbering. An IPv4 route keeps its number from an IPv6 one, and without IPv4 routes there is
+// nothing to add to: stored configurations depend on both.
 int k_cnvrt_get_route_from_new(json_t* routing, json_t* destination, k_err_t* err) {
     const Report report{__func__, err};
-    const Json merged = merged_routes(routing);
-    const EveryNumber numbers{merged.get(), report};
-    for (const auto [number, instance] : numbers)
+    json_t* const ipv4 = k_conf_find_branch(routing, "ipv4.Routes.", 0);
+    json_t* const ipv6 = k_conf_find_branch(routing, "ipv6.Routes.", 0);
+    if (!json_is_object(ipv4)) return 0;
+    int failures = 0;
+    const int last = last_of_every_number(std::max(max_number(ipv4), max_number(ipv6)), report, failures);
+    for (int number = 1; number <= last; ++number) {
+        json_t* const own = entry_at(ipv4, number);
+        json_t* const instance = own == nullptr ? entry_at(ipv6, number) : own;
         append(destination, instance == nullptr ? object() : route_to_old(instance, report));
-    return numbers.failures();
+    }
+    return failures;
 }
 
 int k_cnvrt_get_route_from_old(json_t* source, json_t* routing, k_err_t* err) {

@@ -72,12 +72,14 @@ Instances::~Instances() {
     if (instances_ != inline_) std::free(instances_);
 }
 
-EveryNumber::EveryNumber(json_t* list, const Report& report) : present_{list} {
-    if (present_.highest() > kMaxPlaceholderNumber)
-        failures_ = report.fail("Instance number %d is above %d", present_.highest(), kMaxPlaceholderNumber);
-    else
-        last_ = present_.highest();
+int last_of_every_number(int highest, const Report& report, int& failures) {
+    if (highest <= kMaxPlaceholderNumber) return highest;
+    failures += report.fail("Instance number %d is above %d", highest, kMaxPlaceholderNumber);
+    return 0;
 }
+
+EveryNumber::EveryNumber(json_t* list, const Report& report)
+    : present_{list}, last_{last_of_every_number(present_.highest(), report, failures_)} {}
 
 Json list_of_elements(json_t* array) {
     ListBuilder list;

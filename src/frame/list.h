@@ -77,8 +77,12 @@ private:
     int highest_ = 0;
 };
 
-// Every number from 1 to the highest, with its entry, or null for a missing one. Bounded: above kMaxPlaceholderNumber
-// the range is empty and the report has failed once; failures() is added to the converter's result.
+// The last number of a walk over every number to the highest. Bounded: above kMaxPlaceholderNumber there is none, 0, and
+// the report has failed once.
+int last_of_every_number(int highest, const Report& report, int& failures);
+
+// Every number from 1 to the highest, with its entry, or null for a missing one. Bounded like last_of_every_number;
+// failures() is added to the converter's result.
 //
 //     EveryNumber numbers{list, report};
 //     for (const auto [number, entry] : numbers) ...
@@ -113,8 +117,8 @@ public:
 
 private:
     Instances present_;
-    int last_ = 0;
     int failures_ = 0;
+    int last_;
 };
 
 // An array as a numbered list, its elements attached as they stand ("max_instance" the count; {"max_instance": 0} for
