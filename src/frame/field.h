@@ -204,7 +204,8 @@ struct TableHead {
 // What the engine and every other reader sees of a table: two words, which are passed in registers.
 class Fields {
 public:
-    constexpr Fields(const TableHead* head, const Way* own_ways) : head_{head}, own_ways_{own_ways} {}
+    // The whole table, without its type: it is read from its first byte to its last.
+    constexpr Fields(const void* table, const Way* own_ways) : table_{table}, own_ways_{own_ways} {}
 
     class Iterator {
     public:
@@ -235,14 +236,15 @@ public:
 
     Iterator begin() const { return iterator(rows()); }
     Iterator end() const { return iterator(rows() + size()); }
-    size_t size() const { return head_->rows; }
+    size_t size() const { return head()->rows; }
 
 private:
-    const PackedField* rows() const { return reinterpret_cast<const PackedField*>(head_ + 1); }
+    const TableHead* head() const { return static_cast<const TableHead*>(table_); }
+    const PackedField* rows() const { return reinterpret_cast<const PackedField*>(head() + 1); }
     const char* names() const { return reinterpret_cast<const char*>(rows() + size()); }
     Iterator iterator(const PackedField* at) const { return {at, names(), own_ways_}; }
 
-    const TableHead* head_;
+    const void* table_;
     const Way* own_ways_;
 };
 
@@ -255,7 +257,7 @@ public:
         (filler.add(row), ...);
     }
 
-    constexpr operator Fields() const { return {&head_, Ways::template kOwn<>.data()}; }
+    constexpr operator Fields() const { return {this, Ways::template kOwn<>.data()}; }
 
 private:
     struct Filler {

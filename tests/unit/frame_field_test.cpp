@@ -79,8 +79,8 @@ TEST(FieldTable, KeepsTheWaysOfItsRows) {
     ASSERT_EQ(Fields{kEveryWord}.size(), std::size(rows));
     size_t at = 0;
     for (const Field field : Fields{kEveryWord}) {
-        EXPECT_EQ(field.to_new, rows[at].to_new) << field.old_name.text();
-        EXPECT_EQ(field.to_old, rows[at].to_old) << field.old_name.text();
+        EXPECT_EQ(field.to_new, rows[at].to_new) << field.old_name.view();
+        EXPECT_EQ(field.to_old, rows[at].to_old) << field.old_name.view();
         ++at;
     }
 }
