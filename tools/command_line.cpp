@@ -5,6 +5,7 @@
 #include <iterator>
 #include <new>
 #include <sstream>
+#include <string_view>
 
 #include "commands.h"
 #include "output.h"
@@ -57,7 +58,7 @@ CLI::Option* add_base(CLI::App& command, Options& options) {
     auto* base =
         command.add_option("--base", options.base, "Print what has to change in BASE (the new layout) instead")
             ->type_name("BASE");
-    command.add_flag("--merge-patch", options.merge_patch, "Print the change as a JSON Merge Patch, not a JSON Patch")
+    command.add_flag("--merge-patch", options.merge_patch, "Print the change as a JSON Merge Patch, which cannot say null, not a JSON Patch")
         ->needs(base);
     return base;
 }
@@ -91,7 +92,7 @@ void declare_section(CLI::App& command, Options& options) {
 void declare_diff(CLI::App& command, Options& options) {
     add_file(command, "BASE", options.from, "The JSON to start from; - is standard input")->required();
     add_file(command, "OTHER", options.other, "The JSON to arrive at; - is standard input")->required();
-    command.add_flag("--merge-patch", options.merge_patch, "A JSON Merge Patch, not a JSON Patch");
+    command.add_flag("--merge-patch", options.merge_patch, "A JSON Merge Patch, which cannot say null, not a JSON Patch");
     add_result(command, options);
 }
 
@@ -186,11 +187,29 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& question) {
     return kConverted;
 }
 
-// An empty argument names no file, section or number. The parser would take it for the name of the nameless group of
-// directions, and never come back when an unknown option follows.
+// "--output=", as a script's unset variable leaves it.
+bool is_option_without_value(std::string_view argument) {
+    return argument.starts_with("--") && argument.find('=') == argument.size() - 1;
+}
+
+// An empty argument or value names no file, section or number. The parser would take an empty argument for the name of
+// the nameless group of directions, and never come back when an unknown option follows; for an empty value it would take
+// the next argument, and a result would be written over the source.
 void refuse_empty_arguments(int argc, char** argv) {
-    for (int i = 1; i < argc; ++i)
-        if (argv[i][0] == '\0') fail_by_usage("argument " + std::to_string(i) + " is empty");
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == "--") return;
+        if (argument.empty()) fail_by_usage("argument " + std::to_string(i) + " is empty");
+        if (is_option_without_value(argument)) fail_by_usage(std::string(argument) + " has no value");
+    }
+}
+
+// Options may stand before the command, where the parser does not know which command they are for.
+void refuse_options_of_other_commands(const CLI::App& app) {
+    const CLI::App& command = *app.get_subcommands().front();
+    for (const CLI::Option* option : app.get_options())
+        if (option->count() != 0 && command.get_option_no_throw(option->get_name()) == nullptr)
+            fail_by_usage(option->get_name() + " is no option of " + command.get_name());
 }
 
 ExitStatus parse_and_run(CLI::App& app, const Options& options, int argc, char** argv) {
@@ -201,6 +220,7 @@ ExitStatus parse_and_run(CLI::App& app, const Options& options, int argc, char**
         return answer(app, question);
     }
     if (app.get_subcommands().empty()) fail_by_usage("a command is required");
+    refuse_options_of_other_commands(app);
     // One may stand before the command and the other behind it.
     if (options.compact && options.indent) fail_by_usage("--indent excludes --compact");
     return chosen_command(app).run(options);

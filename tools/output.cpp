@@ -123,6 +123,8 @@ bool Output::flush() {
 
 void Output::finish() {
     flush();
+    // A power cut after the renaming must not leave the new name and nothing under it.
+    if (error_ == 0 && !path_.empty() && fsync(descriptor_) != 0) error_ = errno;
     close_file();
     if (error_ != 0) fail(error_);
     if (path_.empty()) return;

@@ -57,6 +57,7 @@ public:
 
     constexpr operator Key() const { return {text_, length_}; }
     constexpr const char* text() const { return text_; }
+    constexpr std::string_view view() const { return {text_, length_}; }
     constexpr bool is_empty() const { return length_ == 0; }
     constexpr bool operator==(const Name&) const = default;
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "frame/json.h"
 #include "k_cnvrt.h"
 
 namespace kcnvrt {
@@ -25,25 +26,25 @@ constexpr uint32_t hash_of(std::string_view name) {
 
 // A row of the table of old sections: the handler builds the old section from the corresponding new one.
 struct OldSection {
-    const char* name;
-    k_cnvrt_handler_t handler;
-    Container container;
-    uint32_t hash;
+    Name name = "";
+    k_cnvrt_handler_t handler = nullptr;
+    Container container = Container::kObject;
+    uint32_t hash = 0;
 };
 
 // A row of the table of new sections: every new section is an object.
 struct NewSection {
-    const char* name;
-    k_cnvrt_handler_t handler;
-    uint32_t hash;
+    Name name = "";
+    k_cnvrt_handler_t handler = nullptr;
+    uint32_t hash = 0;
 };
 
-constexpr OldSection section(const char* name, k_cnvrt_handler_t handler, Container container) {
-    return {name, handler, container, hash_of(name)};
+constexpr OldSection section(Name name, k_cnvrt_handler_t handler, Container container) {
+    return {name, handler, container, hash_of(name.view())};
 }
-constexpr NewSection section(const char* name, k_cnvrt_handler_t handler) { return {name, handler, hash_of(name)}; }
+constexpr NewSection section(Name name, k_cnvrt_handler_t handler) { return {name, handler, hash_of(name.view())}; }
 
-// Both tables end with a null name.
+// Both tables end with an empty name.
 extern const OldSection old_config_handler_table[];
 extern const NewSection new_config_handler_table[];
 

@@ -1,7 +1,6 @@
 // One section converted by its name, and the self-check of the section tables.
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "frame/json.h"
 #include "frame/report.h"
@@ -14,8 +13,8 @@ namespace kcnvrt {
 template <class Section>
 const Section* find_section(const Section* table, const char* name) {
     const uint32_t hash = k_str_get_hash(name);
-    for (; table->name != nullptr; ++table)
-        if (table->hash == hash && std::strcmp(table->name, name) == 0 && table->handler != nullptr) return table;
+    for (; !table->name.is_empty(); ++table)
+        if (table->hash == hash && table->name.view() == name && table->handler != nullptr) return table;
     return nullptr;
 }
 
@@ -70,10 +69,10 @@ Json fill_array_or_object(const OldSection& section, json_t* source, const Repor
 template <class Section>
 int check_hashes(const Section* table, const char* table_name) {
     HashList met;
-    for (; table->name != nullptr; ++table) {
-        const uint32_t hash = k_str_get_hash(table->name);
+    for (; !table->name.is_empty(); ++table) {
+        const uint32_t hash = k_str_get_hash(table->name.text());
         if (met.contains(hash)) {
-            std::printf("Duplicate hash found! Key - %s\n", table->name);
+            std::printf("Duplicate hash found! Key - %s\n", table->name.text());
             return -1;
         }
         if (!met.append(hash)) {
@@ -81,8 +80,8 @@ int check_hashes(const Section* table, const char* table_name) {
             return -1;
         }
         if (table->hash != hash) {
-            std::printf("%s, name \"%s\" hash miss! Hash in struct - %u, generated hash - %u\n", table_name, table->name,
-                        table->hash, hash);
+            std::printf("%s, name \"%s\" hash miss! Hash in struct - %u, generated hash - %u\n", table_name,
+                        table->name.text(), table->hash, hash);
             return -1;
         }
     }
@@ -136,8 +135,8 @@ json_t* k_cnvrt_get_section_to_new(const char* section_name, json_t* old_section
 
 const char* k_cnvrt_section_name(k_cnvrt_table_t table, size_t index) {
     const auto name_at = [index](const auto* row) -> const char* {
-        for (size_t i = 0; i < index && row->name != nullptr; ++i) ++row;
-        return row->name;
+        for (size_t i = 0; i < index && !row->name.is_empty(); ++i) ++row;
+        return row->name.is_empty() ? nullptr : row->name.text();
     };
     return table == K_CNVRT_OLD_SECTIONS ? name_at(old_config_handler_table) : name_at(new_config_handler_table);
 }

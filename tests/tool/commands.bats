@@ -198,6 +198,10 @@ load setup
     wrong "--base" section wan_pvid --to-old --base old.json old.json
     wrong "argument 2 is empty" to-new ""
     wrong "argument 4 is empty" section wan_pvid old.json "" "" --unknown
+    wrong "--output= has no value" to-new --output= old.json
+    wrong "--base= has no value" to-new --base= old.json
+    wrong "--output is no option of self-check" -o new.json self-check
+    wrong "--indent is no option of sections" --indent 3 sections
     wrong "OTHER" diff old.json
     wrong "DIFFERENCE" apply old.json
     wrong "--errors" to-new --errors xml old.json

@@ -15,13 +15,13 @@ int never_called(json_t*, json_t*, k_err_t*) {
     return 1;
 }
 
-constexpr NewSection row(const char* name) {
+constexpr NewSection row(Name name) {
     return section(name, never_called);
 }
-constexpr NewSection row(const char* name, uint32_t hash) {
+constexpr NewSection row(Name name, uint32_t hash) {
     return {name, never_called, hash};
 }
-constexpr OldSection old_row(const char* name, uint32_t hash) {
+constexpr OldSection old_row(Name name, uint32_t hash) {
     return {name, never_called, Container::kArray, hash};
 }
 
@@ -147,10 +147,10 @@ size_t expect_distinct_names(k_cnvrt_table_t table) {
 TEST(SectionNames, AreThoseOfTheTablesInTheirOrder) {
     EXPECT_GT(expect_distinct_names(K_CNVRT_OLD_SECTIONS), 0u);
     EXPECT_GT(expect_distinct_names(K_CNVRT_NEW_SECTIONS), 0u);
-    for (size_t i = 0; old_config_handler_table[i].name != nullptr; ++i)
-        EXPECT_STREQ(k_cnvrt_section_name(K_CNVRT_OLD_SECTIONS, i), old_config_handler_table[i].name);
-    for (size_t i = 0; new_config_handler_table[i].name != nullptr; ++i)
-        EXPECT_STREQ(k_cnvrt_section_name(K_CNVRT_NEW_SECTIONS, i), new_config_handler_table[i].name);
+    for (size_t i = 0; !old_config_handler_table[i].name.is_empty(); ++i)
+        EXPECT_STREQ(k_cnvrt_section_name(K_CNVRT_OLD_SECTIONS, i), old_config_handler_table[i].name.text());
+    for (size_t i = 0; !new_config_handler_table[i].name.is_empty(); ++i)
+        EXPECT_STREQ(k_cnvrt_section_name(K_CNVRT_NEW_SECTIONS, i), new_config_handler_table[i].name.text());
 }
 
 TEST(Section, WithoutANameIsNotFound) {
