@@ -19,6 +19,7 @@ int k_cnvrt_get_rip_from_new(json_t* source, json_t* destination, k_err_t* err) 
     const Report report{__func__, err};
     int failures = 0;
     for (const auto [name, instance] : members(source)) {
+        if (!json_is_object(instance)) continue;
         Json rip = object();
         failures += to_old(kRip, instance, rip.get(), report);
         set_named(destination, get(instance, "ifname_l3"), std::move(rip));

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "frame/growing_text.h"
 #include "frame/list.h"
 #include "frame/number.h"
 #include "k_addr.h"
@@ -80,11 +81,6 @@ private:
     Json routes_;
     uint32_t highest_ = 0;
 };
-
-struct FreeString {
-    void operator()(k_string_t* text) const { string_free(text); }
-};
-using GrowingText = std::unique_ptr<k_string_t, FreeString>;
 
 Json new_route(json_t* old_route) {
     Json route = object();

@@ -28,7 +28,7 @@ bool runs(const Step& step, uint8_t flags) {
     return (step.when == When::kDslVlan) == ((flags & K_CNVRT_DSL_VLAN) != 0);
 }
 
-// A result of what a conversion reads.
+// The objects in which the steps of a conversion find their sources.
 struct Source {
     json_t* root;
     json_t* device;

@@ -31,7 +31,7 @@ namespace {
 struct Free {
     void operator()(char* text) const { std::free(text); }
 };
-using Text = std::unique_ptr<char, Free>;
+using ConvertedText = std::unique_ptr<char, Free>;
 
 int is_not_string(Key key, const Report& report) { return report.fail("Invalid field \"%s\", is not string", key.text()); }
 
@@ -63,7 +63,7 @@ int convert_password(json_t* destination, Key key, json_t* value, const Report& 
     char* converted = nullptr;
     if (convert(text_of(value), &converted) < 0)
         return report.fail("Invalid field \"%s\", error convert password to %s", key.text(), other_form);
-    const Text text{converted};
+    const ConvertedText text{converted};
     set(destination, key, checked_string(text.get()));
     return 0;
 }
@@ -125,7 +125,7 @@ int string_or_default(json_t* destination, Key key, json_t* value, std::string_v
     if (value == nullptr) return 0;
     // This message has always come without its key.
     if (!json_is_string(value)) return is_not_string("", report);
-    set(destination, key, json_string_length(value) == 0 ? string(default_text) : share(value));
+    set(destination, key, json_string_length(value) == 0 ? checked_string(default_text) : share(value));
     return 0;
 }
 

@@ -1,11 +1,11 @@
 // field.h: a section is a table of fields, and a field is two names and the way across in each direction.
 //
 //     constexpr auto kPppService = fields(
-//         // old            new           way
-//         integer ("auth"),
-//         password("password"),
-//         carried ("iface", "phy_iface"),
-//         status  ("connection_status"));
+//         //            old                  new
+//         integer_field("auth"),
+//         password     ("password"),
+//         carried      ("iface",             "phy_iface"),
+//         status       ("connection_status"));
 //
 //     int failures = to_new(kPppService, old_service, new_service, report);
 //
@@ -114,6 +114,14 @@ KCNVRT_FIELD_WORD(boolean_field, ways::boolean_to_new, ways::boolean_to_old)
 KCNVRT_FIELD_WORD(string_field, ways::string_to_new, ways::string_to_old)
 KCNVRT_FIELD_WORD(password, ways::password_to_new, ways::password_to_old)
 KCNVRT_FIELD_WORD(status, ways::status_to_new, ways::carry)
+
+// What some old sections keep typed, although the old layout has texts as a rule. Typed: texts become so in either
+// direction. Retyped: carried to new, and texts become so on the way back. Given back: a text or a number in the old
+// layout, which gets back what the new one says.
+KCNVRT_FIELD_WORD(typed_boolean, ways::boolean_to_new, ways::boolean_to_new)
+KCNVRT_FIELD_WORD(retyped_boolean, ways::carry, ways::boolean_to_new)
+KCNVRT_FIELD_WORD(retyped_integer, ways::carry, ways::integer_to_new)
+KCNVRT_FIELD_WORD(given_back_integer, ways::integer_to_new, ways::carry)
 
 // A table keeps its names in one pool and its ways in a list, so that a row is a few numbers: without pointers it needs no
 // relocation and stays in read-only pages that every process shares. The ways that many tables have are in one list for
@@ -284,6 +292,8 @@ private:
             return static_cast<uint16_t>(at);
         }
     };
+
+    static_assert(Rows <= UINT16_MAX && Pool <= UINT16_MAX, "rows are counted, and names placed, in 16 bits");
 
     TableHead head_{Rows};
     PackedField rows_[Rows]{};

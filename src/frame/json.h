@@ -93,14 +93,14 @@ inline Json string(std::string_view text) { return Json{json_stringn_nocheck(tex
 inline Json string(Key text) { return string(text.view()); }
 inline Json string(const char* literal) { return string(std::string_view{literal}); }
 
-// A string of text that the library made itself and that may be anything: null when it is not UTF-8.
+// A string of text that may be anything, made by the library itself or given by its caller: null when it is not UTF-8.
+inline Json checked_string(std::string_view text) { return Json{json_stringn(text.data(), text.size())}; }
 inline Json checked_string(const char* text) { return Json{text == nullptr ? nullptr : json_string(text)}; }
 
 Json share(json_t* value);
 
-// A new object or array with the same members (shared), and one with copies all the way down.
+// A new object or array with the same members (shared).
 inline Json shallow_copy(json_t* value) { return Json{json_copy(value)}; }
-inline Json deep_copy(json_t* value) { return Json{json_deep_copy(value)}; }
 
 // Reading.
 

@@ -37,10 +37,15 @@ void set_max_instance(json_t* list, uint32_t count) { set(list, "max_instance", 
 
 bool has_instances(json_t* list) { return json_integer_value(get(list, "max_instance")) >= 1; }
 
-void ListBuilder::add(Json entry) { set(list_.get(), Decimal{++count_}, std::move(entry)); }
+json_t* ListBuilder::list() {
+    if (list_ == nullptr) list_ = object();
+    return list_.get();
+}
+
+void ListBuilder::add(Json entry) { set(list(), Decimal{++count_}, std::move(entry)); }
 
 Json ListBuilder::finish() {
-    set_max_instance(list_.get(), count_);
+    set_max_instance(list(), count_);
     return std::move(list_);
 }
 
@@ -48,10 +53,7 @@ Instances::Instances(json_t* list) : instances_{inline_} {
     const size_t size = json_object_size(list);
     if (size > kInline) {
         void* memory = size > SIZE_MAX / sizeof(Instance) ? nullptr : std::malloc(size * sizeof(Instance));
-        if (memory == nullptr) {
-            instances_ = inline_;
-            return;  // Out of memory: nothing is visited, as nothing could be stored.
-        }
+        if (memory == nullptr) return;  // Out of memory: nothing is visited, and so nothing is stored.
         instances_ = static_cast<Instance*>(memory);
     }
     bool is_ascending = true;

@@ -1,17 +1,18 @@
 // list.h: numbered lists, the new layout's list shape.
 //
 // A numbered list is an object whose members "1", "2", ... hold the entries, and "max_instance" an integer. Entries are
-// found by number; "max_instance" is written and never trusted.
+// found by number, whatever "max_instance" says; only whether there are any is asked of it in places (has_instances).
 #pragma once
 
 #include "field.h"
 #include "json.h"
+#include "k_cnvrt.h"
 #include "report.h"
 
 namespace kcnvrt {
 
 // The bound on numbers in a walk that writes something for every missing number.
-inline constexpr int kMaxPlaceholderNumber = 65535;
+inline constexpr int kMaxPlaceholderNumber = K_CNVRT_MAX_INSTANCE;
 
 // An entry by its number; null when there is none.
 json_t* entry_at(json_t* list, int64_t number);
@@ -29,13 +30,13 @@ inline void carry_max_instance(json_t* list, json_t* source) {
     carry(list, "max_instance", get(source, "max_instance"));
 }
 
-// Builds a numbered list, counting from 1: a new one, or one in an object that is there already.
+// Builds a numbered list, counting from 1: a new one, which is made when it is needed, or one in an object that is there
+// already.
 class ListBuilder {
 public:
-    ListBuilder() : list_{object()} {}
+    ListBuilder() = default;
     explicit ListBuilder(json_t* list) : list_{share(list)} {}
 
-    json_t* get() const { return list_.get(); }
     uint32_t count() const { return count_; }
 
     // Under the next number.
@@ -46,6 +47,8 @@ public:
     Json finish();
 
 private:
+    json_t* list();
+
     Json list_;
     uint32_t count_ = 0;
 };

@@ -34,10 +34,24 @@ int append_every_number(json_t* list, json_t* array, const Report& report, Fill 
     return failures + numbers.failures();
 }
 
-// How a table is run from one container into another: to_new, to_old, and the four above.
+// Objects under the numbers of a list, filled as `fill(number, entry, object)` fills them; "max_instance" is carried.
+template <class Fill>
+int fill_every_instance(json_t* list, json_t* filled_list, Fill fill) {
+    int failures = 0;
+    for (const auto [number, entry] : Instances{list}) {
+        Json filled = object();
+        failures += fill(number, entry, filled.get());
+        set(filled_list, Decimal{number}, std::move(filled));
+    }
+    carry_max_instance(filled_list, list);
+    return failures;
+}
+
+// How a table is run from one container into another: to_new, to_old, and those of lists and instances above.
 using Walk = int (*)(Fields fields, json_t* source, json_t* destination, const Report& report);
 
-// Stores a new container under the key, walked into from the value; an absent value stores nothing.
+// Stores a new container under the key, an array for list_to_old and else an object, walked into from the value; an
+// absent value stores nothing.
 int walk_member(Walk walk, Fields fields, json_t* destination, Key key, json_t* value, const Report& report);
 
 namespace ways {

@@ -2,7 +2,8 @@
 //
 //     old                             new
 //     "ip": ..., "mask": ...          "ip":   {"1": {"ip": ..., "mask": ...}, "max_instance": 1}
-//     "ipv6": ..., "alias_ipv6": ...  "ipv6": {"1": {"ipv6": ...}, "2": {"ipv6": ...}, "max_instance": 2}
+//     "ipv6": ...                     "ipv6": {"1": {"ipv6": ...}, "max_instance": 1}
+//     "alias_ipv6": ...               the second entry of "ipv6", by the fields below from new to old alone
 #pragma once
 
 #include "frame/field.h"

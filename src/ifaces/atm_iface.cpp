@@ -1,5 +1,4 @@
 #include "ifaces/blocks.h"
-#include "ifaces/entries.h"
 #include "ifaces/layer2.h"
 #include "ifaces/service_groups.h"
 
@@ -37,27 +36,18 @@ json_t* contype_of(json_t* new_services) {
     return nullptr;
 }
 
-int atm_entry_to_old(json_t* entry, json_t* old_iface, k_err_t* err) {
+}  // namespace
+
+int atm_to_new(json_t* old_iface, json_t* entry, k_err_t* err) {
+    const int failures = to_new(kAtm, old_iface, entry, Report{"parse_atm", err});
+    return failures + services_to_new(old_iface, entry, kGroupOrder, err);
+}
+
+int atm_to_old(json_t* entry, json_t* old_iface, k_err_t* err) {
     int failures = to_old(kAtm, entry, old_iface, Report{"parse_new_atm", err});
     carry(old_iface, "contype", contype_of(get(entry, "services")));
     if (has(entry, "services")) failures += services_to_old(entry, old_iface, err);
     return failures;
-}
-
-}  // namespace
-
-int atm_to_new(Key name, uint32_t number, json_t* old_iface, json_t* group, k_err_t* err) {
-    Json entry = named_entry("ifname_l2", name);
-    int failures = to_new(kAtm, old_iface, entry.get(), Report{"parse_atm", err});
-    failures += services_to_new(old_iface, entry.get(), kGroupOrder, err);
-    set(group, Decimal{number}, std::move(entry));
-    return failures;
-}
-
-int atm_to_old(json_t* group, json_t* old_ifaces, k_err_t* err) {
-    if (!has_instances(group)) return 0;
-    return entries_to_old(group, "ifname_l2", "atm", old_ifaces,
-                          [err](json_t* entry, json_t* old_iface) { return atm_entry_to_old(entry, old_iface, err); });
 }
 
 }  // namespace kcnvrt

@@ -18,7 +18,9 @@ constexpr auto kBridge = fields(
     port_list("port"));
 // clang-format on
 
-int services_to_new(json_t* old_services, json_t* new_iface, const Report& report) {
+int services_to_new(json_t* old_iface, json_t* new_iface, const Report& report) {
+    json_t* const old_services = get(old_iface, "services");
+    if (old_services == nullptr) return 0;
     int failures = 0;
     ListBuilder ip_group;
     ListBuilder ipv6_group;
@@ -59,24 +61,16 @@ int services_to_old(json_t* new_iface, json_t* old_iface, const Report& report) 
 
 }  // namespace
 
-int bridge_to_new(Key name, uint32_t number, json_t* old_iface, json_t* group, k_err_t* err) {
+int bridge_to_new(json_t* old_iface, json_t* entry, k_err_t* err) {
     const Report report{"parse_bridge", err};
-    Json entry = named_entry("ifname_l2", name);
-    int failures = to_new(kBridge, old_iface, entry.get(), report);
-    if (json_t* const services = get(old_iface, "services"))
-        failures += services_to_new(services, entry.get(), report.under("parse_ip_services_forBridge"));
-    set(group, Decimal{number}, std::move(entry));
-    return failures;
+    const int failures = to_new(kBridge, old_iface, entry, report);
+    return failures + services_to_new(old_iface, entry, report.under("parse_ip_services_forBridge"));
 }
 
-int bridge_to_old(json_t* group, json_t* old_ifaces, k_err_t* err) {
-    if (!has_instances(group)) return 0;
+int bridge_to_old(json_t* entry, json_t* old_iface, k_err_t* err) {
     const Report report{"parse_new_bridge", err};
-    return entries_to_old(group, "ifname_l2", "bridge", old_ifaces, [&report](json_t* entry, json_t* old_iface) {
-        int failures = to_old(kBridge, entry, old_iface, report);
-        failures += services_to_old(entry, old_iface, report);
-        return failures;
-    });
+    const int failures = to_old(kBridge, entry, old_iface, report);
+    return failures + services_to_old(entry, old_iface, report);
 }
 
 }  // namespace kcnvrt

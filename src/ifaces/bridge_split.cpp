@@ -1,6 +1,6 @@
 #include "ifaces/bridge_split.h"
 
-#include "frame/list.h"
+#include "frame/nested.h"
 #include "ifaces/addresses.h"
 
 namespace kcnvrt {
@@ -8,8 +8,8 @@ namespace kcnvrt {
 namespace {
 
 // Each thing that is split has two tables, one for each family. Rejoining runs the IPv4 one first and the IPv6 one over
-// it; what the IPv6 entry merely repeats is copied out to it and not read back.
-KCNVRT_FIELD_WORD(repeated, ways::carry, nullptr)
+// it: of what both have, the IPv6 entry's counts, but for the locks of a service and what names a host, which are copied
+// out to it and not read back.
 
 // A relay without an address is none.
 int relay_to_old(json_t* destination, Key key, json_t* relay, const Report&) {
@@ -83,8 +83,8 @@ constexpr auto kIpHost = fields(
 constexpr auto kIpv6Host = fields(
     carried  ("ipv6"),
     field<ways::string_to_new, nullptr>("mac"),
-    repeated ("host"),
-    repeated ("mode"));
+    field<ways::carry, nullptr>("host"),
+    field<ways::carry, nullptr>("mode"));
 
 // clang-format on
 
@@ -124,17 +124,14 @@ int split_reserved(json_t* old_hosts, json_t* ip_dhcpd, json_t* ipv6_dhcpd, cons
 
 // The hosts of the ip entry decide which there are; a missing number leaves an empty host in its place.
 int rejoin_reserved(json_t* ip_hosts, json_t* ipv6_hosts, json_t* old_dhcpd, const Report& report) {
-    int failures = 0;
     Json old_hosts = array();
-    const EveryNumber numbers{ip_hosts, report};
-    for (const auto [number, ip_host] : numbers) {
-        Json old_host = object();
-        failures += to_old(kIpHost, ip_host, old_host.get(), report);
-        if (ip_host != nullptr) failures += to_old(kIpv6Host, entry_at(ipv6_hosts, number), old_host.get(), report);
-        append(old_hosts.get(), std::move(old_host));
-    }
+    const auto rejoin = [&](int64_t number, json_t* ip_host, json_t* old_host) {
+        const int failures = to_old(kIpHost, ip_host, old_host, report);
+        return failures + to_old(kIpv6Host, entry_at(ipv6_hosts, number), old_host, report);
+    };
+    const int failures = append_every_number(ip_hosts, old_hosts.get(), report, rejoin);
     set(old_dhcpd, "reserved", std::move(old_hosts));
-    return failures + numbers.failures();
+    return failures;
 }
 
 int split_dhcpd(json_t* old_dhcpd, json_t* ip_entry, json_t* ipv6_entry, const Report& report) {

@@ -37,18 +37,40 @@ int entries_to_old(json_t* group, Key name_key, Key type, json_t* old_object, Co
     });
 }
 
-// The old services of one type as a numbered list, in ascending byte order of their names; others are dropped. Each
-// entry is filled by `convert(old_service, entry)`, whose count of failed fields is added to `failures`.
+// "services" of a new interface that has one group of them only, which is written even when it is empty, unlike those of
+// wired interfaces.
+inline void set_only_group(json_t* new_iface, Key type, Json group) {
+    Json new_services = object();
+    set(new_services.get(), type, std::move(group));
+    set(new_iface, "services", std::move(new_services));
+}
+
+// The services of an interface that has services of one type only: the old ones of that type in ascending byte order of
+// their names, others dropped, each filled by `convert(old_service, entry)`; and back by `convert(entry, old_service)`.
+// Nothing is written where the interface has no "services".
 template <class Convert>
-Json services_of_type(json_t* old_services, std::string_view type, int& failures, Convert convert) {
-    ListBuilder services;
+int only_group_to_new(json_t* old_iface, Key type, json_t* new_iface, Convert convert) {
+    json_t* const old_services = get(old_iface, "services");
+    if (old_services == nullptr) return 0;
+    int failures = 0;
+    ListBuilder group;
     for (const auto [name, old_service] : SortedMembers{old_services}) {
-        if (!is_text(get(old_service, "type"), type)) continue;
+        if (!is_text(get(old_service, "type"), type.view())) continue;
         Json entry = named_entry("ifname_l3", name);
         failures += convert(old_service, entry.get());
-        services.add(std::move(entry));
+        group.add(std::move(entry));
     }
-    return services.finish();
+    set_only_group(new_iface, type, group.finish());
+    return failures;
+}
+template <class Convert>
+int only_group_to_old(json_t* new_iface, Key type, json_t* old_iface, Convert convert) {
+    json_t* const new_services = get(new_iface, "services");
+    if (new_services == nullptr) return 0;
+    Json old_services = object();
+    const int failures = entries_to_old(get(new_services, type), "ifname_l3", type, old_services.get(), convert);
+    set(old_iface, "services", std::move(old_services));
+    return failures;
 }
 
 }  // namespace kcnvrt

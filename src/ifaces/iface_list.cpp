@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "frame/list.h"
+#include "ifaces/entries.h"
 #include "ifaces/layer2.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/ifaces.h"
@@ -44,33 +45,27 @@ size_t row_of(json_t* type) {
     return row;
 }
 
-struct Group {
-    Json entries;
-    uint32_t count = 0;
-
-    json_t* get() {
-        if (entries == nullptr) entries = object();
-        return entries.get();
-    }
-};
+// A group that says it has no entries is skipped.
+int group_to_old(const Layer2Type& type, json_t* group, json_t* old_ifaces, k_err_t* err) {
+    if (!has_instances(group)) return 0;
+    return entries_to_old(group, "ifname_l2", type.type, old_ifaces,
+                          [&](json_t* entry, json_t* old_iface) { return type.to_old(entry, old_iface, err); });
+}
 
 }  // namespace
 
 int k_cnvrt_get_sections_ifaces_from_old(json_t* source, json_t* destination, k_err_t* err) {
     int failures = 0;
-    Group groups[kTypeCount];
+    ListBuilder groups[kTypeCount];
     for (const auto [name, old_iface] : SortedMembers{source}) {
         const size_t row = row_of(get(old_iface, "type"));
         if (row == kTypeCount) continue;
-        Group& group = groups[row];
-        failures += kTypes[row].to_new(name, ++group.count, old_iface, group.get(), err);
+        Json entry = named_entry("ifname_l2", name);
+        failures += kTypes[row].to_new(old_iface, entry.get(), err);
+        groups[row].add(std::move(entry));
     }
-    for (size_t row = 0; row < kTypeCount; ++row) {
-        Group& group = groups[row];
-        if (group.count == 0) continue;
-        set_max_instance(group.get(), group.count);
-        set(destination, kTypes[row].type, std::move(group.entries));
-    }
+    for (size_t row = 0; row < kTypeCount; ++row)
+        if (groups[row].count() > 0) set(destination, kTypes[row].type, groups[row].finish());
     return failures;
 }
 
@@ -78,7 +73,7 @@ int k_cnvrt_get_sections_ifaces_from_new(json_t* source, json_t* destination, k_
     int failures = 0;
     for (const Layer2 layer2 : kOrderToOld) {
         const Layer2Type& type = kTypes[static_cast<size_t>(layer2)];
-        failures += type.to_old(get(source, type.type), destination, err);
+        failures += group_to_old(type, get(source, type.type), destination, err);
     }
     return failures;
 }

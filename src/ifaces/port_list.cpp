@@ -7,8 +7,8 @@
 #include <cstring>
 #include <utility>
 
+#include "frame/growing_text.h"
 #include "ifaces/blocks.h"
-#include "k_str.h"
 
 namespace kcnvrt::ways {
 
@@ -71,7 +71,7 @@ Json names_of(json_t* ports) {
 
 constexpr size_t kLongestNumber = 7;  // the width in the formats
 
-struct Name {
+struct NameForm {
     const char* prefix;
     const char* scan;
     const char* label;  // of the part that the number goes to
@@ -80,31 +80,31 @@ struct Name {
 constexpr const char* kPortLabel = "Ports:";
 
 // In the order in which a name is looked at, which differs as the formats do.
-constexpr Name kSingleNames[] = {
+constexpr NameForm kSingleNames[] = {
     {"Port", "Port%7[0-9.]", kPortLabel},
     {"WiFi", "WiFi%7[0-9]", "WiFi:"},
     {"WIFI", "WIFI%7[0-9]", "WIFI:"},
 };
-constexpr Name kListedNames[] = {
+constexpr NameForm kListedNames[] = {
     {"Port", "Port%7s", kPortLabel},
     {"WIFI", "WIFI%7s", "WIFI:"},
     {"WiFi", "WiFi%7s", "WiFi:"},
 };
 
-bool is_port(const Name& name) {
+bool is_port(const NameForm& name) {
     return name.label == kPortLabel;
 }
 
 // The first that the text contains. It is scanned from the start all the same: "xPort1" is a port without a number.
-const Name* kind_of(const Name (&names)[3], const char* text) {
-    for (const Name& name : names)
+const NameForm* kind_of(const NameForm (&names)[3], const char* text) {
+    for (const NameForm& name : names)
         if (std::strstr(text, name.prefix) != nullptr) return &name;
     return nullptr;
 }
 
 // A client of someone else's radio is an interface of its own. Only a single name is looked at so: in a longer list
 // "WiFiClient" is a radio numbered "Client".
-bool is_client(const Name& name, const char* text) {
+bool is_client(const NameForm& name, const char* text) {
     constexpr std::string_view kClient = "WiFiClient";
     return !is_port(name) && std::strncmp(text, kClient.data(), kClient.size()) == 0;
 }
@@ -112,7 +112,7 @@ bool is_client(const Name& name, const char* text) {
 int single_to_old(json_t* destination, Key key, json_t* name, const Report& report) {
     const char* const text = text_of(name);
     if (text == nullptr) return 0;
-    const Name* const kind = kind_of(kSingleNames, text);
+    const NameForm* const kind = kind_of(kSingleNames, text);
     if (kind == nullptr || is_client(*kind, text)) {
         kcnvrt::carry(destination, key, name);
         return 0;
@@ -129,30 +129,25 @@ int single_to_old(json_t* destination, Key key, json_t* name, const Report& repo
 // A part of the compact list as it grows. Its label is that of its first number, whatever the others are.
 class GrowingPart {
 public:
-    GrowingPart() = default;
-    GrowingPart(const GrowingPart&) = delete;
-    GrowingPart& operator=(const GrowingPart&) = delete;
-    ~GrowingPart() { string_free(text_); }
-
     bool is_empty() const { return text_ == nullptr; }
 
     void add(const char* label, const char* number) {
         if (text_ == nullptr) {
-            text_ = string_init_chars(label);
+            text_.reset(string_init_chars(label));
             keep(text_ != nullptr);
         } else {
-            keep(string_add(text_, ",") == 0);
+            keep(string_add(text_.get(), ",") == 0);
         }
-        keep(string_add(text_, number) == 0);
+        keep(string_add(text_.get(), number) == 0);
     }
 
     // This part, then the other, which is emptied; a separator only between two.
     void join(GrowingPart& other) {
-        if (!is_empty() && !other.is_empty()) keep(string_add(text_, ";") == 0);
+        if (!is_empty() && !other.is_empty()) keep(string_add(text_.get(), ";") == 0);
         if (is_empty())
             std::swap(text_, other.text_);
         else
-            keep(string_add_string_new(text_, std::exchange(other.text_, nullptr)) == 0);
+            keep(string_add_string_new(text_.get(), other.text_.release()) == 0);
         keep(other.complete_);
     }
 
@@ -162,7 +157,7 @@ public:
 private:
     void keep(bool added) { complete_ = complete_ && added; }
 
-    k_string_t* text_ = nullptr;
+    GrowingText text_;
     bool complete_ = true;
 };
 
@@ -172,7 +167,7 @@ int list_to_old(json_t* destination, Key key, json_t* list) {
     const Instances instances{list};
     for (const auto [number, entry] : instances) {
         const char* const text = text_of(entry, "name");
-        const Name* const kind = text == nullptr ? nullptr : kind_of(kListedNames, text);
+        const NameForm* const kind = text == nullptr ? nullptr : kind_of(kListedNames, text);
         char digits[kLongestNumber + 1];
         if (kind == nullptr || std::sscanf(text, kind->scan, digits) != 1) continue;
         (is_port(*kind) ? ports : radios).add(kind->label, digits);

@@ -9,26 +9,26 @@ namespace kcnvrt {
 namespace {
 
 // Whether a new group is skipped when its "max_instance" says that it has no entries.
-enum class Group : uint8_t { kCounted, kUncounted };
+enum class Count : uint8_t { kTrusted, kIgnored };
 
 struct Service {
     Key type;  // the old "type", and the name of the new group
     ServiceToNew to_new;
     ServiceToOld to_old;
-    Group group;
+    Count max_instance;
 };
 
 // Indexed by ServiceType; new groups become old services in this order.
 // clang-format off
 constinit const Service kServices[kServiceTypes] = {
     // type        old to new               new to old
-    {"bridge",   bridge_service_to_new,   bridge_service_to_old,   Group::kCounted},
-    // This group alone is converted whatever its "max_instance" says; callers depend on it.
-    {"ipv6",     ipv6_service_to_new,     ipv6_service_to_old,     Group::kUncounted},
-    {"ip",       ip_service_to_new,       ip_service_to_old,       Group::kCounted},
-    {"ppp",      ppp_service_to_new,      ppp_service_to_old,      Group::kCounted},
-    {"pppv6",    pppv6_service_to_new,    pppv6_service_to_old,    Group::kCounted},
-    {"pppdual",  pppv6_service_to_new,    pppdual_service_to_old,  Group::kCounted},
+    {"bridge",   bridge_service_to_new,   bridge_service_to_old,   Count::kTrusted},
+    // This group alone has always been converted whatever its "max_instance" says.
+    {"ipv6",     ipv6_service_to_new,     ipv6_service_to_old,     Count::kIgnored},
+    {"ip",       ip_service_to_new,       ip_service_to_old,       Count::kTrusted},
+    {"ppp",      ppp_service_to_new,      ppp_service_to_old,      Count::kTrusted},
+    {"pppv6",    pppv6_service_to_new,    pppv6_service_to_old,    Count::kTrusted},
+    {"pppdual",  pppv6_service_to_new,    pppdual_service_to_old,  Count::kTrusted},
 };
 // clang-format on
 
@@ -39,7 +39,7 @@ const Service* service_of_type(json_t* type) {
 }
 
 int group_to_old(const Service& type, json_t* group, json_t* old_services, json_t* l2_iface, k_err_t* err) {
-    if (type.group == Group::kCounted && !has_instances(group)) return 0;
+    if (type.max_instance == Count::kTrusted && !has_instances(group)) return 0;
     return entries_to_old(group, "ifname_l3", type.type, old_services, [&](json_t* entry, json_t* old_service) {
         return type.to_old(entry, old_service, l2_iface, err);
     });

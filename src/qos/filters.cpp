@@ -1,6 +1,6 @@
 // The traffic rules of the legacy generation: "filters" in the old layout; in the new one a class and a policer each,
 // under the number of the filter.
-#include "frame/list.h"
+#include "frame/nested.h"
 #include "qos/qos.h"
 
 namespace kcnvrt {
@@ -79,15 +79,13 @@ int filters_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
     json_t* const filters = get(old_qos, "filters");
     Json classes = object();
     Json policers = object();
-    int failures = 0;
-    for (const auto [number, filter] : Instances{filters}) {
-        Json new_class = object();
+    const auto convert = [&](int64_t number, json_t* filter, json_t* new_class) {
         Json policer = object();
-        failures += filter_to_new(filter, new_class.get(), policer.get(), report);
-        set(classes.get(), Decimal{number}, std::move(new_class));
+        const int failures = filter_to_new(filter, new_class, policer.get(), report);
         set(policers.get(), Decimal{number}, std::move(policer));
-    }
-    carry_max_instance(classes.get(), filters);
+        return failures;
+    };
+    const int failures = fill_every_instance(filters, classes.get(), convert);
     carry_max_instance(policers.get(), filters);
     set(new_qos, "Classification", std::move(classes));
     set(new_qos, "Policer", std::move(policers));
@@ -96,16 +94,12 @@ int filters_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
 
 int filters_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
     const Report report{"convert_old_qos", err};
-    json_t* const classes = get(new_qos, "Classification");
     json_t* const policers = get(new_qos, "Policer");
     Json filters = object();
-    int failures = 0;
-    for (const auto [number, new_class] : Instances{classes}) {
-        Json filter = object();
-        failures += filter_to_old(new_class, entry_at(policers, number), filter.get(), report);
-        set(filters.get(), Decimal{number}, std::move(filter));
-    }
-    carry_max_instance(filters.get(), classes);
+    const auto convert = [&](int64_t number, json_t* new_class, json_t* filter) {
+        return filter_to_old(new_class, entry_at(policers, number), filter, report);
+    };
+    const int failures = fill_every_instance(get(new_qos, "Classification"), filters.get(), convert);
     set(old_qos, "filters", std::move(filters));
     return failures;
 }

@@ -1,5 +1,5 @@
 // The shaped interfaces of the legacy generation: "links" in the old layout, "Queue" in the new.
-#include "frame/list.h"
+#include "frame/nested.h"
 #include "qos/qos.h"
 
 namespace kcnvrt {
@@ -39,30 +39,20 @@ int link_to_old(json_t* queue, json_t* link, const Report& report) {
 
 int links_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
     const Report report{"convert_links", err};
-    json_t* const links = get(old_qos, "links");
     Json queues = object();
-    int failures = 0;
-    for (const auto [number, link] : Instances{links}) {
-        Json queue = object();
-        failures += link_to_new(link, queue.get(), report);
-        set(queues.get(), Decimal{number}, std::move(queue));
-    }
-    carry_max_instance(queues.get(), links);
+    const int failures = fill_every_instance(get(old_qos, "links"), queues.get(), [&](int64_t, json_t* link, json_t* queue) {
+        return link_to_new(link, queue, report);
+    });
     set(new_qos, "Queue", std::move(queues));
     return failures;
 }
 
 int links_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
     const Report report{"convert_old_qos", err};
-    json_t* const queues = get(new_qos, "Queue");
     Json links = object();
-    int failures = 0;
-    for (const auto [number, queue] : Instances{queues}) {
-        Json link = object();
-        failures += link_to_old(queue, link.get(), report);
-        set(links.get(), Decimal{number}, std::move(link));
-    }
-    carry_max_instance(links.get(), queues);
+    const int failures = fill_every_instance(get(new_qos, "Queue"), links.get(), [&](int64_t, json_t* queue, json_t* link) {
+        return link_to_old(queue, link, report);
+    });
     set(old_qos, "links", std::move(links));
     return failures;
 }

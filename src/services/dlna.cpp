@@ -1,7 +1,6 @@
+#include "frame/nested.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"
-#include "frame/nested.h"
-#include "services/typed_boolean.h"
 
 using namespace kcnvrt;
 

@@ -1,6 +1,6 @@
+#include "frame/field.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"
-#include "services/typed_boolean.h"
 
 using namespace kcnvrt;
 

@@ -18,8 +18,7 @@ constexpr auto kRule = fields(
 
 }  // namespace
 
-// The one list whose entries keep numbers of their own: an old rule names its entry, and gaps leave nothing on the way
-// back.
+// Unlike other lists of rules: an old rule names the number of its entry, and gaps leave nothing on the way back.
 
 int parse_old_macfilter(json_t* source, json_t* destination, k_err_t* err) {
     const Report report{__func__, err};

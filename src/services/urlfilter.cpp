@@ -6,20 +6,20 @@ using namespace kcnvrt;
 
 namespace {
 
-// "enable" is a boolean in both layouts, although the old one keeps most of them as texts.
+constexpr auto kEnable = fields(typed_boolean("enable"));
+
 int setting_to_new(json_t* setting, json_t* filter, const Report& report) {
     if (setting == nullptr) return 0;
-    const int failures = ways::boolean_to_new(filter, "enable", get(setting, "enable"), report);
+    const int failures = to_new(kEnable, setting, filter, report);
     set(filter, "exclude", boolean(is_text(get(setting, "type"), "Exclude")));
     return failures;
 }
 
 int setting_to_old(json_t* filter, json_t* old_filter, const Report& report) {
-    json_t* const enable = get(filter, "enable");
     json_t* const exclude = get(filter, "exclude");
-    if (enable == nullptr && exclude == nullptr) return 0;
+    if (!has(filter, "enable") && exclude == nullptr) return 0;
     Json setting = object();
-    const int failures = ways::boolean_to_new(setting.get(), "enable", enable, report);
+    const int failures = to_old(kEnable, filter, setting.get(), report);
     set(setting.get(), "type", string(json_is_true(exclude) ? "Exclude" : "Include"));
     set(old_filter, "setting", std::move(setting));
     return failures;

@@ -4,7 +4,6 @@
 #include "frame/number.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"
-#include "services/typed_boolean.h"
 
 using namespace kcnvrt;
 

@@ -22,13 +22,13 @@ int vid_to_old(json_t* destination, Key key, json_t* value, const Report&) {
 
 // clang-format off
 constexpr auto kVlan = fields(
-    //                                                old    new
-    carried                                           ("name"),
-    carried                                           ("dest"),
-    field<vid_to_new,           vid_to_old>           ("vid"),
-    field<ways::integer_to_new, ways::carry>          ("wanidx"),
-    field<ways::boolean_to_new, ways::boolean_to_new> ("en",  "enable"),
-    carried                                           ("ifname"));
+    //                            old    new
+    carried                       ("name"),
+    carried                       ("dest"),
+    field<vid_to_new, vid_to_old> ("vid"),
+    given_back_integer            ("wanidx"),
+    typed_boolean                 ("en",  "enable"),
+    carried                       ("ifname"));
 // clang-format on
 
 // Towards the old layout.
@@ -80,12 +80,10 @@ int ports_to_new(json_t* ports, json_t* vlan, const Report& report) {
 }
 
 // The order of the list is the VLANs' identity: a position that does not match ends it.
-bool is_in_position(json_t* old_vlan, uint32_t position, const Report& report, int& failures) {
+int check_position(json_t* old_vlan, size_t position, const Report& report) {
     json_t* const pos = get(old_vlan, "pos");
-    if (pos == nullptr || json_integer_value(pos) == static_cast<json_int_t>(position)) return true;
-    failures += report.fail("Invalid field \"pos\", %lld != %zu", static_cast<long long>(json_integer_value(pos)),
-                            static_cast<size_t>(position));
-    return false;
+    if (pos == nullptr || json_integer_value(pos) == static_cast<json_int_t>(position)) return 0;
+    return report.fail("Invalid field \"pos\", %lld != %zu", static_cast<long long>(json_integer_value(pos)), position);
 }
 
 int vlans_to_new(json_t* vlans, json_t* destination, const Report& report) {
@@ -95,7 +93,10 @@ int vlans_to_new(json_t* vlans, json_t* destination, const Report& report) {
         Json vlan = object();
         failures += to_new(kVlan, old_vlan, vlan.get(), report);
         failures += ports_to_new(get(old_vlan, "ports"), vlan.get(), report);
-        if (!is_in_position(old_vlan, list.count(), report, failures)) break;
+        if (check_position(old_vlan, list.count(), report) != 0) {
+            ++failures;
+            break;
+        }
         list.add(std::move(vlan));
     }
     set(destination, "vlans", list.finish());

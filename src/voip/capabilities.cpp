@@ -13,6 +13,7 @@ int string_to_multiinstance(json_t* sip, Key key, json_t* value, const Report&) 
     return 0;
 }
 
+// Its misspelt name is that of its messages.
 int multiinstanse_to_string(json_t* sip, Key key, json_t* list, const Report& report) {
     if (list == nullptr) return 0;
     if (!json_is_object(list)) return report.under(__func__).fail("Error field \"%s\", is not object", key.text());

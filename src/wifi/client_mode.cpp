@@ -58,7 +58,7 @@ constexpr std::string_view range_of(const OldRadio& old) {
     return old.is_5ghz ? "5 GHz" : "2.4 GHz";
 }
 
-// Of several clients the first is kept, unless a later one is enabled.
+// Of several clients the first is written, and one that is enabled over those before it: what it does not have stays.
 bool is_kept(json_t* client, json_t* wifi) {
     return client != nullptr && (json_is_true(get(client, "Enable")) || !has(wifi, "ApCliEnable"));
 }

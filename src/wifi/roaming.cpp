@@ -39,6 +39,7 @@ int read_old(json_t* source, OldRoaming& old, const Report& report) {
 }
 
 int check_port(const OldRoaming& old, const Report& report) {
+    // This message has always been misspelt.
     return old.port >= 65536 ? report.fail("Roaming port ange error") : 0;
 }
 

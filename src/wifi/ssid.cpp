@@ -1,5 +1,5 @@
 // The SSIDs of a radio: an array against a numbered list.
-#include "frame/list.h"
+#include "frame/nested.h"
 #include "wifi/blocks.h"
 #include "wifi/entries.h"
 
@@ -82,15 +82,11 @@ int ssids_to_new(const OldRadio& old, json_t* radio, const Report& report) {
 
 int ssids_to_old(json_t* ssids, const OldRadio& old, const Report& report) {
     const Report of_ssid = report.under("parseMbssid");
-    const EveryNumber numbers{ssids, report};
-    int failures = numbers.failures();
     Json array = kcnvrt::array();
-    for (const auto [number, ssid] : numbers) {
-        // A missing number keeps its place, so that positions never shift.
-        Json element = object();
-        if (ssid != nullptr) failures += ssid_to_old(ssid, old.with_element(element.get()), of_ssid);
-        append(array.get(), std::move(element));
-    }
+    // A missing number keeps its place, so that positions never shift.
+    const int failures = append_every_number(ssids, array.get(), report, [&](int64_t, json_t* ssid, json_t* element) {
+        return ssid_to_old(ssid, old.with_element(element), of_ssid);
+    });
     old.write(Place::kRadio, "mbssid", std::move(array));
     return failures;
 }

@@ -21,17 +21,24 @@ const std::vector<Converter> kConverters = {
 #include "converters.inc"
 };
 
+std::string_view view(std::string_view name) {
+    return name;
+}
+std::string_view view(const kcnvrt::Name& name) {
+    return name.view();
+}
+
 // The row of that name; a name that no row has still leads to one, always the same.
 template <class Row>
 const Row& row_of(const std::vector<Row>& rows, std::string_view name) {
-    const auto found = std::ranges::find_if(rows, [name](const Row& row) { return name == row.name; });
+    const auto found = std::ranges::find_if(rows, [name](const Row& row) { return name == view(row.name); });
     return found != rows.end() ? *found : rows[kcnvrt::hash_of(name) % rows.size()];
 }
 
 template <class Row>
 std::vector<Row> rows_of(const Row* table) {
     std::vector<Row> rows;
-    for (; table->name != nullptr; ++table) rows.push_back(*table);
+    for (; !table->name.is_empty(); ++table) rows.push_back(*table);
     return rows;
 }
 
@@ -65,7 +72,7 @@ Subject to_old(std::string_view name) {
     static const auto rows = rows_of(kcnvrt::old_config_handler_table);
     const auto& row = row_of(rows, name);
     const auto call = [&row](json_t* source, k_err_t* err) {
-        return compared(Tree{k_cnvrt_get_section_to_old(row.name, source, err)}, old_section(row, source), source);
+        return compared(Tree{k_cnvrt_get_section_to_old(row.name.text(), source, err)}, old_section(row, source), source);
     };
     return {call, OnFailure::kNothing};
 }
@@ -74,7 +81,7 @@ Subject to_new(std::string_view name, uint8_t flags) {
     static const auto rows = rows_of(kcnvrt::new_config_handler_table);
     const auto& row = row_of(rows, name);
     const auto call = [&row, flags](json_t* source, k_err_t* err) {
-        return compared(Tree{k_cnvrt_get_section_to_new(row.name, source, nullptr, flags, err)},
+        return compared(Tree{k_cnvrt_get_section_to_new(row.name.text(), source, nullptr, flags, err)},
                         converted(row.handler, false, source, nullptr), source);
     };
     return {call, OnFailure::kNothing};

@@ -229,6 +229,12 @@ TEST(FieldHelpers, WithoutADefaultAnEmptyTextIsLeftOut) {
     EXPECT_EQ(text(destination), "{}");
 }
 
+TEST(FieldHelpers, ADefaultThatIsNotUtf8IsLeftOut) {
+    const Json destination = object();
+    EXPECT_EQ(json_string_set_def(destination.get(), "s", tree("''").get(), "\xff", "f", 1, nullptr), 0);
+    EXPECT_EQ(text(destination), "{}");
+}
+
 TEST(Report, FailsWithOneMessageAndNotesWithoutCounting) {
     const Messages messages;
     const Report report{"author", messages};
