@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "deep_copy.h"
 #include "frame/number.h"
 
 namespace kcnvrt::bench {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "deep_copy.h"
 #include "own_nodes.h"
 #include "subjects.h"
 

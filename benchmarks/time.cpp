@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "deep_copy.h"
 #include "process.h"
 #include "subjects.h"
 

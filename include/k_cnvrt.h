@@ -8,17 +8,24 @@
  *
  * 1. A json_t argument named `source`, `value`, `base`, ... is borrowed and never modified. A `destination` is borrowed
  *    and filled. A returned json_t belongs to the caller, who releases it with json_decref.
- * 2. Values that both layouts share are carried by reference: the result may share sub-trees with the source, and either
- *    may be released first. Editing a shared sub-tree in place changes both; json_deep_copy the result before doing so.
+ * 2. Values that both layouts share are carried by reference, not copied: the result may share values with the source
+ *    at any depth. Either may be released first. Editing a shared value in place changes both, so that who edits the
+ *    result or the source makes a json_deep_copy of it first.
  * 3. A null json_t is an absent value. A member of a value that is not an object is absent, and a value that is not an
- *    array has no elements. Absent is never an error unless a function says so.
- * 4. Every problem is one message in the error record (k_err.h), under the name of the function that found it. The
- *    record may be null. An int result is the number of failed fields, 0 for success; conversion goes on after a failed
- *    field, which is left out.
- * 5. Numbered lists are objects with the members "1", "2", ... and "max_instance". A conversion that would write
- *    something for each missing number refuses a list with a number above K_CNVRT_MAX_INSTANCE.
+ *    array has no elements. Absent is never an error unless a function says so, and for a null source a section handler
+ *    writes nothing and returns 0 unless it says otherwise.
+ * 4. Every problem is one message in the error record (k_err.h), under the name of the function that found it unless
+ *    another one is given. The record may be null. An int result is the number of failed fields, 0 for success;
+ *    conversion goes on after a failed field, which is left out. A field for which a field helper (fields.h) is named
+ *    has its limits and its messages, which name the member that would have been stored; they are not listed again.
+ *    In message texts KEY, NAME, TEXT, N (a number) and TYPE (Jansson's number of a type) stand for what is put in, and
+ *    \n is a line feed.
+ * 5. Numbered lists are objects with the members "1", "2", ... and "max_instance". A list for whose missing numbers a
+ *    conversion would write something is bounded: one with a number above K_CNVRT_MAX_INSTANCE (by getMaxKey) is taken
+ *    as empty, reported as "Instance number N is above 65535", and counts 1. Each function says which are bounded.
  * 6. There is no global state. Calls on distinct trees may run in parallel, with a record of their own each.
- * 7. Memory that runs out is not reported: what could not be stored is missing. Nothing leaks and nothing crashes.
+ * 7. Memory that runs out is not reported, except where a message below says so: what could not be stored is missing.
+ *    Nothing leaks and nothing crashes.
  */
 #ifndef K_CNVRT_H
 #define K_CNVRT_H
@@ -47,37 +54,58 @@ extern "C" {
 #define K_CNVRT_DSL_VLAN ((uint8_t)1)    /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
 #define K_CNVRT_MERGE_PATCH ((uint8_t)2) /* a difference is a JSON Merge Patch instead of a JSON Patch (k_conf.h) */
 
-/* The highest instance number in a list whose missing numbers each get a placeholder. */
+/* The highest number in a bounded list. */
 #define K_CNVRT_MAX_INSTANCE 65535
 
-/* Converts a section: reads `source`, fills `destination` (an object or an array made by the caller), and returns the
- * number of failed fields. */
+/* Converts a section: reads `source`, fills `destination` (an object or, where the handler says so, an array, made by
+ * the caller), and returns the number of failed fields. */
 typedef int (*k_cnvrt_handler_t)(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * A whole configuration, from the new layout to the old. K_CNVRT_DSL_VLAN is the only flag looked at.
- * Every section is attempted, so that the record holds every message; the result is null when any field failed.
+ * A whole configuration, from the new layout to the old. K_CNVRT_DSL_VLAN is the only flag looked at. A section that is
+ * absent is absent from the result, but for the users, whose "passwd" is then [].
+ *
+ * Every section is attempted, so that the record holds every message. The result is null when the sections' results add
+ * up to anything but 0. What a handler reports without counting it, as it says (of a static route, for one), does not
+ * make it null.
+ * Messages: those of the handlers, and
+ *     Users json is not object or array! (the users, tried as an array and then as an object, failed as both)
  */
 json_t *k_cnvrt_to_old(json_t *new_root, uint8_t flags, k_err_t *err);
 
 /*
- * A whole configuration, from the old layout to the new. Without `base` the new configuration, or null when any field
- * failed. With `base`, what has to change in `base` to make it the converted configuration (k_conf_diff_set2; its form
- * follows K_CNVRT_MERGE_PATCH), whatever failed on the way: look at the record.
+ * A whole configuration, from the old layout to the new. "Ifaces", "Services", "Routing", "Customization" and "Users"
+ * are always there. "QoS" is made of "queuemanagement" or "qos"; of both, the latter is kept.
+ *
+ * Without `base` the new configuration, or null when the sections' results add up to anything but 0. What is reported
+ * without being counted (here of DNS and IPsec, too) does not make it null.
+ * With `base`, what has to change in `base` to make it the converted configuration, whatever failed on the way: look at
+ * the record. Its form follows K_CNVRT_MERGE_PATCH; a merge patch takes a member that the conversion made null out of
+ * `base` instead. It is null where k_conf_diff_set2 is.
+ * Messages: those of the handlers and of k_conf_diff_set2.
  */
 json_t *k_cnvrt_to_new(json_t *old_root, json_t *base, uint8_t flags, k_err_t *err);
 
 /*
- * One section of the old configuration, by its old name, from the corresponding new section. Null when the section is
- * null, the name is unknown (exact spelling; kcnvrt sections lists them) or a field failed.
- * The result is an object or an array, as the old section is.
+ * One section of the old configuration, by its old name, from the corresponding new section: what the handler of the
+ * section makes of `new_section` as its source. The result is an object or an array, as the old section is.
+ *
+ * Null when the section is null, the name is unknown (exact spelling; k_cnvrt_section_name has them; a null name is "")
+ * or the handler's result is not 0. The users are tried as an array and then as an object.
+ * Messages: those of the handler, and
+ *     In object NAME is null!
+ *     Section "NAME" in old config not found
+ *     JSON is not array or object! (the users, after their own messages)
  */
 json_t *k_cnvrt_get_section_to_old(const char *section_name, json_t *new_section, k_err_t *err);
 
 /*
- * One section of the new configuration, by its new name, from the corresponding old section. Null as above; with `base`
- * the difference to it, whatever failed on the way, as k_cnvrt_to_new does. K_CNVRT_MERGE_PATCH is the only flag looked
- * at.
+ * One section of the new configuration, by its new name, from the corresponding old section: an object. Null as above;
+ * with `base` the difference to it, whatever failed on the way, as k_cnvrt_to_new does. K_CNVRT_MERGE_PATCH is the only
+ * flag looked at.
+ * Messages: those of the handler and of k_conf_diff_set2, and
+ *     In object is null!
+ *     Section "NAME" in new config not found
  */
 json_t *k_cnvrt_get_section_to_new(const char *section_name, json_t *old_section, json_t *base, uint8_t flags,
                                    k_err_t *err);
@@ -85,7 +113,8 @@ json_t *k_cnvrt_get_section_to_new(const char *section_name, json_t *old_section
 /* Which of the two section tables: the names of old sections, or of new ones. */
 typedef enum { K_CNVRT_OLD_SECTIONS, K_CNVRT_NEW_SECTIONS } k_cnvrt_table_t;
 
-/* The name at `index`, counted from 0, of a section table, in its order; null beyond the end. */
+/* The name at `index`, counted from 0, of a section table, in its order; null beyond the end. It is the library's own
+ * and never released. */
 const char *k_cnvrt_section_name(k_cnvrt_table_t table, size_t index);
 
 /* 0 when the hashes of both section tables are right and unique; otherwise -1 and one line on standard output. */
@@ -98,14 +127,15 @@ int json_section_copy(json_t *source, json_t *destination, k_err_t *err);
 /*
  * Runs a handler and stores what it filled under `name` in `destination`, also when it failed: a new array when
  * `is_array` is not 0, else a new object. The name "-" stores nothing: the handler writes into `destination` itself.
- * A null source or name does nothing. Returns the handler's result.
+ * Any other name is stored as it is and must be UTF-8. A null source or name does nothing and returns 0. Returns the
+ * handler's result.
  */
 int json_section_parser(json_t *source, const char *name, json_t *destination, k_err_t *err, int is_array,
                         k_cnvrt_handler_t handler);
 
 /*
- * The same for services: a new array when `kind` is 1, else a new object, stored under `name`. "-" is an ordinary name,
- * and a name that is not UTF-8 is not stored.
+ * The same for services: a new array when `kind` is 1, else a new object, stored under `name`. "-" is an ordinary name.
+ * Under a name that is null or not UTF-8 the handler runs and nothing is stored.
  */
 int json_services_parser(json_t *source, const char *name, json_t *destination, k_cnvrt_handler_t handler, int kind,
                          k_err_t *err);

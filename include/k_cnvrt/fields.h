@@ -1,10 +1,11 @@
 /*
- * fields.h: one field across, and objects whose members are instance numbers. Part of k_cnvrt.h, whose conventions hold.
+ * fields.h: one field across, and objects with instance numbers as names. Part of k_cnvrt.h, whose conventions hold.
  *
- * The field helpers share a contract. `key` names the field, in `destination` and in messages; `value` is the source
- * field. Success returns 0 and the converted value is stored under the key, replacing any member there; an absent value
- * stores nothing and returns 0. A value that does not fit is reported under `function` and `line`, nothing is stored, and
- * the result is 1. Text that is not UTF-8 after its conversion is not stored, without a report.
+ * The field helpers share a contract. `key` names the field, in `destination` and in messages; it is stored as it is
+ * and must be UTF-8. `value` is the source field. Success returns 0 and the converted value is stored under the key,
+ * replacing any member there; an absent value and a null key store nothing and return 0. A value that does not fit is
+ * reported under `function` and `line`, nothing is stored, and the result is 1. Text that is not UTF-8 after its
+ * conversion is not stored, without a report.
  */
 #ifndef K_CNVRT_FIELDS_H
 #define K_CNVRT_FIELDS_H
@@ -26,7 +27,7 @@ extern "C" {
 int json_integer_old_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
                               k_err_t *err);
 
-/* true becomes "1", false "0". Otherwise: Invalid field "KEY", json_type is TYPE (Jansson's number) */
+/* true becomes "1", false "0". Otherwise: Invalid field "KEY", json_type is TYPE */
 int json_boolean_old_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
                               k_err_t *err);
 
@@ -35,7 +36,7 @@ int json_string_old_set_safe(json_t *destination, const char *key, json_t *value
                              k_err_t *err);
 
 /* Base64 becomes plain text, null becomes "". Otherwise: Invalid field "KEY", is not string, or
- * Invalid field "KEY", error convert password to plain text */
+ * Invalid field "KEY", error convert password to plain text (k_str_base64_decode failed) */
 int json_string_set_password_old(json_t *destination, const char *key, json_t *value, const char *function, int line,
                                  k_err_t *err);
 
@@ -58,11 +59,11 @@ int json_boolean_set_safe(json_t *destination, const char *key, json_t *value, c
                           k_err_t *err);
 
 /* Plain text becomes base64, null becomes "". Otherwise: Invalid field "KEY", is not string, or
- * Invalid field "KEY", error convert password to base64 */
+ * Invalid field "KEY", error convert password to base64 (memory ran out) */
 int json_string_set_password(json_t *destination, const char *key, json_t *value, const char *function, int line,
                              k_err_t *err);
 
-/* "" becomes `default_text`; any other string is shared.
+/* "" becomes `default_text`, null counting as "" (one that is not UTF-8 is not stored); any other string is shared.
  * Otherwise: Invalid field "", is not string (the message has always come without the key) */
 int json_string_set_def(json_t *destination, const char *key, json_t *value, const char *default_text,
                         const char *function, int line, k_err_t *err);
@@ -77,14 +78,14 @@ int getMaxKey(json_t *object);
 int getNumberOfEntries(json_t *object);
 
 /* The member names in ascending strcmp order ("10" before "2") as a new array of new texts, for freeArrayOfString.
- * `count` is set to their number: 0 with a null result for an object without members, -1 with a null result when memory
- * ran out. */
+ * `count`, which may be null, is set to their number: 0 with a null result where there are none, -1 with a null result
+ * when memory ran out. */
 char **getSortedKeys(json_t *object, int *count);
 
 /* Releases `count` texts and the array; a null array does nothing. */
 void freeArrayOfString(char **array, int count);
 
-/* Sets "max_instance" of a numbered list. */
+/* Sets "max_instance" of a numbered list; does nothing to anything but an object. */
 void json_set_max_instance(json_t *object, uint32_t count);
 
 #pragma GCC visibility pop

@@ -4,7 +4,8 @@
  *
  * In the old layout an interface is a member of "ifaces" under its name and says its "type"; its "services", the
  * connections over it, are members under their names likewise. In the new layout there is a numbered list for each type
- * of interface and of service, and an entry carries its name as "ifname_l2", "ifname_l3" or, for a tunnel, "ifname_tun".
+ * of interface and of service, and an entry carries its name as "ifname_l2", "ifname_l3" or, for a tunnel,
+ * "ifname_tun".
  */
 #ifndef K_CNVRT_IFACES_H
 #define K_CNVRT_IFACES_H
@@ -27,8 +28,8 @@ extern "C" {
  * From new: `source` is the new root, `destination` the old root. Without "Device"."Ifaces" nothing is written;
  * with it, "ifaces" is written in every case.
  *
- * The result is the number of failed fields: "max_table_id" (under these functions' names), on the way back a name list
- * with a number above K_CNVRT_MAX_INSTANCE, and those of the interfaces. "phys_ifaces" never counts.
+ * "max_table_id" is an integer in both layouts (json_integer_set_safe). From new, "ppp_inf" and "lan" are bounded.
+ * "phys_ifaces" never counts.
  */
 int k_cnvrt_get_ifaces_from_old(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_get_ifaces_from_new(json_t *source, json_t *destination, k_err_t *err);
@@ -39,15 +40,25 @@ int k_cnvrt_get_ifaces_from_new(json_t *source, json_t *destination, k_err_t *er
  * From old: an interface without a "type", or of another than "bridge", "ethernet", "3g", "lte", "atm" and "auto", is
  * skipped without a message. Entries are numbered for each type, from 1, in ascending byte order of the names; a type
  * without interfaces has no list.
- * From new: a list whose "max_instance" is not an integer of at least 1 is skipped. Entries without a name are not
- * stored, though their problems are reported and counted; of two with the same name the later one stays. The numbers
- * are dropped.
  *
- * The result is the number of failed fields. Messages carry the name of the type's converter, "parse_ethernet",
- * "parse_new_ethernet", "parse_service_ppp", "parse_tunnels", ..., and are those of the field helpers (fields.h), or:
- *   Error parsing port number! Port name is NAME     a single port of an interface that is neither "Port" nor a radio
- *                                                    with a number; the interface is left without "port"
- *   Instance number N is above 65535                 a list of names or reserved hosts, which is written empty
+ * From new: a list of interfaces whose "max_instance" is not an integer of at least 1 is skipped. So is one of the
+ * services of an Ethernet or ATM interface, but for "ipv6", and one of IPv6 addresses. Of all other lists
+ * "max_instance" is not read. Entries without a name are not stored, though their problems are reported and counted; of
+ * two with the same name the later one stays. The numbers are dropped. The lists of names ("members", "lock") and of
+ * reserved hosts are bounded, of which "lock" in a "bridge" or "ipv6" service of an Ethernet or ATM interface counts 0.
+ *
+ * Messages: those of the field helpers (fields.h), and from new
+ *     Error parsing port number! Port name is NAME (the only port of an interface: NAME contains "Port", "WiFi" or
+ *         "WIFI" but does not begin with it and a number, and is no "WiFiClient..."; "port" is left out)
+ * They come under
+ *   parse_TYPE, parse_new_TYPE      an interface, from old and from new; also the services of "auto", and from new
+ *                                   those of "bridge" and "lte"
+ *   parse_ip_services_forBridge, parse_ip_services_forLte
+ *                                   the services of "bridge" and "lte", from old
+ *   parse_ppp_services_for3g        the services of "3g"
+ *   parse_service_TYPE              the services of an Ethernet or ATM interface; from old, "pppdual" is "pppv6" here
+ *   parse_services_TYPE             those of "ppp", "pppv6" and "pppdual" among them, from new
+ *   parse_tunnels, parse_8021x      the tunnels and the 802.1X settings of a service
  */
 int k_cnvrt_get_sections_ifaces_from_old(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_get_sections_ifaces_from_new(json_t *source, json_t *destination, k_err_t *err);
@@ -60,8 +71,8 @@ int k_cnvrt_get_sections_ifaces_from_new(json_t *source, json_t *destination, k_
  * 2.4 GHz radio is "1" and the 5 GHz radio "2", each with its "MHz" (2400 or 5000), which is not read. From new, the
  * list's "max_instance" says how many radios there are; none is written when it is neither 1 nor 2.
  *
- * 1 when the section is absent (a null source), and nothing is written; 0 otherwise. From new, a list of ports with a
- * number above K_CNVRT_MAX_INSTANCE is reported as "Instance number N is above 65535" and written empty.
+ * 1 without a message when the section is absent (a null source), and nothing is written; 0 otherwise. From new, "lans"
+ * and "wans" are bounded, but count 0.
  */
 int k_cnvrt_parse_old_phys_ifaces(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_parse_new_phys(json_t *source, json_t *destination, k_err_t *err);

@@ -18,11 +18,13 @@ extern "C" {
 /*
  * "enabled" as it stands and, where the source has it, "tunnels": an array in the old layout, a numbered list in the
  * new one. Of a tunnel the shared key "key" is a password (json_string_set_password, json_string_set_password_old),
- * "nets" and "status" are lists whose entries are attached, and twenty-two settings are attached. Other members are
- * dropped.
+ * "nets" and "status" are lists whose entries are attached, and twenty-two settings are attached: "alg", "hash",
+ * "peer", "iface", "nat_t", "int_id", "tcpmss", "dhgroup", "alg_ph2", "auth_alg", "my_ident", "pfsgroup", "anonymous",
+ * "dpd_delay", "enable_pfs", "dpd_maxfail", "tcpmss_value", "exchange_mode", "enable_routing", "my_ident_value",
+ * "sainfo_lifetime", "remote_lifetime". What is attached passes as it is, whatever its type. Other members are dropped.
  *
- * Towards new the tunnels are numbered by their position. Towards old a missing number appends {}, of tunnels, nets and
- * status alike, and a number above K_CNVRT_MAX_INSTANCE is reported, counts 1 and leaves that list empty.
+ * Towards new, entries are numbered by their position. Towards old, a missing number appends {}; "tunnels", "nets" and
+ * "status" are bounded.
  *
  * The result is the number of failed fields; a tunnel whose key failed is written without it.
  */

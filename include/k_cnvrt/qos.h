@@ -34,15 +34,16 @@ extern "C" {
 
 /*
  * "QoS" from the old section. A section of neither generation, a null one included, writes nothing and returns 1.
- * The other messages are one failure each, but for that of a mask's type, which is not counted.
+ * Messages, each one failure but for that of a mask's type, which is not counted, come under
  *   k_cnvrt_get_qos_from_old  Error version QoS!
- *   convert_new_qos           Error mask! Is not in range 0-32! It value NUMBER
+ *   convert_new_qos           Error mask! Is not in range 0-32! It value N
  *                             Error mask. It is not the number in the line and IP address. Is value is TEXT
- *                             Error mask. It isn't JSON_STRING or JSON_INTEGER. It - TYPE (Jansson's number)
+ *                             Error mask. It isn't JSON_STRING or JSON_INTEGER. It - TYPE
  *                             those of json_string_set_def for "PolicesStatus"
- *                             (what failed stays as it was)
+ *                             (what failed stays as it was, and so does a mask that is an integer already)
  *   convert_links             those of json_integer_set_safe for "ceil" and "rate", under their new names
- *   convert_filters           Error protocol version! (the protocol is written as 0); those of json_integer_set_safe
+ *   convert_filters           Error protocol version! (the protocol is written as 0)
+ *                             those of json_integer_set_safe for "ceil" and "rate", under their new names
  *   set_mark                  Error mark [NAME]!
  *   convert_multiport         Error format "multiport" (TEXT)!
  *   convert_iprange           Error format "iprange" (TEXT)
@@ -52,12 +53,13 @@ int k_cnvrt_get_qos_from_old(json_t *source, json_t *destination, k_err_t *err);
 
 /*
  * "queuemanagement" or "qos" from the new section. Another "QosVersion" than 1 and 2, none, or a null section writes
- * nothing and returns 1. The other messages are one failure each, but for that of a mask's type, which is not counted.
+ * nothing and returns 1.
+ * Messages, each one failure but for that of a mask's type, which is not counted, come under
  *   k_cnvrt_get_qos_from_new  Error version QoS!
- *   convert_new_qos           Wrong format mask [KEY]. His type is TYPE (Jansson's number; it stays as it was)
+ *   convert_new_qos           Wrong format mask [KEY]. His type is TYPE (it stays as it was)
  *   convert_old_qos           those of json_integer_old_set_safe for "ceil" and "rate"
- *   set_protocol              Error number protocol! (NUMBER), 0 for what is no integer
- *   set_mark                  Error mark! His number is NUMBER
+ *   set_protocol              Error number protocol! (N) (0 for what is no integer)
+ *   set_mark                  Error mark! His number is N
  *                             Error field format! Is not integer!
  */
 int k_cnvrt_get_qos_from_new(json_t *source, json_t *destination, k_err_t *err);

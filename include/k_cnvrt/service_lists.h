@@ -7,12 +7,9 @@
  * towards new; towards old an array, an object for parse_new_urlfilter.
  *
  * Unless a function says otherwise, entries are numbered by their position from 1 towards new, "max_instance" is their
- * count, and a source that is not an array gives {"max_instance": 0}. Towards old the numbers from 1 to the highest are
- * walked, a missing one appends {}, and a number above K_CNVRT_MAX_INSTANCE is reported, counts 1 and leaves the list
- * empty. Attached members pass as they are, whatever their type. Members that are not named here are dropped.
- *
- * No function stops at a failed field: it is missing from its entry, and the entry is written. The result is the number
- * of failed fields. Messages of the field helpers (fields.h) name the member that would have been stored.
+ * count, and a source that is not an array, a null one too, gives {"max_instance": 0}. Towards old the numbers from 1
+ * to the highest are walked, a missing one appends {}, and the list is bounded. Attached members pass as they are,
+ * whatever their type. Members that are not named here are dropped. An entry with a failed field is written without it.
  */
 #ifndef K_CNVRT_SERVICE_LISTS_H
 #define K_CNVRT_SERVICE_LISTS_H
@@ -32,8 +29,12 @@ extern "C" {
  * "Allow" or "Deny" in the new one. "is_ipv6": true in the old layout is "ipVersion": "IPv6" in the new one, anything
  * else "IPv4". Towards new "ipdType" and "ipsType" say what a string in "ipd" and "ips" is: "IPRange" with a "-" in it,
  * else "IPPrefix" with a "/", else "IPAddress". Towards old "id" is the rule's number.
- * Messages: Invalid field "action", number != 0 or 1, and Invalid field "action", is not int (towards new);
- * Invalid field "action", is not "Allow" or "Deny", and Invalid field "action", is not string. (towards old)
+ * Messages towards new:
+ *     Invalid field "action", number != 0 or 1
+ *     Invalid field "action", is not int
+ * Messages towards old:
+ *     Invalid field "action", is not "Allow" or "Deny"
+ *     Invalid field "action", is not string.
  */
 int parse_old_ipfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ipfilter(json_t *source, json_t *destination, k_err_t *err);
@@ -43,7 +44,8 @@ int parse_new_ipfilter(json_t *source, json_t *destination, k_err_t *err);
  * is new "action", attached. The old "id", an integer, is the number of the new entry: entries keep their gaps, a later
  * rule replaces an earlier one of the same id, and "max_instance" is the largest id, at least 0. Towards old nothing is
  * appended for a gap, so that any number up to 2147483647 will do.
- * Message: Invalid field "id", is not integer (absent, too: the rule is skipped)
+ * Messages towards new:
+ *     Invalid field "id", is not integer (absent, too: the rule is skipped)
  */
 int parse_old_macfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_macfilter(json_t *source, json_t *destination, k_err_t *err);
@@ -51,8 +53,8 @@ int parse_new_macfilter(json_t *source, json_t *destination, k_err_t *err);
 /*
  * The URL filter. Old {"setting": {"enable", "type"}, "url_list"} against new {"enable", "exclude", "url_list"}.
  * "enable" is a boolean in both layouts (json_boolean_set_safe); "exclude" is whether "type" is "Exclude", which is
- * "Include" otherwise. The entries of "url_list" are attached. Each part is written only where the source has it;
- * towards old "setting" is, where the source has "enable" or "exclude".
+ * "Include" otherwise. The entries of "url_list", which is bounded, are attached. Each part is written only where the
+ * source has it; towards old "setting" is, where the source has "enable" or "exclude".
  */
 int parse_old_urlfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_urlfilter(json_t *source, json_t *destination, k_err_t *err);
@@ -69,17 +71,20 @@ int parse_new_dhcp_opt_rule(json_t *source, json_t *destination, k_err_t *err);
  * Towards new a source that is not an array writes nothing at all. Towards old the members that are objects are
  * appended in their own order, gaps leave nothing, and "num" is the number that the member name begins with (2147483647
  * for any above) less 1.
- * Messages: Invalid field "KEY", error parsing integer from string, and Invalid field "KEY", is not string (towards
- * new);
- * Invalid field "KEY", is not integer, and Invalid element of object NAME, index < 1 (towards old: the rule is appended
- * without "num")
+ * Messages towards new:
+ *     Invalid field "KEY", error parsing integer from string
+ *     Invalid field "KEY", is not string
+ * Messages towards old:
+ *     Invalid field "KEY", is not integer
+ *     Invalid element of object NAME, index < 1 (the rule is appended without "num")
  */
 int parse_old_vserver(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_vserver(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The dynamic DNS accounts. Old "pass" is new "user_pass" (a password), "period" an integer, old "usr_name" new
- * "user_name", attached. Attached under one name: "host_name", "system", "pid", "iface", "service".
+ * The dynamic DNS accounts. Old "pass" is new "user_pass", a password (json_string_set_password,
+ * json_string_set_password_old), "period" an integer (json_integer_set_safe, json_integer_old_set_safe), old "usr_name"
+ * new "user_name", attached. Attached under one name: "host_name", "system", "pid", "iface", "service".
  */
 int parse_old_ddns(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ddns(json_t *source, json_t *destination, k_err_t *err);

@@ -3,9 +3,7 @@
  * a section handler (k_cnvrt_handler_t) that fills an object.
  *
  * parse_old_X reads the old section and fills the new one, parse_new_X the other way. Attached members pass as they
- * are, whatever their type, and members that are not named here are dropped. No function stops at a failed field: it is
- * missing from the result, and the others are written. Messages of the field helpers (fields.h) name the member that
- * would have been stored.
+ * are, whatever their type, and members that are not named here are dropped.
  */
 #ifndef K_CNVRT_SERVICES_H
 #define K_CNVRT_SERVICES_H
@@ -30,8 +28,9 @@ extern "C" {
  *
  * Attached: "autoupdate", "dmz", "dru_filtering", "ftpd", "printserver", "redirect", "rlx_iptv_qos", "samba", "ssh",
  * "syslog", "telnet", "upnp", "wan_failover", "DCMS", "hot_wifi", "sla_agent", and old "igmp", which is new "igmpx";
- * towards old "yandex", too. Every other service goes through its parse_old_X and parse_new_X, and is written when it
- * failed, too. Old "dns" and "dns6" are new "dns" (see parse_old_dns), old "ipsec" is "ipsec" in new "vpn".
+ * towards old "yandex", too. Every other service that is there goes through its parse_old_X and parse_new_X, and is
+ * written when it failed, too. Old "dns" and "dns6" are new "dns" (see parse_old_dns), old "ipsec" is "ipsec" in new
+ * "vpn".
  *
  * The result is the sum of the converters' results; towards new less those of "dns", "dns6" and "ipsec", whose failures
  * are reported and do not fail the services.
@@ -47,8 +46,8 @@ int k_cnvrt_get_services_from_new(json_t *source, json_t *destination, k_err_t *
 int parse_old_udpxy(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_udpxy(json_t *source, json_t *destination, k_err_t *err);
 
-/* The filtered DNS, towards new only. Attached: "enabled". "default" is a string, "safe" in place of "" (absent stays
- * absent: json_string_set_def). */
+/* The filtered DNS, towards new only. Attached: "enabled". "default" is a string, "safe" in place of ""
+ * (json_string_set_def: absent stays absent). */
 int parse_old_yandex(json_t *source, json_t *destination, k_err_t *err);
 
 /* The web server. "enable" is a boolean in both layouts (json_boolean_set_safe). Old "use_ssl" is new "https_enable":
@@ -81,8 +80,7 @@ int parse_new_watchdog(json_t *source, json_t *destination, k_err_t *err);
  * The media server. Old "enabled" is new "enable", a boolean in both layouts (json_boolean_set_safe). Attached:
  * "interval", "name". "media_dirs", where the source has it, is an array in the old layout and a numbered list in the
  * new one: towards new each entry has the "path" and "type" of its element, attached; towards old an entry is attached
- * as a whole, and a missing number is {}.
- *     Instance number %d is above 65535
+ * as a whole, and a missing number appends {}; it is bounded.
  */
 int parse_old_dlna(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_dlna(json_t *source, json_t *destination, k_err_t *err);
@@ -92,9 +90,10 @@ int parse_new_dlna(json_t *source, json_t *destination, k_err_t *err);
  * the new: towards new it must be there, is read as strtol reads it, leading blanks and a sign allowed, into 64 bits,
  * and "" is 0; towards old it may be absent (json_integer_old_set_safe). "servers" and "dhcp-servers", each where the
  * source has it, are arrays of names in the old layout and numbered lists of {"name"} in the new one; names are
- * attached. Towards old an entry without "name" appends nothing and a missing number "".
- * Messages: Invalid field "hour", string not contains digits; Invalid field "hour", is not string (absent, too; both
- * towards new); Instance number %d is above 65535 (towards old)
+ * attached. Towards old an entry without "name" appends nothing and a missing number ""; both are bounded.
+ * Messages towards new:
+ *     Invalid field "hour", string not contains digits
+ *     Invalid field "hour", is not string (absent, too, so that a null source fails)
  */
 int parse_old_ntpclient(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ntpclient(json_t *source, json_t *destination, k_err_t *err);
@@ -108,8 +107,10 @@ int parse_new_ntpclient(json_t *source, json_t *destination, k_err_t *err);
  * and a numbered list of addresses in the new one. Towards new, nothing between two "|" is no address, and a value that
  * is not a string gives an empty list. Towards old the text is always written, a missing number leaves nothing, and a
  * bad entry is left out; any number up to 2147483647 will do.
- * Messages, under the name "parse_dns": Invalid field "servers", is not string (towards new);
- * Invalid instance of field "servers", is not string (towards old)
+ * Messages towards new, under "parse_dns":
+ *     Invalid field "servers", is not string
+ * Messages towards old, under "parse_dns":
+ *     Invalid instance of field "servers", is not string
  */
 int parse_old_dns(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_dns(json_t *source, json_t *destination, k_err_t *err);

@@ -16,38 +16,51 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /*
+ * Integers are converted by json_integer_set_safe and json_integer_old_set_safe, booleans by json_boolean_set_safe and
+ * json_boolean_old_set_safe, passwords by json_string_set_password and json_string_set_password_old. Attached members
+ * pass as they are, whatever their type.
+ *
  * Attached: "iface", "enable", "l2_key", "l3_key". Integers: "end_port", "debug_mode", "start_port", "authenticate",
- * "getrpcmethodsenable", "schedule_inform_time". "max_envs" is an integer that is "" in the old layout when it is 0.
- * The rest is written where the source has it:
+ * "getrpcmethodsenable", "schedule_inform_time". "max_envs" is an integer that is "" in the old layout when it is 0;
+ * towards new a value that is not a string is dropped, towards old one that is not an integer becomes "", both without
+ * a message. The rest is written where the source has it:
  *
  * "notify"            an array against a numbered list, entries attached.
  * "misc"              see below. Reported under "parse_misc".
  * "managementserver"  how the server is reached: "periodicinformenable" (a boolean), "periodicinforminterval" (an
- *                     integer), "password" and "connectionrequestpassword", and five attached members. Reported under
+ *                     integer), "password" and "connectionrequestpassword" (passwords), and attached "url", "username",
+ *                     "connectionrequesturl", "connectionrequestusername" and "periodicinformtime". Reported under
  *                     "parse_managementserver".
- * "file_trans"        an array against a numbered list of transfers: "password", and nine attached members. Reported
+ * "file_trans"        an array against a numbered list of transfers: "password" (a password), and attached "status",
+ *                     "cmd_key", "file_type", "url", "username", "end_time", "delay", "file_size" and "fault". Reported
  *                     under "parse_file_trans".
  *
- * Towards old a missing number of a list appends {}, and a number above K_CNVRT_MAX_INSTANCE is reported, counts 1 and
- * leaves the list empty.
+ * Towards old, a missing number appends {}; "notify" and "file_trans" are bounded.
  *
  * Inside "misc", objects keyed by instance number keep their names, and their "max_instance" is attached:
  *
- * "wandevice"         "pos", and of each connection in "ipconn" and "pppconn" "mio_id" and "PortMapping".
- * "bridge"            seven attached members, and "VLANID": null in the old layout is 1 in the new one. Otherwise it is
- *                     an integer. Messages: Invalid field "VLANID"! Is not NULL ot INTEGER (towards new), and
- *                     Error field "VLANID"! Is not integer! (towards old)
- * "route_17_33"       each instance is one JSON text in the old layout, and the value itself in the new one. The texts
- *                     are compact. Towards new an instance is a member named by decimal digits, up to 4294967295; its
- *                     text must be an object or an array. Towards old an instance is a member that is an object;
- *                     others, arrays too, are dropped. Message: Invalid invalid instance of object "route_17_33"
- * "arp"               the same. Message, with a line feed at its end: Invalid invalid instance of object "arp" NAME
- * "Filter","Marking"  towards new a copy with "FilterStatus", "MarkingStatus", "Enabled" where it is absent or ""; a
- *                     status that is not a string is reported and stays as it is. Towards old attached.
+ * "wandevice"         each object: "pos", attached, and of each object in "ipconn" and "pppconn" "mio_id" and
+ *                     "PortMapping", attached.
+ * "bridge"            each object: "VLANID", an integer, of which 1 is null in the old layout, and attached "Port",
+ *                     "pos", "BridgeKey", "BridgeName", "BridgeEnable", "BridgeStatus" and "BridgeStandard".
+ * "route_17_33"       each instance is one JSON text in the old layout, compact, and the value itself in the new one.
+ *                     Towards new an instance is a member named by decimal digits, up to 4294967295, and must be a
+ *                     string with the JSON text of an object or an array; a text that is a single number, say, is none.
+ *                     Towards old an instance is a member that is an object; others, arrays too, are dropped.
+ * "arp"               the same.
+ * "Filter","Marking"  towards new a copy (of what is no object, of {}) with "FilterStatus", "MarkingStatus": "Enabled"
+ *                     where it is absent or ""; a status that is not a string is reported (json_string_set_def) and
+ *                     stays as it is. Towards old attached.
  * the others          "previousurl", "rebootcmdkey", "schedulecmdkey", "wc", "landevice" and "AvailableInterface" are
  *                     attached.
  *
- * The result is the number of failed fields. Other members are dropped.
+ * The result is the number of failed fields. Other members, also of the objects inside, are dropped.
+ * Messages towards new:
+ *     Invalid field "VLANID"! Is not NULL ot INTEGER
+ *     Invalid invalid instance of object "route_17_33"
+ *     Invalid invalid instance of object "arp" NAME\n
+ * Messages towards old:
+ *     Error field "VLANID"! Is not integer!
  */
 int parse_old_tr069(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_tr069(json_t *source, json_t *destination, k_err_t *err);

@@ -30,20 +30,20 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /*
- * "Voip" (towards new) or "voip" (towards old): a section handler (k_cnvrt_handler_t). A null source returns 0 and
- * writes nothing; any other writes "VoiceService", also when it has no services. Services keep their numbers,
- * whatever is missing between them; profiles and lines keep their names.
+ * "Voip" (towards new) or "voip" (towards old): a section handler (k_cnvrt_handler_t). Any source but a null one writes
+ * "VoiceService", also when it has no services. Services keep their numbers, whatever is missing between them; profiles
+ * and lines keep their names.
  *
  * Towards the new layout a profile or a line is a member that is an object. Towards the old one every member of "Line"
  * is a line, without settings where it is no object. "VoiceProfileNumberOfEntries" and the counters of a tone are the
  * number of members less one, as getNumberOfEntries counts.
  *
- * Messages, each one failure:
+ * Messages, each one failure, come under
  *   convert_line              those of json_string_set_password (towards new) and json_string_set_password_old; the
  *                             off-hook password then stays as it was, a line's "AuthPassword" is left out
  *   convert_voice_profile     those of json_string_set_def for "Enable" (towards new)
- *   multiinstanse_to_string   Error field "KEY", is not object: "Extensions" or "Transports" (towards old), which then
- *                             stays as it was
+ *   multiinstanse_to_string   Error field "KEY", is not object ("Extensions" or "Transports", towards old, which then
+ *                             stays as it was)
  */
 int k_cnvrt_get_voip_from_old(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_get_voip_from_new(json_t *source, json_t *destination, k_err_t *err);

@@ -24,7 +24,7 @@ int k_addr_is_ippfx_correct(int family, const char *text);
 int k_addr_v4_mask_to_prefix(const char *text);
 
 /* Writes the dotted netmask of a prefix length 0 to 32. 0 on success; non-zero, and nothing written, when the length
- * is out of range or `size` is too small (16 always suffices). */
+ * is out of range, the buffer is null or `size` is too small (16 always suffices). */
 int k_addr_v4_prefix_to_mask(int prefix, char *buffer, size_t size);
 
 #if defined(__GNUC__)

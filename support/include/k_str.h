@@ -2,7 +2,8 @@
  * k_str.h: hashing, base64, strict numbers, and a string that grows.
  *
  * 1. Texts are NUL-terminated and borrowed for the length of the call.
- * 2. A function that fails has no side effect: outputs stay as they were.
+ * 2. A function that fails has no side effect: outputs stay as they were. Only string_add_string_new still releases
+ *    what it was given.
  * 3. Every function is safe to call from several threads on distinct data.
  */
 #ifndef K_STR_H
@@ -54,7 +55,8 @@ k_string_t *string_init_chars(const char *text);
  * With a null argument it does nothing and returns 0. */
 int string_add(k_string_t *string, const char *text);
 
-/* Appends the text of `other` and releases `other`, also when it fails or `string` is null. Returns as string_add. */
+/* Appends the text of `other` and releases `other`, also when it fails or `string` is null. Returns as string_add.
+ * Where both are the same string, its text is doubled and it is not released. */
 int string_add_string_new(k_string_t *string, k_string_t *other);
 
 /* Releases the string and its text; null is allowed. */
