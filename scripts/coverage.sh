@@ -14,5 +14,6 @@ unlock
 run_tests coverage --exclude-regex '^(package|tool)' "$@"
 cd "$root/build/coverage"
 gcovr --root "$root" --filter "$root/src/" --filter "$root/support/" \
-    --exclude-throw-branches --exclude-unreachable-branches --print-summary --sort-uncovered \
-    --html-details "$root/build/coverage/lines.html" src support
+    --exclude-throw-branches --exclude-unreachable-branches --json counts.json --html-details lines.html src support
+gcovr --root "$root" --add-tracefile counts.json
+gcovr --root "$root" --add-tracefile counts.json --branches --print-summary

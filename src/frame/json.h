@@ -59,7 +59,7 @@ public:
     constexpr const char* text() const { return text_; }
     constexpr std::string_view view() const { return {text_, length_}; }
     constexpr bool is_empty() const { return length_ == 0; }
-    constexpr bool operator==(const Name&) const = default;
+    constexpr bool operator==(const Name& other) const { return view() == other.view(); }
 
 private:
     char text_[19]{};
