@@ -10,10 +10,12 @@ file(RELATIVE_PATH prefix_from_pkgconfig /${pkgconfig_directory} /)
 string(REGEX REPLACE "/$" "" prefix_from_pkgconfig ${prefix_from_pkgconfig})
 
 set_target_properties(k_cnvrt PROPERTIES INSTALL_RPATH "$ORIGIN")
-set_target_properties(kcnvrt PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_tool}")
 
 install(TARGETS k_support k_cnvrt EXPORT k_cnvrt)
-install(TARGETS kcnvrt)
+if(KCNVRT_TOOL)
+    set_target_properties(kcnvrt PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_tool}")
+    install(TARGETS kcnvrt)
+endif()
 install(DIRECTORY include/ support/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 
 configure_file(cmake/k_cnvrt.pc.in k_cnvrt.pc @ONLY)
