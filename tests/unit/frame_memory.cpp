@@ -7,10 +7,14 @@ namespace {
 // Counted down by every allocation; nothing fails at the highest value.
 constexpr size_t kUnlimited = SIZE_MAX;
 size_t remaining = kUnlimited;
+bool is_alone = false;
 
 bool runs_out() {
     if (remaining == kUnlimited) return false;
-    if (remaining == 0) return true;
+    if (remaining == 0) {
+        if (is_alone) remaining = kUnlimited;
+        return true;
+    }
     --remaining;
     return false;
 }
@@ -19,8 +23,17 @@ bool runs_out() {
 
 OutOfMemory::OutOfMemory(size_t allocations_that_succeed) {
     remaining = allocations_that_succeed;
+    is_alone = false;
 }
 OutOfMemory::~OutOfMemory() {
+    remaining = kUnlimited;
+}
+
+OneFailure::OneFailure(size_t allocations_that_succeed) {
+    remaining = allocations_that_succeed;
+    is_alone = true;
+}
+OneFailure::~OneFailure() {
     remaining = kUnlimited;
 }
 

@@ -11,3 +11,12 @@ public:
     OutOfMemory(const OutOfMemory&) = delete;
     OutOfMemory& operator=(const OutOfMemory&) = delete;
 };
+
+// While one lives, the allocation of that number (from 0) fails alone.
+class OneFailure {
+public:
+    explicit OneFailure(size_t allocations_that_succeed);
+    ~OneFailure();
+    OneFailure(const OneFailure&) = delete;
+    OneFailure& operator=(const OneFailure&) = delete;
+};
