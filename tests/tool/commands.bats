@@ -154,6 +154,8 @@ load setup
     kcnvrt 0 section wan_pvid --to-new sections
     write -o '{"wan1": 1}'
     kcnvrt 0 section wan_pvid --to-new -- -o
+    write --base= '{"wan1": 1}'
+    kcnvrt 0 section wan_pvid --to-new -- --base=
 }
 
 @test "--version names the tool and its version" {
