@@ -192,15 +192,16 @@ bool is_option_without_value(std::string_view argument) {
     return argument.starts_with("--") && argument.find('=') == argument.size() - 1;
 }
 
-// An empty argument or value names no file, section or number. The parser would take an empty argument for the name of
-// the nameless group of directions, and never come back when an unknown option follows; for an empty value it would take
-// the next argument, and a result would be written over the source.
+// An empty argument or value names no file, section or number. The parser would take an empty argument, also behind "--",
+// for the name of the nameless group of directions, and never come back when an unknown option follows; for an empty value
+// it would take the next argument, and a result would be written over the source.
 void refuse_empty_arguments(int argc, char** argv) {
+    bool are_options = true;
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        if (argument == "--") return;
         if (argument.empty()) fail_by_usage("argument " + std::to_string(i) + " is empty");
-        if (is_option_without_value(argument)) fail_by_usage(std::string(argument) + " has no value");
+        if (argument == "--") are_options = false;
+        if (are_options && is_option_without_value(argument)) fail_by_usage(std::string(argument) + " has no value");
     }
 }
 

@@ -200,6 +200,7 @@ load setup
     wrong "--base" section wan_pvid --to-old --base old.json old.json
     wrong "argument 2 is empty" to-new ""
     wrong "argument 4 is empty" section wan_pvid old.json "" "" --unknown
+    wrong "argument 5 is empty" -- section wan_pvid old.json "" --unknown
     wrong "--output= has no value" to-new --output= old.json
     wrong "--base= has no value" to-new --base= old.json
     wrong "--output is no option of self-check" -o new.json self-check
