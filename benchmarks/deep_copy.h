@@ -5,6 +5,8 @@
 
 namespace kcnvrt::bench {
 
-inline Json deep_copy(json_t* value) { return Json{json_deep_copy(value)}; }
+inline Json deep_copy(json_t* value) {
+    return Json{json_deep_copy(value)};
+}
 
 }  // namespace kcnvrt::bench

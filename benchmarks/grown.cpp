@@ -12,9 +12,15 @@ namespace kcnvrt::bench {
 
 namespace {
 
-std::string text(json_t* string) { return std::string{view_of(string)}; }
-Json new_string(const std::string& text) { return string(std::string_view{text}); }
-Key key(const std::string& name) { return {name.data(), name.size()}; }
+std::string text(json_t* string) {
+    return std::string{view_of(string)};
+}
+Json new_string(const std::string& text) {
+    return string(std::string_view{text});
+}
+Key key(const std::string& name) {
+    return {name.data(), name.size()};
+}
 
 // The names of interfaces, services and tunnels, by which the entries of many lists refer to them.
 class InterfaceNames {
@@ -83,7 +89,9 @@ private:
     std::string suffix_;
 };
 
-bool is_numbered(json_t* list) { return has(list, "max_instance"); }
+bool is_numbered(json_t* list) {
+    return has(list, "max_instance");
+}
 
 struct Entry {
     std::string name;  // empty in an array
@@ -94,7 +102,8 @@ std::vector<Entry> entries_of(json_t* list) {
     std::vector<Entry> entries;
     for (const auto [number, element] : elements(list)) entries.push_back({"", share(element)});
     for (const auto [name, entry] : members(list))
-        if (!is_numbered(list) || read_loosely(name.view()) > 0) entries.push_back({std::string{name.view()}, share(entry)});
+        if (!is_numbered(list) || read_loosely(name.view()) > 0)
+            entries.push_back({std::string{name.view()}, share(entry)});
     return entries;
 }
 
@@ -149,7 +158,8 @@ private:
     void make_distinct(json_t* entry, unsigned copy, const Copier& copied) const {
         json_t* const value = member(entry);
         if (json_is_integer(value)) json_integer_set(value, json_integer_value(value) + (largest_ + 1) * copy);
-        if (json_is_string(value)) json_object_set_new(entry, distinct_, new_string(copied.another(text(value))).release());
+        if (json_is_string(value))
+            json_object_set_new(entry, distinct_, new_string(copied.another(text(value))).release());
     }
 
     const char* distinct_;

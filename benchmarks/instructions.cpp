@@ -19,7 +19,9 @@ struct FreeText {
 };
 using Text = std::unique_ptr<char, FreeText>;
 
-Text dumped(json_t* value) { return Text{json_dumps(value, JSON_COMPACT)}; }
+Text dumped(json_t* value) {
+    return Text{json_dumps(value, JSON_COMPACT)};
+}
 
 // One step, counted. What it makes is given back only at the end: memory that steps before it left behind would be found
 // by the allocator of one step and not of another.

@@ -40,8 +40,12 @@ void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* memory, size_t size);
 void __libc_free(void* memory);
 
-void* malloc(size_t size) { return heap.gained(__libc_malloc(size)); }
-void* calloc(size_t count, size_t size) { return heap.gained(__libc_calloc(count, size)); }
+void* malloc(size_t size) {
+    return heap.gained(__libc_malloc(size));
+}
+void* calloc(size_t count, size_t size) {
+    return heap.gained(__libc_calloc(count, size));
+}
 void* realloc(void* memory, size_t size) {
     const size_t before = malloc_usable_size(memory);
     void* const moved = __libc_realloc(memory, size);

@@ -9,7 +9,7 @@ enum class Layout { kOld, kNew };
 
 // A list is an array, a numbered list (an object with "max_instance") or an object keyed by names.
 struct OuterList {
-    const char* path;               // from the root; "*" is every member
+    const char* path;                // from the root; "*" is every member
     const char* distinct = nullptr;  // the member that no two entries may share: a copy's text or number is another
 };
 

@@ -23,12 +23,17 @@ size_t growths(size_t size) {
 
 size_t allocations_of(json_t* value) {
     switch (json_typeof(value)) {
-        case JSON_OBJECT: return 2 + growths(json_object_size(value)) + json_object_size(value);
-        case JSON_ARRAY: return 2 + growths(json_array_size(value));
-        case JSON_STRING: return 2;
+        case JSON_OBJECT:
+            return 2 + growths(json_object_size(value)) + json_object_size(value);
+        case JSON_ARRAY:
+            return 2 + growths(json_array_size(value));
+        case JSON_STRING:
+            return 2;
         case JSON_INTEGER:
-        case JSON_REAL: return 1;
-        default: return 0;  // true, false and null are there once for all
+        case JSON_REAL:
+            return 1;
+        default:
+            return 0;  // true, false and null are there once for all
     }
 }
 
@@ -60,10 +65,14 @@ Json remake(json_t* value, std::vector<bool>::const_iterator& is_own) {
             for (const auto [number, element] : elements(value)) append(made.get(), remake(element, is_own));
             return made;
         }
-        case JSON_STRING: return string(view_of(value));
-        case JSON_INTEGER: return integer(json_integer_value(value));
-        case JSON_REAL: return Json{json_real(json_real_value(value))};
-        default: return share(value);
+        case JSON_STRING:
+            return string(view_of(value));
+        case JSON_INTEGER:
+            return integer(json_integer_value(value));
+        case JSON_REAL:
+            return Json{json_real(json_real_value(value))};
+        default:
+            return share(value);
     }
 }
 

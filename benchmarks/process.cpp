@@ -12,7 +12,9 @@ namespace kcnvrt::bench {
 
 namespace {
 
-double seconds(const timeval& time) { return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6; }
+double seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
 
 double run_once(const char* const* command) {
     posix_spawn_file_actions_t actions;

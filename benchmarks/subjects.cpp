@@ -93,7 +93,9 @@ constexpr char kDslGroups[] = R"({
     "ip1": {"name": "IPTV", "wans": ["ip1"], "lans": ["Port4"], "type": "L2", "nat": false}
 })";
 
-const char* direction(Layout from) { return from == Layout::kOld ? "to-new" : "to-old"; }
+const char* direction(Layout from) {
+    return from == Layout::kOld ? "to-new" : "to-old";
+}
 
 }  // namespace
 
@@ -108,7 +110,8 @@ Json Subject::convert() const {
     k_err_t* const err = k_err_new();
     json_t* result = nullptr;
     if (section == nullptr)
-        result = from == Layout::kOld ? k_cnvrt_to_new(source, nullptr, flags, err) : k_cnvrt_to_old(source, flags, err);
+        result =
+            from == Layout::kOld ? k_cnvrt_to_new(source, nullptr, flags, err) : k_cnvrt_to_old(source, flags, err);
     else
         result = from == Layout::kOld ? k_cnvrt_get_section_to_new(section, source, nullptr, flags, err)
                                       : k_cnvrt_get_section_to_old(section, source, err);

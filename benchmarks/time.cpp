@@ -26,7 +26,9 @@ struct FreeText {
 };
 using Text = std::unique_ptr<char, FreeText>;
 
-Text dumped(json_t* value) { return Text{json_dumps(value, JSON_COMPACT)}; }
+Text dumped(json_t* value) {
+    return Text{json_dumps(value, JSON_COMPACT)};
+}
 
 // The making of the value is timed, its release is not.
 template <class Make>
@@ -50,10 +52,10 @@ void add(const std::string& label, const char* step, Make make) {
 
 void add_steps(const Subject& subject) {
     add(subject.label, "convert", [&subject] { return subject.convert(); });
-    add(subject.label, "loads", [text = std::shared_ptr<char>{dumped(subject.source)}] {
-        return Json{json_loads(text.get(), 0, nullptr)};
-    });
-    add(subject.label, "copy", [result = std::shared_ptr<json_t>{subject.convert()}] { return deep_copy(result.get()); });
+    add(subject.label, "loads",
+        [text = std::shared_ptr<char>{dumped(subject.source)}] { return Json{json_loads(text.get(), 0, nullptr)}; });
+    add(subject.label, "copy",
+        [result = std::shared_ptr<json_t>{subject.convert()}] { return deep_copy(result.get()); });
     add(subject.label, "dumps", [result = std::shared_ptr<json_t>{subject.convert()}] { return dumped(result.get()); });
 }
 

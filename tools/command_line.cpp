@@ -58,7 +58,9 @@ CLI::Option* add_base(CLI::App& command, Options& options) {
     auto* base =
         command.add_option("--base", options.base, "Print what has to change in BASE (the new layout) instead")
             ->type_name("BASE");
-    command.add_flag("--merge-patch", options.merge_patch, "Print the change as a JSON Merge Patch, which cannot say null, not a JSON Patch")
+    command
+        .add_flag("--merge-patch", options.merge_patch,
+                  "Print the change as a JSON Merge Patch, which cannot say null, not a JSON Patch")
         ->needs(base);
     return base;
 }
@@ -92,7 +94,8 @@ void declare_section(CLI::App& command, Options& options) {
 void declare_diff(CLI::App& command, Options& options) {
     add_file(command, "BASE", options.from, "The JSON to start from; - is standard input")->required();
     add_file(command, "OTHER", options.other, "The JSON to arrive at; - is standard input")->required();
-    command.add_flag("--merge-patch", options.merge_patch, "A JSON Merge Patch, which cannot say null, not a JSON Patch");
+    command.add_flag("--merge-patch", options.merge_patch,
+                     "A JSON Merge Patch, which cannot say null, not a JSON Patch");
     add_result(command, options);
 }
 

@@ -7,8 +7,7 @@ namespace {
 
 constexpr auto kDefaultSsid = fields(
     //      old                 new
-    carried("default_ssid_2.4", "Default_ssid_2.4"),
-    carried("default_ssid_5.0", "Default_ssid_5.0"));
+    carried("default_ssid_2.4", "Default_ssid_2.4"), carried("default_ssid_5.0", "Default_ssid_5.0"));
 
 }  // namespace
 

@@ -33,13 +33,16 @@ struct Free {
 };
 using ConvertedText = std::unique_ptr<char, Free>;
 
-int is_not_string(Key key, const Report& report) { return report.fail("Invalid field \"%s\", is not string", key.text()); }
+int is_not_string(Key key, const Report& report) {
+    return report.fail("Invalid field \"%s\", is not string", key.text());
+}
 
 int text_to_boolean(json_t* destination, Key key, json_t* value, const Report& report) {
     const std::string_view text = view_of(value);
     const bool is_true = text == "1" || text == "true";
     if (!is_true && text != "0" && text != "false")
-        return report.fail("Invalid field \"%s\", \"%s\"!=[\"0\",\"1\",\"true\",\"false\"]", key.text(), text_of(value));
+        return report.fail("Invalid field \"%s\", \"%s\"!=[\"0\",\"1\",\"true\",\"false\"]", key.text(),
+                           text_of(value));
     set(destination, key, boolean(is_true));
     return 0;
 }
@@ -100,8 +103,7 @@ int boolean_to_new(json_t* destination, Key key, json_t* value, const Report& re
     if (value == nullptr) return 0;
     if (json_is_string(value)) return text_to_boolean(destination, key, value, report);
     if (json_is_integer(value)) return number_to_boolean(destination, key, value, report);
-    if (!json_is_boolean(value))
-        return report.fail("Invalid field \"%s\", is not string or int or bool!", key.text());
+    if (!json_is_boolean(value)) return report.fail("Invalid field \"%s\", is not string or int or bool!", key.text());
     kcnvrt::carry(destination, key, value);
     return 0;
 }
@@ -121,7 +123,8 @@ int password_to_new(json_t* destination, Key key, json_t* value, const Report& r
     return convert_password(destination, key, value, report, k_str_base64_encode, "base64");
 }
 
-int string_or_default(json_t* destination, Key key, json_t* value, std::string_view default_text, const Report& report) {
+int string_or_default(json_t* destination, Key key, json_t* value, std::string_view default_text,
+                      const Report& report) {
     if (value == nullptr) return 0;
     // This message has always come without its key.
     if (!json_is_string(value)) return is_not_string("", report);

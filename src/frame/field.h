@@ -97,14 +97,14 @@ constexpr auto field(const char (&name)[N]) {
 }
 
 // A word for tables: `word("name")` or `word("old name", "new name")`. A null way writes nothing in that direction.
-#define KCNVRT_FIELD_WORD(word, to_new, to_old)                                           \
-    template <size_t N>                                                                   \
-    constexpr auto word(const char (&name)[N]) {                                          \
-        return field<to_new, to_old>(name);                                               \
-    }                                                                                     \
-    template <size_t OldN, size_t NewN>                                                   \
-    constexpr auto word(const char (&old_name)[OldN], const char (&new_name)[NewN]) {     \
-        return field<to_new, to_old>(old_name, new_name);                                 \
+#define KCNVRT_FIELD_WORD(word, to_new, to_old)                                     \
+    template <size_t N>                                                             \
+    constexpr auto word(const char(&name)[N]) {                                     \
+        return field<to_new, to_old>(name);                                         \
+    }                                                                               \
+    template <size_t OldN, size_t NewN>                                             \
+    constexpr auto word(const char(&old_name)[OldN], const char(&new_name)[NewN]) { \
+        return field<to_new, to_old>(old_name, new_name);                           \
     }
 
 KCNVRT_FIELD_WORD(carried, ways::carry, ways::carry)

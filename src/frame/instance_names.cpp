@@ -8,7 +8,9 @@
 
 using namespace kcnvrt;
 
-int getMaxKey(json_t* object) { return max_number(object); }
+int getMaxKey(json_t* object) {
+    return max_number(object);
+}
 
 int getNumberOfEntries(json_t* object) {
     const size_t members = json_object_size(object);
@@ -43,4 +45,6 @@ void freeArrayOfString(char** array, int count) {
     std::free(array);
 }
 
-void json_set_max_instance(json_t* object, uint32_t count) { set_max_instance(object, count); }
+void json_set_max_instance(json_t* object, uint32_t count) {
+    set_max_instance(object, count);
+}

@@ -6,18 +6,26 @@
 
 namespace kcnvrt {
 
-void release(json_t* value) { json_decref(value); }
+void release(json_t* value) {
+    json_decref(value);
+}
 
-Json share(json_t* value) { return Json{json_incref(value)}; }
+Json share(json_t* value) {
+    return Json{json_incref(value)};
+}
 
 std::string_view view_of(json_t* string) {
     return json_is_string(string) ? std::string_view{json_string_value(string), json_string_length(string)}
                                   : std::string_view{};
 }
 
-bool is_text(json_t* value, std::string_view text) { return json_is_string(value) && view_of(value) == text; }
+bool is_text(json_t* value, std::string_view text) {
+    return json_is_string(value) && view_of(value) == text;
+}
 
-void carry(json_t* object, Key key, json_t* value) { set(object, key, Json{json_incref(value)}); }
+void carry(json_t* object, Key key, json_t* value) {
+    set(object, key, Json{json_incref(value)});
+}
 
 Key name_of(json_t* string) {
     const char* const text = text_of(string);

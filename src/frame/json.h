@@ -82,34 +82,64 @@ private:
 
 // Making values. A null Json means that memory ran out; storing it does nothing.
 
-inline Json object() { return Json{json_object()}; }
-inline Json array() { return Json{json_array()}; }
-inline Json null() { return Json{json_null()}; }
-inline Json integer(int64_t number) { return Json{json_integer(number)}; }
-inline Json boolean(bool value) { return Json{json_boolean(value)}; }
+inline Json object() {
+    return Json{json_object()};
+}
+inline Json array() {
+    return Json{json_array()};
+}
+inline Json null() {
+    return Json{json_null()};
+}
+inline Json integer(int64_t number) {
+    return Json{json_integer(number)};
+}
+inline Json boolean(bool value) {
+    return Json{json_boolean(value)};
+}
 
 // A string of text that is known to be UTF-8: a literal, or text that came out of a tree.
-inline Json string(std::string_view text) { return Json{json_stringn_nocheck(text.data(), text.size())}; }
-inline Json string(Key text) { return string(text.view()); }
-inline Json string(const char* literal) { return string(std::string_view{literal}); }
+inline Json string(std::string_view text) {
+    return Json{json_stringn_nocheck(text.data(), text.size())};
+}
+inline Json string(Key text) {
+    return string(text.view());
+}
+inline Json string(const char* literal) {
+    return string(std::string_view{literal});
+}
 
 // A string of text that may be anything, made by the library itself or given by its caller: null when it is not UTF-8.
-inline Json checked_string(std::string_view text) { return Json{json_stringn(text.data(), text.size())}; }
-inline Json checked_string(const char* text) { return Json{text == nullptr ? nullptr : json_string(text)}; }
+inline Json checked_string(std::string_view text) {
+    return Json{json_stringn(text.data(), text.size())};
+}
+inline Json checked_string(const char* text) {
+    return Json{text == nullptr ? nullptr : json_string(text)};
+}
 
 Json share(json_t* value);
 
 // A new object or array with the same members (shared).
-inline Json shallow_copy(json_t* value) { return Json{json_copy(value)}; }
+inline Json shallow_copy(json_t* value) {
+    return Json{json_copy(value)};
+}
 
 // Reading.
 
-inline json_t* get(json_t* object, Key key) { return json_object_getn(object, key.text(), key.length()); }
-inline bool has(json_t* object, Key key) { return get(object, key) != nullptr; }
+inline json_t* get(json_t* object, Key key) {
+    return json_object_getn(object, key.text(), key.length());
+}
+inline bool has(json_t* object, Key key) {
+    return get(object, key) != nullptr;
+}
 
 // The text of a string, or null when the value is absent or of another type.
-inline const char* text_of(json_t* value) { return json_string_value(value); }
-inline const char* text_of(json_t* object, Key key) { return text_of(get(object, key)); }
+inline const char* text_of(json_t* value) {
+    return json_string_value(value);
+}
+inline const char* text_of(json_t* object, Key key) {
+    return text_of(get(object, key));
+}
 
 // The same with its length, which may be empty for either reason.
 std::string_view view_of(json_t* string);
@@ -123,7 +153,9 @@ bool is_text(json_t* value, std::string_view text);
 inline size_t size_of(json_t* container) {
     return json_is_object(container) ? json_object_size(container) : json_array_size(container);
 }
-inline bool is_empty(json_t* container) { return size_of(container) == 0; }
+inline bool is_empty(json_t* container) {
+    return size_of(container) == 0;
+}
 
 // Storing. An absent or failed value is not stored, and neither is anything under an absent name.
 
@@ -135,15 +167,21 @@ void carry(json_t* object, Key key, json_t* value);
 // Under the name that a string value holds; any other value names nothing.
 void set_named(json_t* object, json_t* name, Json value);
 
-inline void append(json_t* array, Json value) { json_array_append_new(array, value.release()); }
-inline void append_shared(json_t* array, json_t* value) { append(array, share(value)); }
+inline void append(json_t* array, Json value) {
+    json_array_append_new(array, value.release());
+}
+inline void append_shared(json_t* array, json_t* value) {
+    append(array, share(value));
+}
 
 // Ranges.
 
 using Members = MembersOf<Key>;
 using Member = Members::Member;
 
-inline Members members(json_t* object) { return Members{object}; }
+inline Members members(json_t* object) {
+    return Members{object};
+}
 
 // The elements of an array, counted from 1 as the new layout counts; none of anything else.
 struct Element {
@@ -178,7 +216,9 @@ private:
     size_t size_;
 };
 
-inline Elements elements(json_t* array) { return Elements{array}; }
+inline Elements elements(json_t* array) {
+    return Elements{array};
+}
 
 // The members of an object in ascending byte order of their names. Pointers are sorted, names are not copied.
 class SortedMembers {

@@ -25,7 +25,9 @@ int by_number(const void* left, const void* right) {
 
 }  // namespace
 
-json_t* entry_at(json_t* list, int64_t number) { return get(list, Decimal{number}); }
+json_t* entry_at(json_t* list, int64_t number) {
+    return get(list, Decimal{number});
+}
 
 int max_number(json_t* list) {
     int highest = 0;
@@ -33,16 +35,22 @@ int max_number(json_t* list) {
     return highest < 1 ? -1 : highest;
 }
 
-void set_max_instance(json_t* list, uint32_t count) { set(list, "max_instance", integer(count)); }
+void set_max_instance(json_t* list, uint32_t count) {
+    set(list, "max_instance", integer(count));
+}
 
-bool has_instances(json_t* list) { return json_integer_value(get(list, "max_instance")) >= 1; }
+bool has_instances(json_t* list) {
+    return json_integer_value(get(list, "max_instance")) >= 1;
+}
 
 json_t* ListBuilder::list() {
     if (list_ == nullptr) list_ = object();
     return list_.get();
 }
 
-void ListBuilder::add(Json entry) { set(list(), Decimal{++count_}, std::move(entry)); }
+void ListBuilder::add(Json entry) {
+    set(list(), Decimal{++count_}, std::move(entry));
+}
 
 Json ListBuilder::finish() {
     set_max_instance(list(), count_);

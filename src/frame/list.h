@@ -98,7 +98,8 @@ public:
 
     class Iterator {
     public:
-        Iterator(const Instance* next, const Instance* last, int64_t number) : next_{next}, last_{last}, number_{number} {}
+        Iterator(const Instance* next, const Instance* last, int64_t number)
+            : next_{next}, last_{last}, number_{number} {}
         Instance operator*() const { return {number_, is_present() ? next_->entry : nullptr}; }
         Iterator& operator++() {
             if (is_present()) ++next_;

@@ -7,7 +7,9 @@
 
 namespace kcnvrt {
 
-inline bool is_digit(char character) { return character >= '0' && character <= '9'; }
+inline bool is_digit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 // The whole text as an unsigned 32-bit decimal number: digits and nothing else. The strict reading of k_str.h for text of
 // known length.

@@ -42,7 +42,9 @@ struct NewSection {
 constexpr OldSection section(Name name, k_cnvrt_handler_t handler, Container container) {
     return {name, handler, container, hash_of(name.view())};
 }
-constexpr NewSection section(Name name, k_cnvrt_handler_t handler) { return {name, handler, hash_of(name.view())}; }
+constexpr NewSection section(Name name, k_cnvrt_handler_t handler) {
+    return {name, handler, hash_of(name.view())};
+}
 
 // Both tables end with an empty name.
 extern const OldSection old_config_handler_table[];

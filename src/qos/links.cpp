@@ -40,9 +40,9 @@ int link_to_old(json_t* queue, json_t* link, const Report& report) {
 int links_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
     const Report report{"convert_links", err};
     Json queues = object();
-    const int failures = fill_every_instance(get(old_qos, "links"), queues.get(), [&](int64_t, json_t* link, json_t* queue) {
-        return link_to_new(link, queue, report);
-    });
+    const int failures =
+        fill_every_instance(get(old_qos, "links"), queues.get(),
+                            [&](int64_t, json_t* link, json_t* queue) { return link_to_new(link, queue, report); });
     set(new_qos, "Queue", std::move(queues));
     return failures;
 }
@@ -50,9 +50,9 @@ int links_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
 int links_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
     const Report report{"convert_old_qos", err};
     Json links = object();
-    const int failures = fill_every_instance(get(new_qos, "Queue"), links.get(), [&](int64_t, json_t* queue, json_t* link) {
-        return link_to_old(queue, link, report);
-    });
+    const int failures =
+        fill_every_instance(get(new_qos, "Queue"), links.get(),
+                            [&](int64_t, json_t* queue, json_t* link) { return link_to_old(queue, link, report); });
     set(old_qos, "links", std::move(links));
     return failures;
 }

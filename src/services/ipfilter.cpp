@@ -1,6 +1,6 @@
+#include "frame/nested.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"
-#include "frame/nested.h"
 
 using namespace kcnvrt;
 

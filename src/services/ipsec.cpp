@@ -1,7 +1,7 @@
 #include "k_cnvrt/ipsec.h"
 
-#include "k_cnvrt.h"
 #include "frame/nested.h"
+#include "k_cnvrt.h"
 
 using namespace kcnvrt;
 

@@ -37,7 +37,8 @@ constexpr Service converted(Name name, k_cnvrt_handler_t to_new, k_cnvrt_handler
     return {name, kAlone, name, to_new, to_old, old_container};
 }
 
-constexpr Service regrouped(Name old_name, Name group, Name new_name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old) {
+constexpr Service regrouped(Name old_name, Name group, Name new_name, k_cnvrt_handler_t to_new,
+                            k_cnvrt_handler_t to_old) {
     return {old_name, group, new_name, to_new, to_old, kObject};
 }
 

@@ -1,7 +1,7 @@
 #include "k_cnvrt/tr069.h"
 
-#include "k_cnvrt.h"
 #include "frame/nested.h"
+#include "k_cnvrt.h"
 #include "services/tr069_misc.h"
 
 using namespace kcnvrt;

@@ -1,7 +1,7 @@
+#include "frame/nested.h"
 #include "frame/number.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"
-#include "frame/nested.h"
 
 using namespace kcnvrt;
 

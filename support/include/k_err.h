@@ -46,8 +46,7 @@ void k_err_clear(k_err_t *err);
 int k_err_set(k_err_t *err, const char *function, int line, const char *format, ...) K_ERR_PRINTF(4, 5);
 
 /* k_err_set for a caller that has its arguments as a va_list. */
-int k_err_vset(k_err_t *err, const char *function, int line, const char *format, va_list arguments)
-    K_ERR_PRINTF(4, 0);
+int k_err_vset(k_err_t *err, const char *function, int line, const char *format, va_list arguments) K_ERR_PRINTF(4, 0);
 
 /* How many messages the record holds. */
 size_t k_err_count(const k_err_t *err);

@@ -27,7 +27,8 @@ Json difference_of(json_t* question, k_err_t* err) {
     json_t* given = json_object_get(question, "difference");
     if (given != nullptr) return Json{json_incref(given)};
     const auto flag = static_cast<unsigned>(json_integer_value(json_object_get(question, "flag")));
-    return Json{k_conf_diff_set2(json_object_get(question, "base"), json_object_get(question, "candidate"), 0, flag, err)};
+    return Json{
+        k_conf_diff_set2(json_object_get(question, "base"), json_object_get(question, "candidate"), 0, flag, err)};
 }
 
 Json answer(json_t* question) {

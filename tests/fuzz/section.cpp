@@ -72,7 +72,8 @@ Subject to_old(std::string_view name) {
     static const auto rows = rows_of(kcnvrt::old_config_handler_table);
     const auto& row = row_of(rows, name);
     const auto call = [&row](json_t* source, k_err_t* err) {
-        return compared(Tree{k_cnvrt_get_section_to_old(row.name.text(), source, err)}, old_section(row, source), source);
+        return compared(Tree{k_cnvrt_get_section_to_old(row.name.text(), source, err)}, old_section(row, source),
+                        source);
     };
     return {call, OnFailure::kNothing};
 }

@@ -48,7 +48,8 @@ json_t* Generator::said(const Place& place, const char* what) {
     const auto [known, is_new] = said_.try_emplace(place.field + ' ' + what, nullptr);
     if (!is_new) return known->second;
     for (const Row& row : values_)
-        if (known->second == nullptr && row.is_of(side_) && row.says(what) && row.matches(place.path)) known->second = row[what];
+        if (known->second == nullptr && row.is_of(side_) && row.says(what) && row.matches(place.path))
+            known->second = row[what];
     return known->second;
 }
 
@@ -87,7 +88,9 @@ Tree Generator::vary_list(Place& place, json_t* example) {
     for (void* at = json_object_iter(example); at != nullptr; at = json_object_iter_next(example, at))
         if (is_number(json_object_iter_key(at))) entries.push_back(json_object_iter_value(at));
     const bool is_fixed = said(place, "fixed") != nullptr;
-    const size_t length = is_fixed ? entries.size() : entries.empty() ? 0 : length_of(place, std::max<size_t>(3, entries.size()));
+    const size_t length = is_fixed          ? entries.size()
+                          : entries.empty() ? 0
+                                            : length_of(place, std::max<size_t>(3, entries.size()));
     Tree list = vary_members(place, example);
     for (size_t number = 1; number <= length; ++number) {
         const std::string name = std::to_string(number);
@@ -146,7 +149,8 @@ Tree Generator::vary_members(Place& place, json_t* example) {
         if (!is_required) expect(member, "absent");
         const bool is_present = is_required || chance(is_sparse_ ? 20 : 80);
         visit(member, is_present ? "present" : "absent");
-        if (is_present) json_object_set_new(object.get(), name.c_str(), vary(member, json_object_iter_value(at)).release());
+        if (is_present)
+            json_object_set_new(object.get(), name.c_str(), vary(member, json_object_iter_value(at)).release());
     }
     return object;
 }
@@ -193,7 +197,9 @@ json_t* Generator::like_leaf(json_t* example) {
 }
 
 json_t* Generator::of_kind(const std::string& kind, const Place& place, json_t* example) {
-    const auto position = [&place] { return static_cast<json_int_t>(std::stoul(place.path[place.path.size() - 2].name)); };
+    const auto position = [&place] {
+        return static_cast<json_int_t>(std::stoul(place.path[place.path.size() - 2].name));
+    };
     const auto list_name = [&place] { return place.path[place.path.size() - 3].name; };
     const auto numbered = [&](const std::string& prefix) {
         return json_string((prefix + (position() < 10 ? "0" : "") + std::to_string(position())).c_str());

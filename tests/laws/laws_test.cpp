@@ -56,7 +56,8 @@ const std::vector<std::vector<std::string>> kOldGroups = {
 std::vector<std::string> group_of(const std::string& name, json_t* document) {
     for (const auto& group : kOldGroups)
         for (const std::string& member : group)
-            if (member == name && (name != "sysusers" || json_object_get(document, group[0].c_str()) != nullptr)) return group;
+            if (member == name && (name != "sysusers" || json_object_get(document, group[0].c_str()) != nullptr))
+                return group;
     return {name};
 }
 
@@ -94,11 +95,13 @@ void add_new_sections(std::vector<Section>& sections, json_t* document, const st
                    Tree{json_pack("{s:{s:{s:o}}}", "Device", "Services", name, json_deep_copy(value))}));
     json_object_foreach(json_object_get(document, "Device"), name, value) {
         if (value == services) continue;
-        sections.push_back(section_of(name + suffix, Side::kNew, Tree{json_pack("{s:{s:o}}", "Device", name, json_deep_copy(value))}));
+        sections.push_back(
+            section_of(name + suffix, Side::kNew, Tree{json_pack("{s:{s:o}}", "Device", name, json_deep_copy(value))}));
     }
     json_object_foreach(document, name, value) {
         if (std::string{name} == "Device") continue;
-        sections.push_back(section_of(name + suffix, Side::kNew, Tree{json_pack("{s:o, s:{}}", name, json_deep_copy(value), "Device")}));
+        sections.push_back(section_of(name + suffix, Side::kNew,
+                                      Tree{json_pack("{s:o, s:{}}", name, json_deep_copy(value), "Device")}));
     }
 }
 
@@ -118,9 +121,11 @@ Tree other_generation(Tree document) {
 std::vector<Section> sections() {
     std::vector<Section> sections;
     add_old_sections(sections, load(KCNVRT_EXAMPLES "/home-gateway.old.json").get(), "");
-    add_old_sections(sections, other_generation(load(KCNVRT_EXAMPLES "/dsl-gateway.old.json")).get(), "_of_other_generation");
+    add_old_sections(sections, other_generation(load(KCNVRT_EXAMPLES "/dsl-gateway.old.json")).get(),
+                     "_of_other_generation");
     add_new_sections(sections, load(KCNVRT_EXAMPLES "/home-gateway.new.json").get(), "");
-    add_new_sections(sections, other_generation(load(KCNVRT_EXAMPLES "/dsl-gateway.new.json")).get(), "_of_other_generation");
+    add_new_sections(sections, other_generation(load(KCNVRT_EXAMPLES "/dsl-gateway.new.json")).get(),
+                     "_of_other_generation");
     return sections;
 }
 
@@ -142,7 +147,8 @@ Converted converted(Convert convert) {
 
 Converted converted_from(Side side, json_t* document, uint8_t flags) {
     return converted([=](k_err_t* err) {
-        return side == Side::kOld ? k_cnvrt_to_new(document, nullptr, flags, err) : k_cnvrt_to_old(document, flags, err);
+        return side == Side::kOld ? k_cnvrt_to_new(document, nullptr, flags, err)
+                                  : k_cnvrt_to_old(document, flags, err);
     });
 }
 
@@ -159,7 +165,8 @@ std::string defect_of(Side side, json_t* document, uint8_t flags, const Losses& 
 
 // An old document needs users to come back: a new one without "version" is rejected.
 void complete(Side side, json_t* document) {
-    const bool has_users = json_object_get(document, "passwd") != nullptr || json_object_get(document, "users") != nullptr;
+    const bool has_users =
+        json_object_get(document, "passwd") != nullptr || json_object_get(document, "users") != nullptr;
     if (side == Side::kOld && !has_users) json_object_set_new(document, "passwd", json_array());
 }
 

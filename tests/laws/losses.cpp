@@ -63,15 +63,21 @@ bool any_of(json_t* list, const Holds& holds) {
 //   "lacks entries"      names of lists that are all empty or absent
 //   "is", "is not"       members that all have, or of which one has not, that value
 bool holds(json_t* conditions, json_t* object) {
-    const auto is_there = [object](json_t* name) { return json_object_get(object, json_string_value(name)) != nullptr; };
+    const auto is_there = [object](json_t* name) {
+        return json_object_get(object, json_string_value(name)) != nullptr;
+    };
     const auto is_absent = [&](json_t* name) { return !is_there(name); };
     if (any_of(json_object_get(conditions, "has"), is_absent)) return false;
     if (any_of(json_object_get(conditions, "lacks"), is_there)) return false;
     json_t* groups = json_object_get(conditions, "lacks one group");
     if (groups != nullptr && !any_of(groups, [&](json_t* group) { return !any_of(group, is_there); })) return false;
-    const auto is_filled = [object](json_t* name) { return has_entries(json_object_get(object, json_string_value(name))); };
+    const auto is_filled = [object](json_t* name) {
+        return has_entries(json_object_get(object, json_string_value(name)));
+    };
     if (any_of(json_object_get(conditions, "lacks entries"), is_filled)) return false;
-    const auto equals = [object](const char* name, json_t* value) { return json_equal(json_object_get(object, name), value); };
+    const auto equals = [object](const char* name, json_t* value) {
+        return json_equal(json_object_get(object, name), value);
+    };
     const char* name;
     json_t* value;
     json_object_foreach(json_object_get(conditions, "is"), name, value) {
@@ -85,8 +91,8 @@ bool holds(json_t* conditions, json_t* object) {
 
 // The first seven characters of a number.
 Tree cut(json_t* value) {
-    const std::string text = json_is_string(value) ? json_string_value(value)
-                                                   : std::to_string(json_integer_value(value));
+    const std::string text =
+        json_is_string(value) ? json_string_value(value) : std::to_string(json_integer_value(value));
     const std::string kept = text.substr(0, 7);
     return Tree{json_is_string(value) ? json_string(kept.c_str()) : json_integer(std::stoll(kept))};
 }
@@ -130,9 +136,11 @@ Tree stations_of(json_t* addresses) {
     if (addresses == nullptr) return nullptr;
     Tree stations{json_object()};
     for (size_t i = 0; i < json_array_size(addresses); ++i)
-        json_object_set_new(stations.get(), std::to_string(i + 1).c_str(),
-                            json_pack("{s:O, s:s, s:b}", "mac", json_array_get(addresses, i), "hostname", "", "active", 0));
-    json_object_set_new(stations.get(), "max_instance", json_integer(static_cast<json_int_t>(json_array_size(addresses))));
+        json_object_set_new(
+            stations.get(), std::to_string(i + 1).c_str(),
+            json_pack("{s:O, s:s, s:b}", "mac", json_array_get(addresses, i), "hostname", "", "active", 0));
+    json_object_set_new(stations.get(), "max_instance",
+                        json_integer(static_cast<json_int_t>(json_array_size(addresses))));
     return stations;
 }
 
@@ -155,8 +163,10 @@ Tree added_value(const Row& row, const Path& object_path, json_t* object) {
         const size_t less = row.says("less") ? static_cast<size_t>(json_integer_value(row["less"])) : 1;
         return Tree{json_integer(static_cast<json_int_t>(size > less ? size - less : 0))};
     }
-    if (json_t* addresses = row["stations of"]) return stations_of(json_object_get(object, json_string_value(addresses)));
-    if (json_t* member = row["value of"]) return Tree{json_deep_copy(json_object_get(object, json_string_value(member)))};
+    if (json_t* addresses = row["stations of"])
+        return stations_of(json_object_get(object, json_string_value(addresses)));
+    if (json_t* member = row["value of"])
+        return Tree{json_deep_copy(json_object_get(object, json_string_value(member)))};
     return Tree{json_deep_copy(row["value"])};
 }
 
@@ -170,12 +180,12 @@ size_t add_members(const Row& row, json_t* document) {
         for (const Pattern& place : row.places) {
             if (!place.parent().matches(at)) continue;
             for (const std::string& each : place.last_names()) {
-            const char* name = each.c_str();
-            if (is_default && json_object_get(object, name) != nullptr) continue;
-            Tree value = added_value(row, at, object);
-            if (value == nullptr || json_equal(json_object_get(object, name), value.get())) continue;
-            ++seen;
-            json_object_set_new(object, name, value.release());
+                const char* name = each.c_str();
+                if (is_default && json_object_get(object, name) != nullptr) continue;
+                Tree value = added_value(row, at, object);
+                if (value == nullptr || json_equal(json_object_get(object, name), value.get())) continue;
+                ++seen;
+                json_object_set_new(object, name, value.release());
             }
         }
     });
@@ -239,7 +249,8 @@ size_t join_twins(const Row& row, json_t* document) {
                 const bool is_first_asked = row.says("first wins");
                 json_t* winner = is_first_asked ? of_first : of_second != nullptr ? of_second : of_first;
                 if (json_equal(winner, of_first) && json_equal(winner, of_second)) continue;
-                if (in_first == nullptr || in_second == nullptr || (winner == nullptr && of_second == nullptr)) continue;
+                if (in_first == nullptr || in_second == nullptr || (winner == nullptr && of_second == nullptr))
+                    continue;
                 ++seen;
                 const Tree kept{json_incref(winner)};
                 json_object_set(in_first, name.c_str(), kept.get());
@@ -293,7 +304,8 @@ void collect(json_t* object, const std::string& path, std::vector<json_t*>& foun
     const char* name;
     json_t* member;
     json_object_foreach(object, name, member) {
-        if (json_is_object(member) && (path.substr(0, end) == "*" || path.substr(0, end) == name)) collect(member, rest, found);
+        if (json_is_object(member) && (path.substr(0, end) == "*" || path.substr(0, end) == name))
+            collect(member, rest, found);
     }
 }
 
@@ -301,7 +313,8 @@ json_t* inner_object(json_t* object, const std::string& path, bool is_made) {
     if (path.empty()) return object;
     const size_t end = std::min(path.find('/'), path.size());
     const std::string name = path.substr(0, end);
-    if (json_object_get(object, name.c_str()) == nullptr && is_made) json_object_set_new(object, name.c_str(), json_object());
+    if (json_object_get(object, name.c_str()) == nullptr && is_made)
+        json_object_set_new(object, name.c_str(), json_object());
     json_t* inner = json_object_get(object, name.c_str());
     return end == path.size() ? inner : inner_object(inner, path.substr(end + 1), is_made);
 }

@@ -47,7 +47,8 @@ void walk(json_t* value, Path& path, const Visit& visit) {
     const char* name;
     json_t* member;
     json_object_foreach(value, name, member) inside.emplace_back(name, member);
-    for (size_t i = 0; i < json_array_size(value); ++i) inside.emplace_back(std::to_string(i), json_array_get(value, i));
+    for (size_t i = 0; i < json_array_size(value); ++i)
+        inside.emplace_back(std::to_string(i), json_array_get(value, i));
     for (const auto& [inner, inner_value] : inside) step_into(inner, inner_value);
     visit(path, value);
 }

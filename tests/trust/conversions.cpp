@@ -93,20 +93,19 @@ Conversion to_new(const char* name, const json_t* document, const json_t* base, 
 void add_old_sections(std::vector<Conversion>& conversions, const json_t* new_document) {
     for (size_t i = 0; const char* name = k_cnvrt_section_name(K_CNVRT_OLD_SECTIONS, i); ++i) {
         json_t* source = source_of_old_section(name, new_document);
-        conversions.push_back({std::string{"old section "} + name, Tree{json_deep_copy(source)},
-                               [name](json_t* section, k_err_t* err) {
-                                   return k_cnvrt_get_section_to_old(name, section, err);
-                               }});
+        conversions.push_back(
+            {std::string{"old section "} + name, Tree{json_deep_copy(source)},
+             [name](json_t* section, k_err_t* err) { return k_cnvrt_get_section_to_old(name, section, err); }});
     }
 }
 
 void add_new_sections(std::vector<Conversion>& conversions, const json_t* old_document) {
     for (size_t i = 0; const char* name = k_cnvrt_section_name(K_CNVRT_NEW_SECTIONS, i); ++i) {
         json_t* source = source_of_new_section(name, old_document);
-        conversions.push_back({std::string{"new section "} + name, Tree{json_deep_copy(source)},
-                               [name](json_t* section, k_err_t* err) {
-                                   return k_cnvrt_get_section_to_new(name, section, nullptr, 0, err);
-                               }});
+        conversions.push_back(
+            {std::string{"new section "} + name, Tree{json_deep_copy(source)}, [name](json_t* section, k_err_t* err) {
+                 return k_cnvrt_get_section_to_new(name, section, nullptr, 0, err);
+             }});
     }
 }
 

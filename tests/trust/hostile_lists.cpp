@@ -19,7 +19,8 @@ void for_each_list(const std::function<void(Part& part, const Place& list)>& vis
     std::set<std::string> visited;
     for_each_place(1, [&](Part& part, const Place& place) {
         if (!is_numbered_list(place.value.get())) return;
-        const std::string pattern = pattern_of(place.path) + (part.direction == Direction::kToOld ? " to old" : " to new");
+        const std::string pattern =
+            pattern_of(place.path) + (part.direction == Direction::kToOld ? " to old" : " to new");
         if (visited.insert(pattern).second) visit(part, place);
     });
 }
@@ -43,8 +44,9 @@ Tree with_entry(json_t* list, const std::string& name) {
 
 // Memory follows the input: an entry with an enormous number costs no more than a few more entries.
 TEST(HostileLists, EnormousNumbersCostNothing) {
-    const std::string numbers[] = {"65536", "2147483647", "2147483648", "4294967295", "4294967296", "9223372036854775807",
-                                   "9223372036854775808", "99999999999999999999999999"};
+    const std::string numbers[] = {
+        "65536",      "2147483647",          "2147483648",          "4294967295",
+        "4294967296", "9223372036854775807", "9223372036854775808", "99999999999999999999999999"};
     for (const std::string& number : numbers) {
         Worst worst{"a list with an entry numbered " + number};
         for_each_list([&](Part& part, const Place& list) {
@@ -72,7 +74,8 @@ TEST(HostileLists, TheHighestNumberForPlaceholders) {
 
 TEST(HostileLists, NamesThatAreNoNumbers) {
     Worst worst{"a list with an entry whose name is no number"};
-    const std::string names[] = {"0", "00", "01", "-1", "+1", " 1", "1 ", "1x", "x1", "", "1.0", "0x1", "-2147483648", "max_instance"};
+    const std::string names[] = {"0",  "00", "01", "-1",  "+1",  " 1",          "1 ",
+                                 "1x", "x1", "",   "1.0", "0x1", "-2147483648", "max_instance"};
     for_each_list([&](Part& part, const Place& list) {
         for (const std::string& name : names) {
             const Tree forged = with_entry(list.value.get(), name);
@@ -85,7 +88,8 @@ TEST(HostileLists, ForgedCounts) {
     Worst worst{"a list with a forged count"};
     for_each_list([&](Part& part, const Place& list) {
         const long ordinary = expect_contract(part.direction, part.document.get(), part.name).blocks;
-        for (const json_int_t count : {json_int_t{-1}, json_int_t{0}, json_int_t{65536}, json_int_t{4294967295}, json_int_t{INT64_MAX}, json_int_t{INT64_MIN}}) {
+        for (const json_int_t count : {json_int_t{-1}, json_int_t{0}, json_int_t{65536}, json_int_t{4294967295},
+                                       json_int_t{INT64_MAX}, json_int_t{INT64_MIN}}) {
             const Tree forged{json_copy(list.value.get())};
             json_object_set_new(forged.get(), "max_instance", json_integer(count));
             const Conduct conduct = worst.add(convert_with(part, list, forged.get(), "a list with a forged count"));

@@ -32,7 +32,8 @@ void for_each_kind_of_place(const std::function<bool(const json_t*)>& is_meant,
     std::set<std::string> visited;
     for_each_place(1, [&](Part& part, const Place& place) {
         if (!is_meant(place.value.get())) return;
-        const bool is_new = visited.insert(pattern_of(place.path) + (part.direction == Direction::kToOld ? "<" : ">")).second;
+        const bool is_new =
+            visited.insert(pattern_of(place.path) + (part.direction == Direction::kToOld ? "<" : ">")).second;
         if (is_new && visited.size() % stride(1) == 0) visit(part, place);
     });
 }
@@ -42,11 +43,12 @@ TEST(HostileSizes, NestingToTheParsersLimit) {
     const Tree objects = nested(kDeepest - 8, false);
     size_t documents = 0;
     Worst worst{"a value nested to 2,048 levels"};
-    for_each_kind_of_place([](const json_t*) { return true; }, [&](Part& part, const Place& place) {
-        if (documents++ % (is_thorough() ? 1 : 5) != 0) return;
-        worst.add(convert_with(part, place, arrays.get(), "nested arrays"));
-        worst.add(convert_with(part, place, objects.get(), "nested objects"));
-    });
+    for_each_kind_of_place([](const json_t*) { return true; },
+                           [&](Part& part, const Place& place) {
+                               if (documents++ % (is_thorough() ? 1 : 5) != 0) return;
+                               worst.add(convert_with(part, place, arrays.get(), "nested arrays"));
+                               worst.add(convert_with(part, place, objects.get(), "nested objects"));
+                           });
 }
 
 TEST(HostileSizes, DifferencesAtTheParsersLimit) {
@@ -103,14 +105,15 @@ TEST(HostileSizes, TextsOfManyPieces) {
 // The leaves of a container's first entry, or the entry itself where it is a leaf: what tells entries apart is kept, and
 // a hundred thousand of them stay small.
 Tree small_entry(json_t* container) {
-    json_t* first = json_is_array(container) ? json_array_get(container, 0)
-                                             : json_object_iter_value(json_object_iter(container));
+    json_t* first =
+        json_is_array(container) ? json_array_get(container, 0) : json_object_iter_value(json_object_iter(container));
     if (first != nullptr && is_leaf(first)) return Tree{json_deep_copy(first)};
     Tree small{json_object()};
     const char* name;
     json_t* value;
     json_object_foreach(first, name, value) {
-        if (is_leaf(value) && json_object_size(small.get()) < 4) json_object_set_new(small.get(), name, json_deep_copy(value));
+        if (is_leaf(value) && json_object_size(small.get()) < 4)
+            json_object_set_new(small.get(), name, json_deep_copy(value));
     }
     return small;
 }

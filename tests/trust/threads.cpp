@@ -49,7 +49,8 @@ void work(Work& done) {
     const auto conversions = conversions_of(old_example().get(), new_example().get());
     done.results = results_of(conversions);
     done.difference = difference();
-    for (size_t i = repetitions(20); i > 0; --i) done.is_steady = done.is_steady && results_of(conversions) == done.results;
+    for (size_t i = repetitions(20); i > 0; --i)
+        done.is_steady = done.is_steady && results_of(conversions) == done.results;
 }
 
 std::array<Work, kThreads> work_in_parallel() {

@@ -236,8 +236,8 @@ TEST(Apply, NeverNestsADocumentTooDeep) {
 }
 
 TEST(Apply, PutsNothingTooDeepInThePlaceOfAnother) {
-    const Json deeper{json_pack("[{s:s,s:s,s:o}]", "op", "replace", "path", "/a", "value",
-                                nested(K_CONF_MAX_LEVELS).release())};
+    const Json deeper{
+        json_pack("[{s:s,s:s,s:o}]", "op", "replace", "path", "/a", "value", nested(K_CONF_MAX_LEVELS).release())};
     expect_refusal(parse(R"({"a":1})"), deeper,
                    R"(Operation 1 at "/a": the document would be nested more than 2048 levels deep)");
 }
