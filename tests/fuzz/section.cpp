@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "frame/sections.h"
+#include "document/sections.h"
 #include "growth.h"
 #include "k_cnvrt.h"
 #include "properties.h"

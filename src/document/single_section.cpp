@@ -2,9 +2,9 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "document/sections.h"
 #include "frame/json.h"
 #include "frame/report.h"
-#include "frame/sections.h"
 #include "k_conf.h"
 #include "k_str.h"
 

@@ -1,4 +1,4 @@
-#include "frame/sections.h"
+#include "document/sections.h"
 
 #include <set>
 #include <string>

@@ -1,5 +1,5 @@
 // The section tables: which handler builds the section of a name. The two are no mirror images of each other.
-#include "frame/sections.h"
+#include "document/sections.h"
 
 namespace kcnvrt {
 
