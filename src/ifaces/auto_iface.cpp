@@ -1,6 +1,7 @@
-#include "ifaces/blocks.h"
-#include "ifaces/entries.h"
+#include "frame/list.h"
 #include "ifaces/layer2.h"
+#include "ifaces/named_entries.h"
+#include "ifaces/tunnels.h"
 
 namespace kcnvrt {
 
@@ -18,7 +19,7 @@ constexpr auto kAutoService = fields(
     carried("dhcp"),
     carried("table_id"),
     carried("contype"),
-    field<ways::tunnels_to_new, nullptr>("tunnels"));
+    tunnels_to_new("tunnels"));
 // clang-format on
 
 // Services of whatever type, in the order of the old object.

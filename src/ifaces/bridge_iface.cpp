@@ -1,8 +1,9 @@
 // The bridge of the LAN: its ports, and its services with their addresses and DHCP servers.
-#include "ifaces/blocks.h"
+#include "frame/list.h"
 #include "ifaces/bridge_split.h"
-#include "ifaces/entries.h"
 #include "ifaces/layer2.h"
+#include "ifaces/named_entries.h"
+#include "ifaces/port_list.h"
 
 namespace kcnvrt {
 

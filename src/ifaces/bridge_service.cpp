@@ -1,4 +1,4 @@
-#include "ifaces/blocks.h"
+#include "frame/list.h"
 #include "ifaces/services.h"
 
 namespace kcnvrt {

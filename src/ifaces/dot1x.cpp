@@ -1,5 +1,5 @@
+#include "ifaces/dot1x.h"
 #include "frame/nested.h"
-#include "ifaces/blocks.h"
 
 namespace kcnvrt::ways {
 

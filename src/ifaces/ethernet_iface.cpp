@@ -1,5 +1,5 @@
-#include "ifaces/blocks.h"
 #include "ifaces/layer2.h"
+#include "ifaces/port_list.h"
 #include "ifaces/service_groups.h"
 
 namespace kcnvrt {

@@ -1,6 +1,6 @@
-#include "ifaces/blocks.h"
-#include "ifaces/entries.h"
 #include "ifaces/layer2.h"
+#include "ifaces/named_entries.h"
+#include "ifaces/port_list.h"
 #include "ifaces/ppp_session.h"
 
 namespace kcnvrt {

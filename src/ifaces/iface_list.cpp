@@ -2,8 +2,8 @@
 #include <iterator>
 
 #include "frame/list.h"
-#include "ifaces/entries.h"
 #include "ifaces/layer2.h"
+#include "ifaces/named_entries.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/ifaces.h"
 

@@ -1,14 +1,14 @@
+#include "frame/list.h"
 #include "ifaces/addresses.h"
-#include "ifaces/blocks.h"
+#include "ifaces/dot1x.h"
 #include "ifaces/services.h"
+#include "ifaces/tunnels.h"
 
 namespace kcnvrt {
 
 namespace {
 
 constexpr char kAuthor[] = "parse_service_ip";
-
-KCNVRT_FIELD_WORD(tunnels_to_new, ways::tunnels_to_new, nullptr)
 
 // The lock list stands after the 802.1X block because that is the order of their messages towards the old layout.
 // clang-format off

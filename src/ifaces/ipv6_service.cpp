@@ -1,5 +1,5 @@
+#include "frame/list.h"
 #include "ifaces/addresses.h"
-#include "ifaces/blocks.h"
 #include "ifaces/services.h"
 
 namespace kcnvrt {

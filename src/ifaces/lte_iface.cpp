@@ -1,7 +1,9 @@
+#include "frame/list.h"
 #include "ifaces/addresses.h"
-#include "ifaces/blocks.h"
-#include "ifaces/entries.h"
+#include "ifaces/dot1x.h"
 #include "ifaces/layer2.h"
+#include "ifaces/named_entries.h"
+#include "ifaces/port_list.h"
 
 namespace kcnvrt {
 

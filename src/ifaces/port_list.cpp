@@ -2,13 +2,15 @@
 // "WiFi1". A single interface name, without a colon, is itself in both layouts.
 //
 // The scan formats decide what is understood, in both directions; a list of one name has others than a longer one.
+#include "ifaces/port_list.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <utility>
 
 #include "frame/growing_text.h"
-#include "ifaces/blocks.h"
+#include "frame/list.h"
 
 namespace kcnvrt::ways {
 

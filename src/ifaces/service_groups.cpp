@@ -1,7 +1,7 @@
 #include "ifaces/service_groups.h"
 
 #include "frame/list.h"
-#include "ifaces/entries.h"
+#include "ifaces/named_entries.h"
 #include "ifaces/services.h"
 
 namespace kcnvrt {

@@ -1,5 +1,6 @@
-#include "ifaces/blocks.h"
-#include "ifaces/entries.h"
+#include "ifaces/tunnels.h"
+#include "frame/list.h"
+#include "ifaces/named_entries.h"
 
 namespace kcnvrt {
 

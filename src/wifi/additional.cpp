@@ -1,9 +1,9 @@
 // "Additional" of a radio: thresholds and modes.
 #include <cinttypes>
 
-#include "wifi/blocks.h"
 #include "wifi/codes.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

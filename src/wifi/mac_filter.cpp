@@ -2,9 +2,9 @@
 #include <cinttypes>
 
 #include "frame/list.h"
-#include "wifi/blocks.h"
 #include "wifi/codes.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

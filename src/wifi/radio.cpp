@@ -2,8 +2,8 @@
 #include <cinttypes>
 
 #include "frame/number.h"
-#include "wifi/blocks.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

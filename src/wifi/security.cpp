@@ -1,7 +1,7 @@
 // "Security" of an SSID. The RADIUS server and the rekeying stand once for each radio in the old layout: every SSID of
 // the radio gets them, and the last one that has them sets them.
-#include "wifi/blocks.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

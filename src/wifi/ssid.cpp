@@ -1,7 +1,7 @@
 // The SSIDs of a radio: an array against a numbered list.
 #include "frame/nested.h"
-#include "wifi/blocks.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

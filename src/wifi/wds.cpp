@@ -1,6 +1,6 @@
 // "Wds" of a radio: the links to other access points.
-#include "wifi/blocks.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

@@ -1,8 +1,8 @@
 #include "k_cnvrt/wifi.h"
 
 #include "k_cnvrt.h"
-#include "wifi/blocks.h"
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
+#include "wifi/radio_blocks.h"
 
 using namespace kcnvrt;
 

@@ -1,5 +1,5 @@
 // "Wsc" of a radio: Wi-Fi protected setup.
-#include "wifi/blocks.h"
+#include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 

@@ -2,7 +2,7 @@
 
 #include "frame_memory.h"
 #include "frame_tree.h"
-#include "ifaces/blocks.h"
+#include "ifaces/port_list.h"
 
 namespace kcnvrt {
 namespace {

@@ -1,5 +1,5 @@
-// entries.h: objects that the new radio holds only when something is in them, and the numbered entries of the old flat
-// names "Key%dStr", "Wds%dKey", "ApCliKey%dType".
+// flat_entries.h: numbered entries whose members the old layout keeps under flat names: "Key%dStr", "Wds%dKey",
+// "ApCliKey%dType". And objects that the new layout holds only when something is in them.
 #pragma once
 
 #include "wifi/old_radio.h"

@@ -1,4 +1,4 @@
-// entries.h: objects keyed by interface name in the old layout, against entries that carry the name in the new one.
+// named_entries.h: members of an old object, keyed by an interface's name, against new entries that carry the name.
 #pragma once
 
 #include "frame/json.h"

@@ -1,4 +1,4 @@
-#include "wifi/entries.h"
+#include "wifi/flat_entries.h"
 
 #include "frame/list.h"
 

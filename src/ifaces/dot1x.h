@@ -1,0 +1,17 @@
+// dot1x.h: the 802.1X credentials of a service.
+#pragma once
+
+#include "frame/field.h"
+
+namespace kcnvrt {
+
+namespace ways {
+
+int dot1x_to_new(json_t* destination, Key key, json_t* value, const Report& report);
+int dot1x_to_old(json_t* destination, Key key, json_t* value, const Report& report);
+
+}  // namespace ways
+
+KCNVRT_FIELD_WORD(dot1x, ways::dot1x_to_new, ways::dot1x_to_old)
+
+}  // namespace kcnvrt
