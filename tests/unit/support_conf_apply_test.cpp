@@ -250,6 +250,26 @@ TEST(Apply, FollowsNoPathThatIsDeeperThanADocumentMayBe) {
                    "Operation 1 at \"" + path + "\": the document would be nested more than 2048 levels deep");
 }
 
+// An array that costs 1024 times 1024 to walk, and as much more as it has nulls besides.
+Json array_that_costs_a_mebi_and(size_t nulls) {
+    Json row{json_array()};
+    for (size_t i = 0; i < 1023; ++i) json_array_append_new(row.get(), json_null());
+    Json rows{json_array()};
+    for (size_t i = 0; i < 1023; ++i) json_array_append(rows.get(), row.get());
+    for (size_t i = 0; i < 1023 + nulls; ++i) json_array_append_new(rows.get(), json_null());
+    return rows;
+}
+
+// What operations may carry is that and what the patch itself costs: here the array of operations, the operation and its
+// three texts.
+TEST(Apply, CarriesAsMuchAsTheBoundAndNoMore) {
+    const Json copy = parse(R"([{"op":"copy","from":"/a","path":"/b"}])");
+    const Json most{json_pack("{s:o}", "a", array_that_costs_a_mebi_and(5).release())};
+    EXPECT_NE(applied(most, copy), nullptr);
+    const Json too_much{json_pack("{s:o}", "a", array_that_costs_a_mebi_and(6).release())};
+    expect_refusal(too_much, copy, R"(Operation 1 at "/b": the operations copy and move too many values)");
+}
+
 // 64 copies of a name of a mebibyte are what operations may carry.
 TEST(Apply, CountsLongNamesOfWhatIsCopied) {
     const Json base{json_object()};

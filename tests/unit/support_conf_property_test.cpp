@@ -250,18 +250,4 @@ TEST(GeneratedPairs, OneChangeIsOneOperation) {
     EXPECT_GT(elements_changed, kSeeds / 4);
 }
 
-// Arrays of different lengths inside one another, equal but for their ends: what has to be lined up on every level.
-TEST(GeneratedPairs, ArraysInsideArraysStayLinear) {
-    for (const size_t levels : {10u, 100u, 1500u}) {
-        Json base = parse("[1]");
-        Json candidate = parse("[2]");
-        for (size_t i = 0; i < levels; ++i) {
-            base.reset(json_pack("[o]", base.release()));
-            candidate.reset(json_pack("[oi]", candidate.release(), 5));
-        }
-        const Json difference = diff(base, candidate, K_CONF_JSON_PATCH);
-        EXPECT_TRUE(json_equal(applied(base, difference).get(), candidate.get()));
-    }
-}
-
 }  // namespace
