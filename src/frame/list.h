@@ -146,7 +146,7 @@ int elements_to_new(json_t* destination, Key key, json_t* value, const Report& r
 int elements_to_old(json_t* destination, Key key, json_t* value, const Report& report);
 }  // namespace ways
 
-KCNVRT_FIELD_WORD(name_list, ways::names_to_new, ways::names_to_old)
-KCNVRT_FIELD_WORD(element_list, ways::elements_to_new, ways::elements_to_old)
+inline constexpr Word<ways::names_to_new, ways::names_to_old> name_list;
+inline constexpr Word<ways::elements_to_new, ways::elements_to_old> element_list;
 
 }  // namespace kcnvrt

@@ -67,17 +67,14 @@ int nested(json_t* destination, Key key, json_t* value, const Report& report) {
 
 }  // namespace ways
 
-template <const auto& table, ways::Text author = "", size_t N>
-constexpr auto object_field(const char (&name)[N]) {
-    return field<ways::nested<to_new, table, author>, ways::nested<to_old, table, author>>(name);
-}
-template <const auto& table, ways::Text author = "", size_t N>
-constexpr auto list_field(const char (&name)[N]) {
-    return field<ways::nested<list_to_new, table, author>, ways::nested<list_to_old, table, author>>(name);
-}
-template <const auto& table, size_t N>
-constexpr auto instances_field(const char (&name)[N]) {
-    return field<ways::nested<instances_to_new, table, "">, ways::nested<instances_to_old, table, "">>(name);
-}
+// Each calls the table again for what is inside.
+template <const auto& table, ways::Text author = "">
+inline constexpr auto object_field = field<ways::nested<to_new, table, author>, ways::nested<to_old, table, author>>;
+template <const auto& table, ways::Text author = "">
+inline constexpr auto list_field =
+    field<ways::nested<list_to_new, table, author>, ways::nested<list_to_old, table, author>>;
+template <const auto& table>
+inline constexpr auto instances_field =
+    field<ways::nested<instances_to_new, table, "">, ways::nested<instances_to_old, table, "">>;
 
 }  // namespace kcnvrt

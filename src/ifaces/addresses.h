@@ -36,11 +36,11 @@ int ipv6_to_old(json_t* destination, Key key, json_t* list, const Report& report
 
 }  // namespace ways
 
-KCNVRT_FIELD_WORD(listed_ip, ways::first_address_to_new<"ip">, ways::first_address_to_old<"ip">)
-KCNVRT_FIELD_WORD(listed_mask, ways::first_address_to_new<"mask">, ways::first_address_to_old<"mask">)
-KCNVRT_FIELD_WORD(listed_ipv6, ways::first_address_to_new<"ipv6">, ways::ipv6_to_old<1>)
+inline constexpr Word<ways::first_address_to_new<"ip">, ways::first_address_to_old<"ip">> listed_ip;
+inline constexpr Word<ways::first_address_to_new<"mask">, ways::first_address_to_old<"mask">> listed_mask;
+inline constexpr Word<ways::first_address_to_new<"ipv6">, ways::ipv6_to_old<1>> listed_ipv6;
 // The same, but towards the old layout alone.
-KCNVRT_FIELD_WORD(listed_ipv6_to_old, nullptr, ways::ipv6_to_old<1>)
-KCNVRT_FIELD_WORD(listed_alias_to_old, nullptr, ways::ipv6_to_old<2>)
+inline constexpr Word<nullptr, ways::ipv6_to_old<1>> listed_ipv6_to_old;
+inline constexpr Word<nullptr, ways::ipv6_to_old<2>> listed_alias_to_old;
 
 }  // namespace kcnvrt

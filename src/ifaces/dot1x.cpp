@@ -7,10 +7,10 @@ namespace {
 
 // clang-format off
 constexpr auto kDot1x = fields(
-    retyped_boolean("enable"),
-    retyped_integer("eap_method"),
-    carried        ("login"),
-    password       ("passwd"));
+    boolean_in_old("enable"),
+    integer_in_old("eap_method"),
+    carried       ("login"),
+    password      ("passwd"));
 // clang-format on
 
 constexpr const char* kAuthor = "parse_8021x";

@@ -12,6 +12,6 @@ int dot1x_to_old(json_t* destination, Key key, json_t* value, const Report& repo
 
 }  // namespace ways
 
-KCNVRT_FIELD_WORD(dot1x, ways::dot1x_to_new, ways::dot1x_to_old)
+inline constexpr Word<ways::dot1x_to_new, ways::dot1x_to_old> dot1x;
 
 }  // namespace kcnvrt

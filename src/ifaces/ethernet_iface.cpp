@@ -8,13 +8,13 @@ namespace {
 
 // clang-format off
 constexpr auto kEthernet = fields(
-    retyped_boolean("enable"),
-    retyped_boolean("is_wan"),
-    retyped_integer("mtu"),
-    retyped_integer("max_count"),
-    carried        ("connection_mode"),
-    string_field   ("mac"),
-    port_list      ("port"));
+    boolean_in_old("enable"),
+    boolean_in_old("is_wan"),
+    integer_in_old("mtu"),
+    integer_in_old("max_count"),
+    carried       ("connection_mode"),
+    string_field  ("mac"),
+    port_list     ("port"));
 // clang-format on
 
 using enum ServiceType;

@@ -9,13 +9,13 @@ namespace {
 
 // clang-format off
 constexpr auto kModem = fields(
-    carried           ("enable"),
-    carried           ("is_wan"),
-    carried           ("dongle_type"),
-    carried           ("max_count"),
-    port_list         ("port"),
-    given_back_integer("mode"),
-    string_field      ("mac"));
+    carried       ("enable"),
+    carried       ("is_wan"),
+    carried       ("dongle_type"),
+    carried       ("max_count"),
+    port_list     ("port"),
+    integer_in_new("mode"),
+    string_field  ("mac"));
 // clang-format on
 
 // What a dial-up service has beyond a PPP session. It names no interface in "l2_iface", as other PPP services do.

@@ -18,7 +18,7 @@ int section_unless_failed(json_t* destination, Key key, json_t* section, const R
 // clang-format off
 constexpr auto kEnvelope = fields(
     // A number in either layout.
-    field<ways::integer_to_new, ways::integer_to_new>("max_table_id"),
+    integer_in_both("max_table_id"),
     carried("pppoe_pass_through"),
     carried("usbmodem_autoconnect"),
     field<section_unless_failed<k_cnvrt_parse_old_phys_ifaces>,

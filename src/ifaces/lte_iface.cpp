@@ -11,12 +11,12 @@ namespace {
 
 // clang-format off
 constexpr auto kLte = fields(
-    carried           ("enable"),
-    carried           ("is_wan"),
-    carried           ("max_count"),
-    port_list         ("port"),
-    given_back_integer("mode"),
-    string_field      ("mac"));
+    carried       ("enable"),
+    carried       ("is_wan"),
+    carried       ("max_count"),
+    port_list     ("port"),
+    integer_in_new("mode"),
+    string_field  ("mac"));
 
 constexpr auto kIpService = fields(
     //          old                  new

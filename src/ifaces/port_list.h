@@ -12,6 +12,6 @@ int ports_to_old(json_t* destination, Key key, json_t* value, const Report& repo
 
 }  // namespace ways
 
-KCNVRT_FIELD_WORD(port_list, ways::ports_to_new, ways::ports_to_old)
+inline constexpr Word<ways::ports_to_new, ways::ports_to_old> port_list;
 
 }  // namespace kcnvrt

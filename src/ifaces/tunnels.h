@@ -15,6 +15,6 @@ int tunnels_to_new(json_t* destination, Key key, json_t* value, const Report& re
 // service itself, or of the interface that owns it.
 int tunnels_to_old(json_t* new_service, json_t* old_service, json_t* l3_iface, const Report& report);
 
-KCNVRT_FIELD_WORD(tunnels_to_new, ways::tunnels_to_new, nullptr)
+inline constexpr Word<ways::tunnels_to_new, nullptr> tunnels_to_new;
 
 }  // namespace kcnvrt

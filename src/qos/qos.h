@@ -42,7 +42,7 @@ int mask_to_old(json_t* old_class, Key key, json_t* value, const Report& report)
 
 }  // namespace ways
 
-KCNVRT_FIELD_WORD(mark, ways::mark_to_new, ways::mark_to_old)
-KCNVRT_FIELD_WORD(mask, ways::mask_to_new, ways::mask_to_old)
+inline constexpr Word<ways::mark_to_new, ways::mark_to_old> mark;
+inline constexpr Word<ways::mask_to_new, ways::mask_to_old> mask;
 
 }  // namespace kcnvrt

@@ -12,10 +12,10 @@ constexpr auto kMediaDir = fields(
     carried("type"));
 
 constexpr auto kMediaServer = fields(
-    //            old        new
-    typed_boolean("enabled", "enable"),
-    carried      ("interval"),
-    carried      ("name"),
+    //              old        new
+    boolean_in_both("enabled", "enable"),
+    carried        ("interval"),
+    carried        ("name"),
     // Towards the old layout a directory keeps all its members.
     field<ways::nested<list_to_new, kMediaDir, "">, ways::elements_to_old>("media_dirs"));
 // clang-format on

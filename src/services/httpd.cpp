@@ -8,12 +8,11 @@ namespace {
 
 // clang-format off
 constexpr auto kWebServer = fields(
-    //            old        new
-    typed_boolean("enable"),
-    // Checked towards the new layout only: its value is written back as it stands, whatever its type.
-    field<ways::boolean_to_new, ways::carry>("use_ssl", "https_enable"),
-    carried      ("port"),
-    carried      ("port_s"));
+    //              old        new
+    boolean_in_both("enable"),
+    boolean_in_new ("use_ssl", "https_enable"),
+    carried        ("port"),
+    carried        ("port_s"));
 // clang-format on
 
 }  // namespace

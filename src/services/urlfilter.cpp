@@ -6,7 +6,7 @@ using namespace kcnvrt;
 
 namespace {
 
-constexpr auto kEnable = fields(typed_boolean("enable"));
+constexpr auto kEnable = fields(boolean_in_both("enable"));
 
 int setting_to_new(json_t* setting, json_t* filter, const Report& report) {
     if (setting == nullptr) return 0;

@@ -30,7 +30,7 @@ int port_to_old(json_t* rule, Key key, json_t* port, const Report& report) {
     return 0;
 }
 
-KCNVRT_FIELD_WORD(port_field, port_to_new, port_to_old)
+constexpr Word<port_to_new, port_to_old> port_field;
 
 // clang-format off
 constexpr auto kRule = fields(

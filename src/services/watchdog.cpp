@@ -11,8 +11,8 @@ namespace {
 
 // clang-format off
 constexpr auto kWatchdog = fields(
-    typed_boolean("enable"),
-    carried      ("primary_timeo"));
+    boolean_in_both("enable"),
+    carried        ("primary_timeo"));
 // clang-format on
 
 // The old layout counts the watched entries from 0, among its settings; the new one from 1, in a list. Numbers are

@@ -26,8 +26,8 @@ constexpr auto kVlan = fields(
     carried                       ("name"),
     carried                       ("dest"),
     field<vid_to_new, vid_to_old> ("vid"),
-    given_back_integer            ("wanidx"),
-    typed_boolean                 ("en",  "enable"),
+    integer_in_new                ("wanidx"),
+    boolean_in_both               ("en",  "enable"),
     carried                       ("ifname"));
 // clang-format on
 

@@ -26,8 +26,8 @@ int lines_to_old(json_t* profile, Key key, json_t* value, const Report& report);
 
 }  // namespace ways
 
-KCNVRT_FIELD_WORD(capabilities, ways::capabilities_to_new, ways::capabilities_to_old)
-KCNVRT_FIELD_WORD(voice_profiles, ways::voice_profiles_to_new, ways::voice_profiles_to_old)
-KCNVRT_FIELD_WORD(lines, ways::lines_to_new, ways::lines_to_old)
+inline constexpr Word<ways::capabilities_to_new, ways::capabilities_to_old> capabilities;
+inline constexpr Word<ways::voice_profiles_to_new, ways::voice_profiles_to_old> voice_profiles;
+inline constexpr Word<ways::lines_to_new, ways::lines_to_old> lines;
 
 }  // namespace kcnvrt

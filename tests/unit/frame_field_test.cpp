@@ -11,9 +11,9 @@
 namespace kcnvrt {
 namespace {
 
-KCNVRT_FIELD_WORD(only_to_new, ways::carry, nullptr)
-KCNVRT_FIELD_WORD(only_to_old, nullptr, ways::carry)
-KCNVRT_FIELD_WORD(default_off, ways::string_or<"Off">, ways::carry)
+constexpr Word<ways::carry, nullptr> only_to_new;
+constexpr Word<nullptr, ways::carry> only_to_old;
+constexpr Word<ways::string_or<"Off">, ways::carry> default_off;
 
 // clang-format off
 constexpr auto kEveryWord = fields(
