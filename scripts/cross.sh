@@ -80,7 +80,7 @@ outcomes() {
 check_needed() {
     local needed
     needed=$("$1-readelf" --dynamic "$cross/$1/release/lib/"lib*.so | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort -u | xargs)
-    [ "$needed" = "libc.so.6 libjansson.so.4 libk_support.so.1" ] || fail "$1: the libraries need $needed"
+    [ "$needed" = "libc.so.6 libjansson.so.4 libk_cnvrt.so.1 libk_support.so.1" ] || fail "$1: the libraries need $needed"
 }
 
 # In the flash of a device.

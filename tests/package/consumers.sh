@@ -1,7 +1,7 @@
 #!/bin/sh
 # Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX GENERATOR
-# Installs a copy, moves it, and builds and runs two programs against it: one in C11 found through pkg-config, one in
-# C++ found through the CMake package. Both must print what the installed tool prints.
+# Installs a copy, moves it, and builds and runs programs against it: two in C11 found through pkg-config, of which one
+# knows texts only, and two in C++ found through the CMake package. All must print what the installed tool prints.
 set -eu
 
 build=$1
@@ -45,14 +45,22 @@ esac
 
 "$here/declared_functions.sh" "$cc" "$prefix/include" $(pkg-config --cflags jansson) > "$scratch/declared"
 sed 's/\(.*\) \(.*\)/\1(\2)/' "$scratch/declared" > "$scratch/functions.inc"
-"$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror "-I$scratch" $(pkg-config --cflags k_cnvrt) "$here"/c_consumer/*.c \
-    -o "$scratch/c_consumer" $(pkg-config --libs k_cnvrt) "-Wl,-rpath,$libraries"
+"$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror "-I$scratch" $(pkg-config --cflags k_cnvrt k_cnvrt_text) \
+    "$here"/c_consumer/*.c \
+    -o "$scratch/c_consumer" $(pkg-config --libs k_cnvrt k_cnvrt_text) "-Wl,-rpath,$libraries"
 # Some conversions print lines of their own before it.
 known=$("$scratch/c_consumer" functions | tail -n 1)
 expect "functions that the C program knows" "$(wc -l < "$scratch/declared")" "$known"
 expect "the C program converts" "$new" "$("$scratch/c_consumer" convert "$document")"
 
+# Jansson's header is none of its business.
+"$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror $(pkg-config --cflags k_cnvrt_text) "$here/text_consumer/convert.c" \
+    -o "$scratch/text_consumer" $(pkg-config --libs k_cnvrt_text) "-Wl,-rpath,$libraries"
+expect "the C program converts texts" "$new" "$("$scratch/text_consumer" "$document")"
+expect "the C program names the version" "kcnvrt $("$scratch/text_consumer")" "$("$prefix/bin/kcnvrt" --version)"
+
 cmake -S "$here/cpp_consumer" -B "$scratch/cpp" -G "$generator" "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \
     > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 cmake --build "$scratch/cpp" > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 expect "the C++ program converts" "$new" "$("$scratch/cpp/cpp_consumer" "$document")"
+expect "the C++ program converts texts" "$new" "$("$scratch/cpp/text_consumer" "$document")"

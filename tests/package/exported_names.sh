@@ -1,5 +1,5 @@
 #!/bin/sh
-# Usage: exported_names.sh SOURCE_FOLDER CC LIBK_SUPPORT LIBK_CNVRT
+# Usage: exported_names.sh SOURCE_FOLDER CC LIBK_SUPPORT LIBK_CNVRT LIBK_CNVRT_TEXT
 # The list of names in abi/, the dynamic symbol table and the public headers name the same functions.
 set -eu
 
@@ -7,6 +7,7 @@ source=$1
 cc=$2
 libk_support=$3
 libk_cnvrt=$4
+libk_cnvrt_text=$5
 here=$(dirname "$0")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -38,4 +39,5 @@ check() { # NAME LIBRARY HEADER_FOLDER
 
 check libk_support "$libk_support" "$source/support/include"
 check libk_cnvrt "$libk_cnvrt" "$source/include"
+check libk_cnvrt_text "$libk_cnvrt_text" "$source/text/include"
 exit $failed

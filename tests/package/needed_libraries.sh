@@ -1,5 +1,5 @@
 #!/bin/sh
-# Usage: needed_libraries.sh LIBK_SUPPORT LIBK_CNVRT
+# Usage: needed_libraries.sh LIBK_SUPPORT LIBK_CNVRT LIBK_CNVRT_TEXT
 # Each library loads Jansson, libc and what is ours, and nothing of the C++ run-time libraries.
 set -eu
 
@@ -20,3 +20,4 @@ check() {
 
 check "$1" "libc.so.6 libjansson.so.4" libk_support.so.1
 check "$2" "libc.so.6 libjansson.so.4 libk_support.so.1" libk_cnvrt.so.1
+check "$3" "libc.so.6 libjansson.so.4 libk_cnvrt.so.1 libk_support.so.1" libk_cnvrt_text.so.1

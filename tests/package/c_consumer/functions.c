@@ -4,6 +4,7 @@
 
 #include <k_addr.h>
 #include <k_cnvrt.h>
+#include <k_cnvrt_text.h>
 #include <k_conf.h>
 #include <k_err.h>
 #include <k_str.h>
@@ -165,6 +166,26 @@ static void call_entry_points(k_err_t* err) {
     json_decref(source);
 }
 
+static void call_texts(void) {
+    static const char text[] = "{\"ppp0\": 10}";
+    k_text_request_t request = {.size = sizeof request, .operation = K_TEXT_SECTION_TO_NEW, .indent = K_TEXT_COMPACT};
+    k_text_problem_t problem = {.size = sizeof problem};
+    k_text_result_t* result;
+    size_t length = 0;
+
+    request.section = "wan_pvid";
+    request.text = text;
+    request.text_length = sizeof text - 1;
+    result = k_text_run(&request);
+    expect(k_text_status(result) == K_TEXT_CONVERTED);
+    expect(strcmp(k_text_output(result, &length), "{\"1\":{\"name\":\"ppp0\",\"pvid\":10},\"max_instance\":1}") == 0);
+    expect(length == strlen(k_text_output(result, NULL)));
+    expect(k_text_problem_count(result) == 0 && k_text_problem(result, 0, &problem) == -1);
+    k_text_free(result);
+    expect(k_text_section(K_TEXT_OLD_SECTIONS, 0) && !k_text_section(K_TEXT_NEW_SECTIONS, 1000));
+    expect(strlen(k_text_version()) != 0);
+}
+
 /* An absent section is never an error. */
 static void call_handlers(k_err_t* err) {
     for (int i = 0; i < HANDLERS; ++i) {
@@ -185,6 +206,7 @@ int call_every_function(void) {
     call_field_helpers(err);
     call_instance_utilities();
     call_entry_points(err);
+    call_texts();
     call_handlers(err);
     k_err_free(err);
     for (int i = 0; i < FUNCTIONS; ++i) expect(functions[i]);

@@ -1,0 +1,155 @@
+/*
+ * k_cnvrt_text.h: texts in, texts out. Reads a configuration, converts it (k_cnvrt.h), writes the result, and says of
+ * every problem where it is in the text.
+ *
+ * 1. One call does one thing: fill a k_text_request_t, give it to k_text_run, ask the result, release it with
+ *    k_text_free.
+ * 2. The texts of a request are borrowed for the call. Whatever a result hands out is the result's own, and lives as
+ *    long as the result.
+ * 3. Texts are JSON in UTF-8. A member given twice in one object is refused, since one of its values would be lost in
+ *    silence; so is a NUL inside a text, but for K_TEXT_DIFF and K_TEXT_APPLY, which carry it.
+ * 4. Nothing is global, and there are no callbacks. Calls may run on any threads at the same time; a result belongs to
+ *    one thread at a time.
+ * 5. Later versions may add operations, flags, members at the end of a structure, and problems. An operation or a flag
+ *    that a version does not know is wrong usage.
+ */
+#ifndef K_CNVRT_TEXT_H
+#define K_CNVRT_TEXT_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+#if defined(__GNUC__)
+#pragma GCC visibility push(default)
+#endif
+
+/* What is asked: the operation of a request. Each says what it takes besides a text and an indent. */
+enum {
+    /* The old configuration `text` in the new layout. With the base `other`, a configuration in the new layout, what
+     * has to change in it instead, whatever failed on the way. Takes K_TEXT_DSL_VLAN; with a base K_TEXT_MERGE_PATCH. */
+    K_TEXT_TO_NEW = 1,
+    /* The new configuration `text` in the old layout. Takes K_TEXT_DSL_VLAN. */
+    K_TEXT_TO_OLD = 2,
+    /* `section`, a name of K_TEXT_NEW_SECTIONS, from `text`, the section in the old layout. With the base `other`, the
+     * section in the new layout, what has to change in it. Takes, with a base, K_TEXT_MERGE_PATCH. */
+    K_TEXT_SECTION_TO_NEW = 3,
+    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout. */
+    K_TEXT_SECTION_TO_OLD = 4,
+    /* What has to change in `text` to make it equal to `other`; both are any JSON values. Takes K_TEXT_MERGE_PATCH. */
+    K_TEXT_DIFF = 5,
+    /* `text` with the difference `other` applied: a JSON Patch (an array) or a JSON Merge Patch (an object). */
+    K_TEXT_APPLY = 6
+};
+
+/* The flags of a request. */
+enum {
+    K_TEXT_DSL_VLAN = 1u << 0,   /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
+    K_TEXT_MERGE_PATCH = 1u << 1 /* a difference is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902) */
+};
+
+/* Values of `indent`: 0 (one line, with blanks) to K_TEXT_DEEPEST_INDENT blanks a level, or no white space at all. */
+enum { K_TEXT_COMPACT = -1, K_TEXT_DEEPEST_INDENT = 31 };
+
+/* A request. Set it to zero, `size` to its sizeof, and then what the operation takes; what it does not take stays 0. */
+typedef struct {
+    uint32_t size;
+    uint32_t operation; /* K_TEXT_TO_NEW, ... */
+    uint32_t flags;     /* any of K_TEXT_DSL_VLAN, ... that the operation takes */
+    int32_t indent;
+    const char *section; /* the name of a section, NUL-terminated */
+    const char *pointer; /* of no operation yet: null */
+    const char *text;    /* need not end with a NUL */
+    const char *other;   /* the second text, null where there is none */
+    size_t text_length;  /* in bytes */
+    size_t other_length;
+} k_text_request_t;
+
+/* How a request ended. */
+enum {
+    K_TEXT_CONVERTED = 0,    /* there is an output, though there may be problems */
+    K_TEXT_REJECTED = 1,     /* the text can be read, but not be converted: the problems say why */
+    K_TEXT_WRONG_LAYOUT = 2, /* the text is of another layout than the operation reads (no operation tells yet) */
+    K_TEXT_UNREADABLE = 3,   /* a text is not what the operation reads: the problems say where */
+    K_TEXT_WRONG_USAGE = 4,  /* the request makes no sense: the one problem says why */
+    K_TEXT_OUT_OF_MEMORY = 5 /* try again with more memory; there is no output */
+};
+
+/* Which text a problem is in. */
+enum {
+    K_TEXT_IN_REQUEST = 0, /* none: it is the request that is wrong */
+    K_TEXT_IN_TEXT = 1,    /* `text` */
+    K_TEXT_IN_OTHER = 2    /* `other` */
+};
+
+/* How bad a problem is. */
+enum {
+    K_TEXT_ERROR = 1,   /* this has to be mended */
+    K_TEXT_WARNING = 2, /* left out, and the rest converted */
+    K_TEXT_NOTE = 3     /* good to know */
+};
+
+/* A problem and its place. Set `size` to its sizeof before the call; members beyond it are left alone. */
+typedef struct {
+    uint32_t size;
+    uint32_t which;      /* the text it is in: K_TEXT_IN_REQUEST, ... */
+    size_t offset;       /* the place in it, from 0, in bytes: of the value, or of the object or array that lacks one */
+    size_t length;       /* of the value there, in bytes; 0 where nothing is there */
+    size_t line;         /* from 1; ends with a line feed. 0 where the problem has no place: all four are 0 then */
+    size_t column;       /* from 1, in Unicode code points; a tab is one */
+    const char *pointer; /* the place as a JSON Pointer (RFC 6901), "" for the whole text; null where there is none */
+    uint32_t severity;   /* K_TEXT_ERROR, ... */
+    const char *function; /* who says so: a function of the library, or "parse", "usage", "diagnostic" */
+    const char *message;  /* on one line or several, without a line break at its end */
+} k_text_problem_t;
+
+typedef struct k_text_result k_text_result_t;
+
+/*
+ * Does what is asked. The result is null only when there is not even memory for it; whatever else happens is its status
+ * and its problems. Release it with k_text_free.
+ */
+k_text_result_t *k_text_run(const k_text_request_t *request);
+
+/* How the request ended: K_TEXT_CONVERTED, ...; K_TEXT_OUT_OF_MEMORY for null. */
+int k_text_status(const k_text_result_t *result);
+
+/*
+ * The text that was asked for, ended by a NUL and without a line break at its end; null where there is none. Its
+ * length, in bytes and without the NUL, goes to `length`, which may be null.
+ */
+const char *k_text_output(const k_text_result_t *result, size_t *length);
+
+/* How many problems there are, in the order in which they were found. */
+size_t k_text_problem_count(const k_text_result_t *result);
+
+/* Fills `problem` with the one at `index`, counted from 0. 0 on success; -1 when there is none, or the size is smaller
+ * than the first version's. */
+int k_text_problem(const k_text_result_t *result, size_t index, k_text_problem_t *problem);
+
+/* Releases the result and all it handed out; null is allowed. */
+void k_text_free(k_text_result_t *result);
+
+/* The two lists of sections that can be converted alone. */
+enum {
+    K_TEXT_OLD_SECTIONS = 0, /* what K_TEXT_SECTION_TO_OLD makes */
+    K_TEXT_NEW_SECTIONS = 1  /* what K_TEXT_SECTION_TO_NEW makes */
+};
+
+/* The name at `index`, counted from 0, of a list of sections; null beyond its end, and of another list. It is the
+ * library's own. */
+const char *k_text_section(uint32_t list, size_t index);
+
+/* The library's version, as in "1.2.3". */
+const char *k_text_version(void);
+
+#if defined(__GNUC__)
+#pragma GCC visibility pop
+#endif
+#ifdef __cplusplus
+}
+#endif
+
+#endif

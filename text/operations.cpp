@@ -1,0 +1,137 @@
+#include "operations.h"
+
+#include <k_cnvrt.h>
+#include <k_conf.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "json.h"
+#include "messages.h"
+#include "reader.h"
+#include "request.h"
+#include "source.h"
+#include "writer.h"
+
+namespace kcnvrt::text {
+
+namespace {
+
+using enum Part;
+using enum Shape;
+
+constexpr uint32_t kDslVlan = K_TEXT_DSL_VLAN;
+constexpr uint32_t kMergePatch = K_TEXT_MERGE_PATCH;
+
+// A request and what was read for it.
+struct Question {
+    const k_text_request_t& request;
+    json_t* text;
+    json_t* other;
+};
+
+uint8_t conversion_flags(const k_text_request_t& request) {
+    return static_cast<uint8_t>(((request.flags & K_TEXT_DSL_VLAN) != 0 ? K_CNVRT_DSL_VLAN : 0) |
+                                ((request.flags & K_TEXT_MERGE_PATCH) != 0 ? K_CNVRT_MERGE_PATCH : 0));
+}
+
+json_t* to_new(const Question& question, k_err_t* record) {
+    return k_cnvrt_to_new(question.text, question.other, conversion_flags(question.request), record);
+}
+
+json_t* to_old(const Question& question, k_err_t* record) {
+    return k_cnvrt_to_old(question.text, conversion_flags(question.request), record);
+}
+
+json_t* section_to_new(const Question& question, k_err_t* record) {
+    return k_cnvrt_get_section_to_new(question.request.section, question.text, question.other,
+                                      conversion_flags(question.request), record);
+}
+
+json_t* section_to_old(const Question& question, k_err_t* record) {
+    return k_cnvrt_get_section_to_old(question.request.section, question.text, record);
+}
+
+json_t* diff(const Question& question, k_err_t* record) {
+    const bool is_merge_patch = (question.request.flags & K_TEXT_MERGE_PATCH) != 0;
+    return k_conf_diff_set2(question.text, question.other, 0, is_merge_patch ? K_CONF_MERGE_PATCH : K_CONF_JSON_PATCH,
+                            record);
+}
+
+json_t* apply(const Question& question, k_err_t* record) {
+    return k_conf_apply(question.text, question.other, record);
+}
+
+struct Operation {
+    uint32_t number;
+    Allowed allowed;
+    Shape shape;        // of both texts
+    uint32_t messages;  // the text that messages are about
+    json_t* (*answer)(const Question& question, k_err_t* record);
+};
+
+// clang-format off
+constexpr Operation kOperations[] = {
+    //                       flags     with a second text
+    //                       |         |            section  second   shape           messages in      answer
+    {K_TEXT_TO_NEW,         {kDslVlan, kMergePatch, kNone,   kMaybe},  kConfiguration, K_TEXT_IN_TEXT,  to_new},
+    {K_TEXT_TO_OLD,         {kDslVlan, 0,           kNone,   kNone},   kConfiguration, K_TEXT_IN_TEXT,  to_old},
+    {K_TEXT_SECTION_TO_NEW, {0,        kMergePatch, kNeeded, kMaybe},  kSection,       K_TEXT_IN_TEXT,  section_to_new},
+    {K_TEXT_SECTION_TO_OLD, {0,        0,           kNeeded, kNone},   kSection,       K_TEXT_IN_TEXT,  section_to_old},
+    {K_TEXT_DIFF,           {0,        kMergePatch, kNone,   kNeeded}, kAnyValue,      K_TEXT_IN_OTHER, diff},
+    {K_TEXT_APPLY,          {0,        0,           kNone,   kNeeded}, kAnyValue,      K_TEXT_IN_OTHER, apply},
+};
+// clang-format on
+
+const Operation* find_operation(uint32_t number) {
+    const auto found = std::find_if(std::begin(kOperations), std::end(kOperations),
+                                    [number](const Operation& operation) { return operation.number == number; });
+    return found == std::end(kOperations) ? nullptr : found;
+}
+
+void refuse(const char* why, k_text_result_t& result) {
+    result.fail(K_TEXT_WRONG_USAGE, {.function = "usage", .message = why});
+}
+
+Layout layout_of(const k_text_request_t& request) {
+    if (request.indent == K_TEXT_COMPACT) return {.compact = true};
+    return {.compact = false, .indent = static_cast<unsigned>(request.indent)};
+}
+
+// Every text in a tree is UTF-8, so that only memory can be missing.
+void put_out(const json_t* value, const k_text_request_t& request, k_text_result_t& result) {
+    const bool is_written = write(value, layout_of(request), result.output) && result.output.append({"", 1});
+    if (!is_written) result.run_out_of_memory();
+}
+
+void answer(const Operation& operation, const k_text_request_t& request, k_text_result_t& result) {
+    const Source text = {K_TEXT_IN_TEXT, {request.text, request.text_length}, operation.shape};
+    const Source other = {K_TEXT_IN_OTHER, {request.other, request.other_length}, operation.shape};
+    const Json text_root = read_source(text, result);
+    const Json other_root = request.other == nullptr ? nullptr : read_source(other, result);
+    if (result.status != K_TEXT_CONVERTED) return;
+
+    result.record.reset(k_err_new());
+    if (!result.record) return result.run_out_of_memory();
+    const Json converted(operation.answer({request, text_root.get(), other_root.get()}, result.record.get()));
+    add_messages(operation.messages == K_TEXT_IN_TEXT ? text : other, result);
+    if (result.status != K_TEXT_CONVERTED) return;
+    if (converted) {
+        put_out(converted.get(), request, result);
+    } else {
+        result.status = K_TEXT_REJECTED;
+    }
+}
+
+}  // namespace
+
+void run(const k_text_request_t* given, k_text_result_t& result) {
+    k_text_request_t request;
+    if (const char* why = copy_request(given, request)) return refuse(why, result);
+    const Operation* const operation = find_operation(request.operation);
+    if (operation == nullptr) return refuse("this version does not know the operation", result);
+    if (const char* why = check_request(request, operation->allowed)) return refuse(why, result);
+    answer(*operation, request, result);
+}
+
+}  // namespace kcnvrt::text

@@ -1,0 +1,89 @@
+// What a result tells.
+#include "result.h"
+
+#include <cstring>
+#include <new>
+
+#include "operations.h"
+
+namespace kcnvrt::text {
+
+KeptTexts::~KeptTexts() {
+    for (char* text : texts_) std::free(text);
+}
+
+const char* KeptTexts::keep(std::string_view text) {
+    auto* const copy = static_cast<char*>(std::malloc(text.size() + 1));
+    if (copy == nullptr) return nullptr;
+    std::memcpy(copy, text.data(), text.size());
+    copy[text.size()] = '\0';
+    if (texts_.append(copy)) return copy;
+    std::free(copy);
+    return nullptr;
+}
+
+}  // namespace kcnvrt::text
+
+using kcnvrt::text::Problem;
+
+void k_text_result::fail(int why, const Problem& problem) {
+    status = why;
+    add(problem);
+}
+
+void k_text_result::run_out_of_memory() {
+    status = K_TEXT_OUT_OF_MEMORY;
+    output.cut(0);
+}
+
+void k_text_result::add(const Problem& problem) {
+    if (!problems.append(problem)) run_out_of_memory();
+}
+
+namespace {
+
+// The members that the first version has.
+constexpr uint32_t kLeastSize = sizeof(k_text_problem_t);
+
+k_text_problem_t public_form(const Problem& problem) {
+    return {sizeof(k_text_problem_t), problem.which,   problem.spot.offset, problem.length,   problem.spot.line,
+            problem.spot.column,      problem.pointer, problem.severity,    problem.function, problem.message};
+}
+
+}  // namespace
+
+k_text_result_t* k_text_run(const k_text_request_t* request) {
+    void* const memory = std::malloc(sizeof(k_text_result_t));
+    if (memory == nullptr) return nullptr;
+    auto* const result = new (memory) k_text_result_t;
+    kcnvrt::text::run(request, *result);
+    return result;
+}
+
+int k_text_status(const k_text_result_t* result) {
+    return result == nullptr ? static_cast<int>(K_TEXT_OUT_OF_MEMORY) : result->status;
+}
+
+const char* k_text_output(const k_text_result_t* result, size_t* length) {
+    const bool has_output = result != nullptr && result->output.size() != 0;
+    if (length != nullptr) *length = has_output ? result->output.size() - 1 : 0;
+    return has_output ? result->output.data() : nullptr;
+}
+
+size_t k_text_problem_count(const k_text_result_t* result) {
+    return result == nullptr ? 0 : result->problems.size();
+}
+
+int k_text_problem(const k_text_result_t* result, size_t index, k_text_problem_t* problem) {
+    if (index >= k_text_problem_count(result) || problem == nullptr || problem->size < kLeastSize) return -1;
+    const uint32_t size = problem->size;
+    *problem = public_form(result->problems[index]);
+    problem->size = size;
+    return 0;
+}
+
+void k_text_free(k_text_result_t* result) {
+    if (result == nullptr) return;
+    result->~k_text_result_t();
+    std::free(result);
+}

@@ -1,0 +1,58 @@
+// result.h: what a request came to.
+#pragma once
+
+#include <k_cnvrt_text.h>
+#include <k_err.h>
+
+#include <memory>
+#include <string_view>
+
+#include "buffer.h"
+#include "list.h"
+#include "position.h"
+
+namespace kcnvrt::text {
+
+struct FreeRecord {
+    void operator()(k_err_t* record) const { k_err_free(record); }
+};
+using Record = std::unique_ptr<k_err_t, FreeRecord>;
+
+// Its texts are literals, those of the result's record, or texts that the result keeps.
+struct Problem {
+    uint32_t which = K_TEXT_IN_REQUEST;
+    uint32_t severity = K_TEXT_ERROR;
+    Spot spot = {};
+    size_t length = 0;
+    const char* pointer = nullptr;
+    const char* function = "";
+    const char* message = "";
+};
+
+// Texts that live as long as their owner.
+class KeptTexts {
+public:
+    KeptTexts() = default;
+    ~KeptTexts();
+
+    // A copy that ends with a NUL; null when memory ends.
+    const char* keep(std::string_view text);
+
+private:
+    List<char*> texts_;
+};
+
+}  // namespace kcnvrt::text
+
+struct k_text_result {
+    int status = K_TEXT_CONVERTED;
+    kcnvrt::text::Record record;
+    kcnvrt::text::KeptTexts texts;
+    kcnvrt::text::List<kcnvrt::text::Problem> problems;
+    kcnvrt::text::Buffer output;
+
+    // Ends the request without an output. A problem that finds no room makes it one of memory.
+    void fail(int why, const kcnvrt::text::Problem& problem);
+    void run_out_of_memory();
+    void add(const kcnvrt::text::Problem& problem);
+};

@@ -1,0 +1,41 @@
+#include "source.h"
+
+#include "reader.h"
+
+namespace kcnvrt::text {
+
+namespace {
+
+// A NUL inside a text is lost where a conversion handles the text as a C string, so only values that are compared and
+// carried whole may hold one.
+ReadOptions options_of(Shape shape) {
+    const bool is_any = shape == Shape::kAnyValue;
+    return {.any_value = is_any, .nul_in_strings = is_any};
+}
+
+void report(const Source& source, const ReadError& error, k_text_result_t& result) {
+    if (error.kind == ReadErrorKind::kOutOfMemory) return result.run_out_of_memory();
+    const char* const message = result.texts.keep(error.text);
+    if (message == nullptr) return result.run_out_of_memory();
+    result.fail(K_TEXT_UNREADABLE,
+                {.which = source.which, .spot = error.spot, .function = "parse", .message = message});
+}
+
+}  // namespace
+
+Json read_source(const Source& source, k_text_result_t& result) {
+    ReadError error;
+    Json root(read(source.text, options_of(source.shape), error));
+    if (!root) {
+        report(source, error, result);
+    } else if (source.shape == Shape::kConfiguration && !json_is_object(root.get())) {
+        result.fail(K_TEXT_UNREADABLE, {.which = source.which,
+                                        .pointer = "",
+                                        .function = "parse",
+                                        .message = "a configuration is an object, this is an array"});
+        root.reset();
+    }
+    return root;
+}
+
+}  // namespace kcnvrt::text
