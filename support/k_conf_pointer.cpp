@@ -9,6 +9,7 @@
 
 #include "k_conf_problem.h"
 #include "k_conf_tree.h"
+#include "shortage.h"
 
 namespace kcnvrt::conf {
 
@@ -45,7 +46,7 @@ bool PointerWriter::has_room(size_t count) {
     if (capacity_ - length_ >= count) return true;
     if (count > SIZE_MAX / 2 - capacity_) return false;
     const size_t capacity = std::max({kFirstCapacity, capacity_ * 2, capacity_ + count});
-    auto* text = static_cast<char*>(realloc(text_, capacity));
+    auto* text = static_cast<char*>(noted(realloc(text_, capacity)));
     if (text == nullptr) return false;
     text_ = text;
     capacity_ = capacity;
@@ -80,7 +81,7 @@ const char* Pointer::read(std::string_view text) {
 
     // One allocation: the names, then their text.
     if (text.size() > SIZE_MAX / (2 * sizeof(std::string_view))) return problem::kNoMemory;
-    names_ = static_cast<std::string_view*>(malloc(count * sizeof(std::string_view) + text.size()));
+    names_ = static_cast<std::string_view*>(noted(malloc(count * sizeof(std::string_view) + text.size())));
     if (names_ == nullptr) return problem::kNoMemory;
 
     auto* out = reinterpret_cast<char*>(names_ + count);

@@ -4,6 +4,9 @@
 #include <cstring>
 
 #include "k_str.h"
+#include "shortage.h"
+
+using kcnvrt::noted;
 
 namespace {
 
@@ -71,7 +74,7 @@ int k_str_base64_encode(const char* text, char** out) {
     const size_t length = strlen(text);
     const size_t groups = length / 3 + (length % 3 != 0);
     if (groups > (SIZE_MAX - 1) / 4) return -1;
-    auto* encoded = static_cast<char*>(malloc(groups * 4 + 1));
+    auto* encoded = static_cast<char*>(noted(malloc(groups * 4 + 1)));
     if (encoded == nullptr) return -1;
     for (size_t i = 0; i < groups; ++i) {
         const size_t left = length - 3 * i;
@@ -86,7 +89,7 @@ int k_str_base64_decode(const char* text, char** out) {
     if (text == nullptr || out == nullptr) return -1;
     const size_t length = strlen(text);
     if (length % 4 != 0) return -1;
-    auto* decoded = static_cast<char*>(malloc(length / 4 * 3 + 1));
+    auto* decoded = static_cast<char*>(noted(malloc(length / 4 * 3 + 1)));
     if (decoded == nullptr) return -1;
     size_t decoded_length = 0;
     if (!decode_groups(text, length, decoded, &decoded_length)) {

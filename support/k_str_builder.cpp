@@ -2,6 +2,9 @@
 #include <cstring>
 
 #include "k_str.h"
+#include "shortage.h"
+
+using kcnvrt::noted;
 
 namespace {
 
@@ -23,7 +26,7 @@ int append(k_string_t* string, const char* text, size_t count) {
     if (capacity == 0) return -1;
     char* old = nullptr;
     if (capacity != string->capacity) {
-        auto* grown = static_cast<char*>(malloc(capacity));
+        auto* grown = static_cast<char*>(noted(malloc(capacity)));
         if (grown == nullptr) return -1;
         memcpy(grown, string->text, string->length);
         old = string->text;
@@ -40,8 +43,8 @@ int append(k_string_t* string, const char* text, size_t count) {
 }  // namespace
 
 k_string_t* string_init(int) {
-    auto* string = static_cast<k_string_t*>(malloc(sizeof(k_string_t)));
-    auto* text = static_cast<char*>(malloc(kFirstCapacity));
+    auto* string = static_cast<k_string_t*>(noted(malloc(sizeof(k_string_t))));
+    auto* text = static_cast<char*>(noted(malloc(kFirstCapacity)));
     if (string == nullptr || text == nullptr) {
         free(string);
         free(text);

@@ -182,6 +182,13 @@ const Misfit kMisfits[] = {
     {nullptr, R"([])", "There is no base"},
 };
 
+// Where a message belongs in the difference: an operation is an element of it, counted from 0.
+std::string place_of(const std::string& message) {
+    if (message.starts_with("There is no ")) return "(nowhere)";
+    const size_t number = message.find_first_of("0123456789");
+    return message.starts_with("Operation ") ? "/" + std::to_string(std::stoi(message.substr(number)) - 1) : "";
+}
+
 void expect_refusal(const Json& base, const Json& difference, const std::string& message) {
     const Errors err{k_err_new()};
     EXPECT_EQ(applied(base, difference, err.get()), nullptr) << message;
@@ -189,6 +196,10 @@ void expect_refusal(const Json& base, const Json& difference, const std::string&
     ASSERT_EQ(k_err_count(err.get()), 1u) << message;
     EXPECT_STREQ(k_err_function(err.get(), 0), "k_conf_apply");
     EXPECT_EQ(k_err_message(err.get(), 0), message);
+    const char* pointer = k_err_pointer(err.get(), 0);
+    EXPECT_EQ(pointer == nullptr ? "(nowhere)" : std::string{pointer}, place_of(message)) << message;
+    EXPECT_EQ(k_err_is_counted(err.get(), 0), 1);
+    EXPECT_EQ(k_err_is_complete(err.get()), 1);
 }
 
 TEST(Apply, ReportsWhatDoesNotFit) {

@@ -226,15 +226,16 @@ struct Refusal {
     const char* base;
     const char* candidate;
     const char* message;
+    const char* pointer;  // into the candidate
 };
 
 TEST(Difference, IsRefusedWithAMessage) {
     const Refusal rows[] = {
-        {nullptr, "{}", "There is no base"},
-        {"{}", nullptr, "There is no candidate"},
-        {"{}", "[]", "The candidate is not an object, which a merge patch cannot express"},
-        {"[]", "[]", "The candidate is not an object, which a merge patch cannot express"},
-        {"{}", "null", "The candidate is not an object, which a merge patch cannot express"},
+        {nullptr, "{}", "There is no base", nullptr},
+        {"{}", nullptr, "There is no candidate", nullptr},
+        {"{}", "[]", "The candidate is not an object, which a merge patch cannot express", ""},
+        {"[]", "[]", "The candidate is not an object, which a merge patch cannot express", ""},
+        {"{}", "null", "The candidate is not an object, which a merge patch cannot express", ""},
     };
     for (const Refusal& row : rows) {
         const Errors err{k_err_new()};
@@ -245,6 +246,7 @@ TEST(Difference, IsRefusedWithAMessage) {
         ASSERT_EQ(k_err_count(err.get()), 1u);
         EXPECT_STREQ(k_err_function(err.get(), 0), "k_conf_diff_set2");
         EXPECT_STREQ(k_err_message(err.get(), 0), row.message);
+        EXPECT_STREQ(k_err_pointer(err.get(), 0), row.pointer);
     }
 }
 
@@ -269,6 +271,8 @@ TEST(Difference, WalksAsDeepAsTheBoundAndNoDeeper) {
     ASSERT_EQ(k_err_count(err.get()), 2u);
     EXPECT_STREQ(k_err_message(err.get(), 0), "The candidate is nested more than 2048 levels deep");
     EXPECT_STREQ(k_err_message(err.get(), 1), "The base is nested more than 2048 levels deep");
+    EXPECT_STREQ(k_err_pointer(err.get(), 0), "");
+    EXPECT_EQ(k_err_pointer(err.get(), 1), nullptr);
 }
 
 }  // namespace

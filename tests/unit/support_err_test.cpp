@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdarg>
+#include <cstdio>
 #include <string>
 
 #include "k_err.h"
@@ -127,6 +128,60 @@ TEST_F(ErrorRecord, TakesAnArgumentList) {
     EXPECT_EQ(k_err_message(err, 1), text + "6");
 }
 
+TEST_F(ErrorRecord, KnowsWhatCounted) {
+    for (int i = 0; i < 4; ++i) k_err_set(err, "f", i, "text");
+    k_err_leave_out(err, 2);
+    k_err_leave_out(err, 4);
+    k_err_set(err, "f", 4, "text");
+    const int counted[] = {1, 1, 0, 0, 1};
+    for (size_t i = 0; i < 5; ++i) EXPECT_EQ(k_err_is_counted(err, i), counted[i]) << i;
+    EXPECT_EQ(k_err_is_counted(err, 5), 0);
+    k_err_clear(err);
+    EXPECT_EQ(k_err_is_counted(err, 0), 0);
+}
+
+TEST_F(ErrorRecord, KnowsThatAnAllocationFailed) {
+    EXPECT_EQ(k_err_is_complete(err), 1);
+    k_err_set(err, "f", 0, "text");
+    EXPECT_EQ(k_err_is_complete(err), 1);
+    k_err_no_memory();
+    EXPECT_EQ(k_err_is_complete(err), 0);
+    k_err_t* later = k_err_new();
+    EXPECT_EQ(k_err_is_complete(later), 1);
+    k_err_free(later);
+    EXPECT_EQ(k_err_is_complete(err), 0);
+    k_err_clear(err);
+    EXPECT_EQ(k_err_is_complete(err), 1);
+}
+
+TEST_F(ErrorRecord, KeepsWhatWouldBePrinted) {
+    k_err_keep_printed(err);
+    testing::internal::CaptureStdout();
+    k_err_print(err, "one");
+    k_err_print(err, "");
+    k_err_print(err, nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    ASSERT_EQ(k_err_printed_count(err), 2u);
+    EXPECT_STREQ(k_err_printed(err, 0), "one");
+    EXPECT_STREQ(k_err_printed(err, 1), "");
+    EXPECT_EQ(k_err_printed(err, 2), nullptr);
+    EXPECT_EQ(k_err_count(err), 0u);
+    k_err_clear(err);
+    EXPECT_EQ(k_err_printed_count(err), 0u);
+    k_err_print(err, "two");
+    EXPECT_STREQ(k_err_printed(err, 0), "two");
+}
+
+TEST_F(ErrorRecord, PrintsUnlessItIsToKeepIt) {
+    testing::internal::CaptureStdout();
+    k_err_print(err, "one");
+    k_err_print(nullptr, "two");
+    std::fflush(stdout);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "one\ntwo\n");
+    EXPECT_EQ(k_err_printed_count(err), 0u);
+    EXPECT_EQ(k_err_printed(err, 0), nullptr);
+}
+
 TEST(NullErrorRecord, RecordsNothing) {
     k_err_set(nullptr, "f", 1, "text %s", "x");
     report(nullptr, "text %s", "x");
@@ -136,6 +191,12 @@ TEST(NullErrorRecord, RecordsNothing) {
     EXPECT_EQ(k_err_function(nullptr, 0), nullptr);
     EXPECT_EQ(k_err_line(nullptr, 0), 0);
     EXPECT_EQ(k_err_message(nullptr, 0), nullptr);
+    k_err_leave_out(nullptr, 0);
+    k_err_keep_printed(nullptr);
+    EXPECT_EQ(k_err_is_counted(nullptr, 0), 0);
+    EXPECT_EQ(k_err_is_complete(nullptr), 0);
+    EXPECT_EQ(k_err_printed_count(nullptr), 0u);
+    EXPECT_EQ(k_err_printed(nullptr, 0), nullptr);
 }
 
 }  // namespace

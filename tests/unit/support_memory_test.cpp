@@ -1,6 +1,6 @@
 // Every allocation fails once, alone and with all that follow: nothing crashes, nothing leaks, no half result is given.
 //
-// The linker's --wrap leads malloc, calloc, realloc and free here; in a binary linked without it these tests are
+// The linker's --wrap leads malloc, calloc, realloc, strdup and free here; in a binary linked without it these tests are
 // skipped.
 #include <cstdlib>
 #include <functional>
@@ -12,10 +12,12 @@ extern "C" {
 [[gnu::weak]] void* __real_malloc(size_t size);
 [[gnu::weak]] void* __real_calloc(size_t count, size_t size);
 [[gnu::weak]] void* __real_realloc(void* old, size_t size);
+[[gnu::weak]] char* __real_strdup(const char* text);
 [[gnu::weak]] void __real_free(void* memory);
 void* __wrap_malloc(size_t size);
 void* __wrap_calloc(size_t count, size_t size);
 void* __wrap_realloc(void* old, size_t size);
+char* __wrap_strdup(const char* text);
 void __wrap_free(void* memory);
 }
 
@@ -56,6 +58,9 @@ void* __wrap_realloc(void* old, size_t size) {
     if (!budget.grants()) return nullptr;
     void* memory = __real_realloc(old, size);
     return old == nullptr ? budget.count(memory) : memory;
+}
+char* __wrap_strdup(const char* text) {
+    return budget.grants() ? static_cast<char*>(budget.count(__real_strdup(text))) : nullptr;
 }
 void __wrap_free(void* memory) {
     if (memory != nullptr) --budget.held;
@@ -105,6 +110,43 @@ TEST_F(Memory, OfARecordThatDropsMessages) {
         for (size_t i = 0; i < count; ++i) {
             EXPECT_EQ(k_err_message(err, i), "message " + std::to_string(k_err_line(err, i)));
         }
+        EXPECT_EQ(k_err_is_complete(err) != 0, !has_failed);
+        k_err_free(err);
+    });
+}
+
+// Before a failure every message has its place; after one some have none, and the record knows why.
+TEST_F(Memory, OfPlaces) {
+    Json root{json_array()};
+    for (int i = 0; i < 40; ++i) json_array_append_new(root.get(), json_pack("{s:{s:i}}", "a", "b", i));
+    fail_each([&root](const bool& has_failed) {
+        k_err_t* err = k_err_new();
+        for (size_t i = 0; i < 40; ++i) {
+            k_err_set(err, "f", static_cast<int>(i), "text");
+            k_err_place(err, json_object_get(json_array_get(root.get(), i), "a"), "b", 1);
+        }
+        k_err_locate(err, 0, root.get());
+        size_t placed = 0;
+        for (size_t i = 0; i < k_err_count(err); ++i) {
+            const char* pointer = k_err_pointer(err, i);
+            if (pointer == nullptr) continue;
+            ++placed;
+            EXPECT_EQ(pointer, "/" + std::to_string(k_err_line(err, i)) + "/a/b");
+        }
+        EXPECT_EQ(placed == 40, !has_failed);
+        EXPECT_EQ(k_err_is_complete(err) != 0, !has_failed);
+        k_err_free(err);
+    });
+}
+
+TEST_F(Memory, OfLinesThatAreKept) {
+    fail_each([](const bool& has_failed) {
+        k_err_t* err = k_err_new();
+        k_err_keep_printed(err);
+        if (err != nullptr)
+            for (int i = 0; i < 20; ++i) k_err_print(err, "a line");
+        EXPECT_EQ(k_err_printed_count(err) == 20, !has_failed);
+        EXPECT_EQ(k_err_is_complete(err) != 0, !has_failed);
         k_err_free(err);
     });
 }
@@ -149,6 +191,7 @@ void fail_each_allocation_of(const Json& one, const Json& other, json_t* (*work)
         Errors err{k_err_new()};
         Json result{work(one.get(), other.get(), err.get())};
         const bool failed = has_failed;
+        EXPECT_TRUE(result != nullptr || k_err_is_complete(err.get()) == 0);
         const Budget at_the_end = budget;
         budget.before_failure = -1;
         EXPECT_TRUE(failed || result != nullptr);

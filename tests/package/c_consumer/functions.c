@@ -56,8 +56,36 @@ static void call_error_record(k_err_t* err) {
     expect(strcmp(k_err_function(err, 1), "report") == 0);
     expect(k_err_line(err, 1) == 2);
     expect(strcmp(k_err_message(err, 0), "7") == 0);
+    k_err_leave_out(err, 1);
+    expect(k_err_is_counted(err, 0) && !k_err_is_counted(err, 1));
     k_err_clear(err);
     expect(k_err_count(err) == 0);
+}
+
+static void call_places(k_err_t* err) {
+    json_t* root = json_pack("{s:{}}", "a");
+
+    k_err_set(err, "call", 1, "wrong");
+    k_err_place(err, json_object_get(root, "a"), "b/c", 3);
+    k_err_set(err, "call", 2, "wrong, too");
+    k_err_place_from(err, 1, root, NULL, 0);
+    expect(!k_err_pointer(err, 0));
+    k_err_locate(err, 0, root);
+    json_decref(root);
+    expect(strcmp(k_err_pointer(err, 0), "/a/b~1c") == 0 && strcmp(k_err_pointer(err, 1), "") == 0);
+    k_err_clear(err);
+}
+
+static void call_memory_and_output(void) {
+    k_err_t* err = k_err_new();
+
+    expect(k_err_is_complete(err));
+    k_err_keep_printed(err);
+    k_err_print(err, "line");
+    expect(k_err_printed_count(err) == 1 && strcmp(k_err_printed(err, 0), "line") == 0);
+    k_err_no_memory();
+    expect(!k_err_is_complete(err));
+    k_err_free(err);
 }
 
 static void call_strings(void) {
@@ -200,6 +228,8 @@ int call_every_function(void) {
     k_err_t* err = k_err_new();
 
     call_error_record(err);
+    call_places(err);
+    call_memory_and_output();
     call_strings();
     call_addresses();
     call_differences(err);
