@@ -31,6 +31,10 @@ constexpr auto kIpv6Route = fields(
     carried("Default"));
 // clang-format on
 
+// How each layout says that a route goes over every interface.
+constexpr char kOldEveryInterface[] = "auto";
+constexpr char kNewEveryInterface[] = "all";
+
 // Towards the old layout.
 
 void set_netmask(json_t* route, std::string_view length) {
@@ -52,7 +56,7 @@ void set_destination(json_t* route, json_t* prefix) {
 
 Json route_to_old(json_t* instance, const Report& report) {
     Json route = object();
-    if (is_text(get(instance, "Interface"), "all")) set(route.get(), "iface", string("auto"));
+    if (is_text(get(instance, "Interface"), kNewEveryInterface)) set(route.get(), "iface", string(kOldEveryInterface));
     set_destination(route.get(), get(instance, "DestIPPrefix"));
     to_old(has(instance, "GatewayIPAddress") ? Fields{kIpv4Route} : Fields{kIpv6Route}, instance, route.get(), report);
     return route;
@@ -87,7 +91,7 @@ Json new_route(json_t* old_route) {
     set(route.get(), "Enable", boolean(true));
     set(route.get(), "Status", string(""));
     set(route.get(), "Origin", string("user"));
-    if (is_text(get(old_route, "iface"), "auto")) set(route.get(), "Interface", string("all"));
+    if (is_text(get(old_route, "iface"), kOldEveryInterface)) set(route.get(), "Interface", string(kNewEveryInterface));
     return route;
 }
 

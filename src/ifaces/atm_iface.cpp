@@ -1,6 +1,7 @@
 #include "ifaces/layer2.h"
 #include "ifaces/port_list.h"
 #include "ifaces/service_groups.h"
+#include "ifaces/type_table.h"
 
 namespace kcnvrt {
 
@@ -21,6 +22,7 @@ constexpr auto kAtm = fields(
 
 using enum ServiceType;
 constexpr GroupOrder kGroupOrder = {kBridge, kPppv6, kPppdual, kIpv6, kIp, kPpp};
+static_assert(takes_each_row_once(kGroupOrder));
 
 // The groups that may give the interface its connection type, in order of preference.
 constinit const Key kContypeGroups[] = {"ip", "ppp", "ipv6", "pppv6"};

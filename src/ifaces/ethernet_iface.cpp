@@ -1,6 +1,7 @@
 #include "ifaces/layer2.h"
 #include "ifaces/port_list.h"
 #include "ifaces/service_groups.h"
+#include "ifaces/type_table.h"
 
 namespace kcnvrt {
 
@@ -19,6 +20,7 @@ constexpr auto kEthernet = fields(
 
 using enum ServiceType;
 constexpr GroupOrder kGroupOrder = {kBridge, kIp, kIpv6, kPpp, kPppv6, kPppdual};
+static_assert(takes_each_row_once(kGroupOrder));
 
 }  // namespace
 

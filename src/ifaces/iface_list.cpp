@@ -4,6 +4,7 @@
 #include "frame/list.h"
 #include "ifaces/layer2.h"
 #include "ifaces/named_entries.h"
+#include "ifaces/type_table.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/ifaces.h"
 
@@ -14,29 +15,33 @@ namespace {
 enum class Layer2 : uint8_t { kBridge, kEthernet, k3g, kLte, kAtm, kAuto };
 
 struct Layer2Type {
+    Layer2 row;
     Key type;  // the old "type", and the name of the new group
     Layer2ToNew to_new;
     Layer2ToOld to_old;
 };
 
-// Indexed by Layer2; groups are written in this order.
+using enum Layer2;
+
+// Groups are written in this order.
 // clang-format off
-constinit const Layer2Type kTypes[] = {
-    // type        old to new        new to old
-    {"bridge",   bridge_to_new,    bridge_to_old},
-    {"ethernet", ethernet_to_new,  ethernet_to_old},
-    {"3g",       modem_3g_to_new,  modem_3g_to_old},
-    {"lte",      lte_to_new,       lte_to_old},
-    {"atm",      atm_to_new,       atm_to_old},
-    {"auto",     auto_to_new,      auto_to_old},
+constexpr Layer2Type kTypes[] = {
+    // row         type         old to new        new to old
+    {kBridge,    "bridge",    bridge_to_new,    bridge_to_old},
+    {kEthernet,  "ethernet",  ethernet_to_new,  ethernet_to_old},
+    {k3g,        "3g",        modem_3g_to_new,  modem_3g_to_old},
+    {kLte,       "lte",       lte_to_new,       lte_to_old},
+    {kAtm,       "atm",       atm_to_new,       atm_to_old},
+    {kAuto,      "auto",      auto_to_new,      auto_to_old},
 };
 // clang-format on
+static_assert(has_each_type_once(kTypes));
 
 constexpr size_t kTypeCount = std::size(kTypes);
 
 // The order in which groups are read: of two interfaces with the same name the later one stays.
-using enum Layer2;
 constexpr Layer2 kOrderToOld[kTypeCount] = {kBridge, kEthernet, kAuto, k3g, kLte, kAtm};
+static_assert(takes_each_row_once(kOrderToOld));
 
 // A type's row, or kTypeCount for a type that there is not.
 size_t row_of(json_t* type) {

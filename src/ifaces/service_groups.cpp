@@ -3,6 +3,7 @@
 #include "frame/list.h"
 #include "ifaces/named_entries.h"
 #include "ifaces/services.h"
+#include "ifaces/type_table.h"
 
 namespace kcnvrt {
 
@@ -12,25 +13,29 @@ namespace {
 enum class Count : uint8_t { kTrusted, kIgnored };
 
 struct Service {
+    ServiceType row;
     Key type;  // the old "type", and the name of the new group
     ServiceToNew to_new;
     ServiceToOld to_old;
     Count max_instance;
 };
 
-// Indexed by ServiceType; new groups become old services in this order.
+using enum ServiceType;
+
+// New groups become old services in this order.
 // clang-format off
-constinit const Service kServices[kServiceTypes] = {
-    // type        old to new               new to old
-    {"bridge",   bridge_service_to_new,   bridge_service_to_old,   Count::kTrusted},
+constexpr Service kServices[kServiceTypes] = {
+    // row        type        old to new               new to old               its max_instance
+    {kBridge,   "bridge",   bridge_service_to_new,   bridge_service_to_old,   Count::kTrusted},
     // This group alone has always been converted whatever its "max_instance" says.
-    {"ipv6",     ipv6_service_to_new,     ipv6_service_to_old,     Count::kIgnored},
-    {"ip",       ip_service_to_new,       ip_service_to_old,       Count::kTrusted},
-    {"ppp",      ppp_service_to_new,      ppp_service_to_old,      Count::kTrusted},
-    {"pppv6",    pppv6_service_to_new,    pppv6_service_to_old,    Count::kTrusted},
-    {"pppdual",  pppv6_service_to_new,    pppdual_service_to_old,  Count::kTrusted},
+    {kIpv6,     "ipv6",     ipv6_service_to_new,     ipv6_service_to_old,     Count::kIgnored},
+    {kIp,       "ip",       ip_service_to_new,       ip_service_to_old,       Count::kTrusted},
+    {kPpp,      "ppp",      ppp_service_to_new,      ppp_service_to_old,      Count::kTrusted},
+    {kPppv6,    "pppv6",    pppv6_service_to_new,    pppv6_service_to_old,    Count::kTrusted},
+    {kPppdual,  "pppdual",  pppv6_service_to_new,    pppdual_service_to_old,  Count::kTrusted},
 };
 // clang-format on
+static_assert(has_each_type_once(kServices));
 
 const Service* service_of_type(json_t* type) {
     for (const Service& service : kServices)

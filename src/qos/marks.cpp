@@ -1,5 +1,5 @@
 // DSCP marks: names in the old layout, code points in the new.
-#include "qos/named_number.h"
+#include "frame/named_number.h"
 #include "qos/qos.h"
 
 namespace kcnvrt::ways {
@@ -7,19 +7,41 @@ namespace kcnvrt::ways {
 namespace {
 
 // clang-format off
-constexpr NamedNumber kMarks[] = {
-    {"CS0",   0}, {"CS1",   8}, {"CS2",  16}, {"CS3",  24}, {"CS4", 32}, {"CS5", 40}, {"CS6", 48}, {"CS7", 56},
-    {"AF11", 10}, {"AF12", 12}, {"AF13", 14},
-    {"AF21", 18}, {"AF22", 20}, {"AF23", 22},
-    {"AF31", 26}, {"AF32", 28}, {"AF33", 30},
-    {"AF41", 34}, {"AF42", 36}, {"AF43", 38},
+constexpr NamedNumber<5> kMarks[] = {
+    // The class selectors.
+    {"CS0",   0},
+    {"CS1",   8},
+    {"CS2",  16},
+    {"CS3",  24},
+    {"CS4",  32},
+    {"CS5",  40},
+    {"CS6",  48},
+    {"CS7",  56},
+    // Assured forwarding: four classes of three drop precedences each.
+    {"AF11", 10},
+    {"AF12", 12},
+    {"AF13", 14},
+    {"AF21", 18},
+    {"AF22", 20},
+    {"AF23", 22},
+    {"AF31", 26},
+    {"AF32", 28},
+    {"AF33", 30},
+    {"AF41", 34},
+    {"AF42", 36},
+    {"AF43", 38},
+    // Expedited forwarding.
     {"EF",   46},
 };
 // clang-format on
 static_assert(is_one_to_one(kMarks));
 
-// Another name of CS0, which is only read: 0 comes back as "CS0".
+// Another name of 0, which is only read: 0 comes back under its name in the table.
 constexpr std::string_view kDefaultMark = "default";
+
+const NamedNumber<5>* mark_named(std::string_view name) {
+    return name == kDefaultMark ? by_number(kMarks, 0) : by_name(kMarks, name);
+}
 
 // In the new layout the absence of a mark, as a number.
 constexpr json_int_t kNoMark = -1;
@@ -27,10 +49,9 @@ constexpr json_int_t kNoMark = -1;
 }  // namespace
 
 int mark_to_new(json_t* new_class, Key key, json_t* value, const Report& report) {
-    std::string_view name = view_of(value);
+    const std::string_view name = view_of(value);
     if (name.empty()) return 0;
-    if (name == kDefaultMark) name = "CS0";
-    const NamedNumber* const mark = by_name(kMarks, name);
+    const auto* const mark = mark_named(name);
     if (mark == nullptr) return report.under("set_mark").fail("Error mark [%s]!", text_of(value));
     set(new_class, key, integer(mark->number));
     return 0;
@@ -42,7 +63,7 @@ int mark_to_old(json_t* filter, Key key, json_t* value, const Report& report) {
     if (!json_is_integer(value)) return author.fail("Error field format! Is not integer!");
     const json_int_t number = json_integer_value(value);
     if (number == kNoMark) return 0;
-    const NamedNumber* const mark = by_number(kMarks, number);
+    const auto* const mark = by_number(kMarks, number);
     if (mark == nullptr) return author.fail("Error mark! His number is %lld", static_cast<long long>(number));
     set(filter, key, string(mark->name));
     return 0;

@@ -17,7 +17,8 @@ int text_to_mask(json_t* new_class, Key key, json_t* value, const Report& report
     int prefix = kNoMask;
     if (read_strictly(text, length)) {
         if (length > kLongestPrefix)
-            return report.fail("Error mask! Is not in range 0-32! It value %lu", static_cast<unsigned long>(length));
+            return report.fail("Error mask! Is not in range 0-%d! It value %lu", kLongestPrefix,
+                               static_cast<unsigned long>(length));
         prefix = static_cast<int>(length);
     } else if (!text.empty()) {
         prefix = k_addr_v4_mask_to_prefix(text_of(value));
@@ -37,7 +38,8 @@ int mask_to_new(json_t* new_class, Key key, json_t* value, const Report& report)
     if (json_is_integer(value)) {
         const json_int_t prefix = json_integer_value(value);
         if (prefix >= 0 && prefix <= kLongestPrefix) return 0;
-        return report.fail("Error mask! Is not in range 0-32! It value %lld", static_cast<long long>(prefix));
+        return report.fail("Error mask! Is not in range 0-%d! It value %lld", kLongestPrefix,
+                           static_cast<long long>(prefix));
     }
     // A mask of another type has always been reported without counting as a failure, here and on the way back.
     report.note("Error mask. It isn't JSON_STRING or JSON_INTEGER. It - %d", static_cast<int>(json_typeof(value)));

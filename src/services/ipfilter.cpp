@@ -1,3 +1,4 @@
+#include "frame/named_number.h"
 #include "frame/nested.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"
@@ -6,27 +7,33 @@ using namespace kcnvrt;
 
 namespace {
 
-// The old layout's actions are the places in this list.
-constexpr std::string_view kActions[] = {"Allow", "Deny"};
+// clang-format off
+constexpr NamedNumber<6> kActions[] = {
+    // new     old
+    {"Allow",  0},
+    {"Deny",   1},
+};
+// clang-format on
+static_assert(is_one_to_one(kActions));
 
 int action_to_new(json_t* rule, Key key, json_t* action, const Report& report) {
     if (action == nullptr) return 0;
     if (!json_is_integer(action)) return report.fail("Invalid field \"action\", is not int");
-    const json_int_t number = json_integer_value(action);
-    if (number != 0 && number != 1) return report.fail("Invalid field \"action\", number != 0 or 1");
-    set(rule, key, string(kActions[number]));
+    const auto* const known = by_number(kActions, json_integer_value(action));
+    if (known == nullptr)
+        return report.fail("Invalid field \"action\", number != %s", kNumbersOf<kActions, "", " or ">.text());
+    set(rule, key, string(known->name));
     return 0;
 }
 
 int action_to_old(json_t* rule, Key key, json_t* action, const Report& report) {
     if (action == nullptr) return 0;
     if (!json_is_string(action)) return report.fail("Invalid field \"action\", is not string.");
-    for (int number = 0; number < 2; ++number) {
-        if (view_of(action) != kActions[number]) continue;
-        set(rule, key, integer(number));
-        return 0;
-    }
-    return report.fail("Invalid field \"action\", is not \"Allow\" or \"Deny\"");
+    const auto* const known = by_name(kActions, view_of(action));
+    if (known == nullptr)
+        return report.fail("Invalid field \"action\", is not %s", kNamesOf<kActions, "\"", " or ">.text());
+    set(rule, key, integer(known->number));
+    return 0;
 }
 
 std::string_view type_of_address(std::string_view address) {
@@ -40,13 +47,15 @@ int address_type_to_new(json_t* rule, Key key, json_t* address, const Report&) {
     return 0;
 }
 
+constexpr char kIpv6[] = "IPv6";
+
 int version_to_new(json_t* rule, Key key, json_t* is_ipv6, const Report&) {
-    set(rule, key, string(json_is_true(is_ipv6) ? "IPv6" : "IPv4"));
+    set(rule, key, string(json_is_true(is_ipv6) ? kIpv6 : "IPv4"));
     return 0;
 }
 
 int version_to_old(json_t* rule, Key key, json_t* version, const Report&) {
-    if (is_text(version, "IPv6")) set(rule, key, boolean(true));
+    if (is_text(version, kIpv6)) set(rule, key, boolean(true));
     return 0;
 }
 

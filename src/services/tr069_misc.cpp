@@ -8,12 +8,14 @@ namespace kcnvrt {
 namespace {
 
 // A copy that is sure to have a status. One of another type is reported, and stays.
+constexpr ways::Text kDefaultStatus = "Enabled";
+
 int copy_with_status(json_t* destination, Key key, json_t* value, Key status, const Report& report) {
     if (value == nullptr) return 0;
     Json copy = json_is_object(value) ? shallow_copy(value) : object();
     json_t* const given = get(value, status);
-    if (given == nullptr) set(copy.get(), status, string("Enabled"));
-    const int failures = ways::string_or<"Enabled">(copy.get(), status, given, report);
+    if (given == nullptr) set(copy.get(), status, string(kDefaultStatus.view()));
+    const int failures = ways::string_or<kDefaultStatus>(copy.get(), status, given, report);
     set(destination, key, std::move(copy));
     return failures;
 }
@@ -26,20 +28,21 @@ int marking_to_new(json_t* misc, Key key, json_t* marking, const Report& report)
     return copy_with_status(misc, key, marking, "MarkingStatus", report);
 }
 
-// A bridge without a VLAN is null in the old layout and in VLAN 1 in the new one.
+// A bridge without a VLAN is null in the old layout and in this VLAN in the new one.
+constexpr json_int_t kNoVlan = 1;
 
 int vlan_to_new(json_t* bridge, Key key, json_t* vlan, const Report& report) {
     if (vlan == nullptr) return 0;
     if (!json_is_null(vlan) && !json_is_integer(vlan))
         return report.fail("Invalid field \"VLANID\"! Is not NULL ot INTEGER");
-    set(bridge, key, json_is_null(vlan) ? integer(1) : share(vlan));
+    set(bridge, key, json_is_null(vlan) ? integer(kNoVlan) : share(vlan));
     return 0;
 }
 
 int vlan_to_old(json_t* bridge, Key key, json_t* vlan, const Report& report) {
     if (vlan == nullptr) return 0;
     if (!json_is_integer(vlan)) return report.fail("Error field \"VLANID\"! Is not integer!");
-    set(bridge, key, json_integer_value(vlan) == 1 ? null() : share(vlan));
+    set(bridge, key, json_integer_value(vlan) == kNoVlan ? null() : share(vlan));
     return 0;
 }
 

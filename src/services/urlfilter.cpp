@@ -8,10 +8,13 @@ namespace {
 
 constexpr auto kEnable = fields(boolean_in_both("enable"));
 
+// The type of a filter in the old layout: this, or anything else.
+constexpr char kExclude[] = "Exclude";
+
 int setting_to_new(json_t* setting, json_t* filter, const Report& report) {
     if (setting == nullptr) return 0;
     const int failures = to_new(kEnable, setting, filter, report);
-    set(filter, "exclude", boolean(is_text(get(setting, "type"), "Exclude")));
+    set(filter, "exclude", boolean(is_text(get(setting, "type"), kExclude)));
     return failures;
 }
 
@@ -20,7 +23,7 @@ int setting_to_old(json_t* filter, json_t* old_filter, const Report& report) {
     if (!has(filter, "enable") && exclude == nullptr) return 0;
     Json setting = object();
     const int failures = to_old(kEnable, filter, setting.get(), report);
-    set(setting.get(), "type", string(json_is_true(exclude) ? "Exclude" : "Include"));
+    set(setting.get(), "type", string(json_is_true(exclude) ? kExclude : "Include"));
     set(old_filter, "setting", std::move(setting));
     return failures;
 }

@@ -7,10 +7,17 @@ using namespace kcnvrt;
 
 namespace {
 
+// Ports in one network: the "type" of a group, and the "dest" of its VLANs.
+constexpr char kBridgedType[] = "L2";
+constexpr char kBridgedDest[] = "bridge";
+
+// Stands for no VLAN, and is not written on a service.
+constexpr json_int_t kNoVlan = 1;
+
 // Towards the old layout.
 
 void set_type(json_t* group, bool is_bridged) {
-    set(group, "type", is_bridged ? string("L2") : string("L3"));
+    set(group, "type", is_bridged ? string(kBridgedType) : string("L3"));
     set(group, "nat", boolean(!is_bridged));
 }
 
@@ -26,11 +33,10 @@ json_t* group_of(json_t* groups, Key iface, json_t* vlan) {
 }
 
 // The ports of a VLAN into its group, and what their services will get: of several VLANs of a port, the last holds.
-// Identifier 1 stands for no VLAN and is not written on a service.
 void ports_to_group(json_t* vlan, json_t* group, json_t* vlan_of_port) {
     json_t* const wans = get(group, "wans");
     json_t* const lans = get(group, "lans");
-    const bool is_on_services = json_integer_value(get(vlan, "vid")) >= 2;
+    const bool is_on_services = json_integer_value(get(vlan, "vid")) > kNoVlan;
     for (const auto [number, port] : Instances{get(vlan, "ports")}) {
         json_t* const name = get(port, "name");
         if (is_on_services) set_named(vlan_of_port, name, share(vlan));
@@ -44,7 +50,7 @@ Json groups_of(json_t* vlans, json_t* vlan_of_port) {
         json_t* const iface = get(vlan, "ifname");
         if (!json_is_string(iface)) continue;
         json_t* const group = group_of(groups.get(), name_of(iface), vlan);
-        if (is_text(get(vlan, "dest"), "bridge")) set_type(group, true);
+        if (is_text(get(vlan, "dest"), kBridgedDest)) set_type(group, true);
         ports_to_group(vlan, group, vlan_of_port);
     }
     for (const auto [iface, group] : members(groups.get()))
@@ -139,7 +145,7 @@ void place_ports(json_t* ports, bool is_tagged, VlansOfGroup& group, Tables& tab
         tables.avail_ports.add(std::move(available));
 
         json_t* const setting = get(tables.settings, name_of(port));
-        json_t* const vlan = group.find_or_add(integer_or(get(setting, "vlanid"), 1), tables.vlans);
+        json_t* const vlan = group.find_or_add(integer_or(get(setting, "vlanid"), kNoVlan), tables.vlans);
         add_port(vlan, port, is_tagged);
         // The port that comes last has the VLAN's priority.
         set(vlan, "vlanprio", integer(integer_or(get(setting, "vlanpr"), 0)));
@@ -149,8 +155,8 @@ void place_ports(json_t* ports, bool is_tagged, VlansOfGroup& group, Tables& tab
 void place_group(Key iface, json_t* group, Tables& tables) {
     json_t* const wans = get(group, "wans");
     json_t* const lans = get(group, "lans");
-    if (json_array_size(wans) != 0 && json_array_size(lans) != 0 && is_text(get(group, "type"), "L2")) {
-        VlansOfGroup bridge{iface, group, "bridge"};
+    if (json_array_size(wans) != 0 && json_array_size(lans) != 0 && is_text(get(group, "type"), kBridgedType)) {
+        VlansOfGroup bridge{iface, group, kBridgedDest};
         place_ports(lans, false, bridge, tables);
         place_ports(wans, true, bridge, tables);
         return;

@@ -6,17 +6,18 @@ using namespace kcnvrt;
 
 namespace {
 
-// The old layout writes VLAN identifier 1 as null.
+// The old layout writes this VLAN identifier as null.
+constexpr json_int_t kNoVlan = 1;
 
 int vid_to_new(json_t* destination, Key key, json_t* value, const Report& report) {
     if (!json_is_null(value)) return ways::integer_to_new(destination, key, value, report);
-    set(destination, key, integer(1));
+    set(destination, key, integer(kNoVlan));
     return 0;
 }
 
 int vid_to_old(json_t* destination, Key key, json_t* value, const Report&) {
     if (value == nullptr) return 0;
-    set(destination, key, json_is_integer(value) && json_integer_value(value) == 1 ? null() : share(value));
+    set(destination, key, json_is_integer(value) && json_integer_value(value) == kNoVlan ? null() : share(value));
     return 0;
 }
 
@@ -66,7 +67,8 @@ int ports_to_new(json_t* ports, json_t* vlan, const Report& report) {
     ListBuilder list;
     for (const auto& [name, port] : SortedMembers{ports}) {
         if (name.length() > kLongestName) {
-            failures += report.fail("Invalid field \"ports\", name of %zu characters is longer than 63", name.length());
+            failures += report.fail("Invalid field \"ports\", name of %zu characters is longer than %zu", name.length(),
+                                    kLongestName);
             continue;
         }
         Json instance = object();

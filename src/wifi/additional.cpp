@@ -1,7 +1,8 @@
 // "Additional" of a radio: thresholds and modes.
 #include <cinttypes>
 
-#include "wifi/codes.h"
+#include "frame/named_number.h"
+#include "frame/number.h"
 #include "wifi/flat_entries.h"
 #include "wifi/radio_blocks.h"
 
@@ -11,41 +12,59 @@ namespace {
 
 // Protection: a code against a name. An unset code is the first.
 
-constexpr Codes<3> kProtections{{"auto", "enable", "disable"}};
-static_assert(kProtections.are_distinct());
+// clang-format off
+constexpr NamedNumber<8> kProtections[] = {
+    // new       old
+    {"auto",     0},
+    {"enable",   1},
+    {"disable",  2},
+};
+// clang-format on
+static_assert(is_one_to_one(kProtections));
 
 int protection_to_new(json_t* additional, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     if (!json_is_string(value)) return report.fail("Invalid field \"%s\", is not string", key.text());
-    const std::string_view text = view_of(value).empty() ? "0" : view_of(value);
-    if (text != "0" && text != "1" && text != "2")
-        return report.fail("Invalid field \"%s\", \"%s\" != [\"0\",\"1\",\"2\"]", key.text(), text_of(value));
-    set(additional, key, string(kProtections.name_of(static_cast<size_t>(text[0] - '0'))));
+    const std::string_view code = view_of(value);
+    const auto* const protection = code.empty() ? &kProtections[0] : by_decimal(kProtections, code);
+    if (protection == nullptr)
+        return report.fail("Invalid field \"%s\", \"%s\" != [%s]", key.text(), text_of(value),
+                           kNumbersOf<kProtections, "\"", ",">.text());
+    set(additional, key, string(protection->name));
     return 0;
 }
 
 // The message names the plain key on both radios.
 int protection_to_old(json_t* wifi, Key key, json_t* value, const Report& report) {
     if (!json_is_string(value)) return 0;
-    const int code = kProtections.code_of(view_of(value));
-    if (code == kProtections.kNone)
-        return report.fail("Invalid field \"BGProtection\", \"%s\" != [\"auto\", \"enable\", \"disable\"]",
-                           text_of(value));
-    set(wifi, key, string(Decimal{code}));
+    const auto* const protection = by_name(kProtections, view_of(value));
+    if (protection == nullptr)
+        return report.fail("Invalid field \"BGProtection\", \"%s\" != [%s]", text_of(value),
+                           kNamesOf<kProtections, "\"", ", ">.text());
+    set(wifi, key, string(Decimal{protection->number}));
     return 0;
 }
 
-// Preamble: "long" or "short", for which the old layout may also have "0" and "1", against whether it is short.
+// Preamble: a name, for which the old layout may also have a code, against whether it is short.
+
+// clang-format off
+constexpr NamedNumber<6> kPreambles[] = {
+    // old     code, and whether it is short
+    {"long",   false},
+    {"short",  true},
+};
+// clang-format on
+static_assert(is_one_to_one_with_booleans(kPreambles));
 
 int preamble_to_new(json_t* additional, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     if (!json_is_string(value)) return report.fail("Invalid field \"%s\", is not string", key.text());
-    const std::string_view text = view_of(value);
-    const bool is_short = text == "short" || text == "1";
-    if (!is_short && text != "long" && text != "0")
-        return report.fail("Invalid field \"%s\", string \"%s\" != [\"0\", \"1\", \"long\", \"short\"]", key.text(),
-                           text_of(value));
-    set(additional, key, boolean(is_short));
+    const auto* const named = by_name(kPreambles, view_of(value));
+    const auto* const preamble = named == nullptr ? by_decimal(kPreambles, view_of(value)) : named;
+    if (preamble == nullptr)
+        return report.fail("Invalid field \"%s\", string \"%s\" != [%s, %s]", key.text(), text_of(value),
+                           kNumbersOf<kPreambles, "\"", ", ">.text(), kNamesOf<kPreambles, "\"", ", ">.text());
+    set(additional, key, boolean(preamble->number != 0));
     return 0;
 }
 
@@ -55,79 +74,95 @@ int preamble_to_old(json_t* wifi, Key key, json_t* value, const Report& report) 
     if (!json_is_boolean(value))
         return report.fail("Invalid field \"TxPreamble\". Is not boolean. He type is %d",
                            static_cast<int>(json_typeof(value)));
-    set(wifi, key, json_is_true(value) ? string("short") : string("long"));
+    set(wifi, key, string(by_number(kPreambles, json_is_true(value))->name));
     return 0;
 }
 
 // Band width: one code against three fields.
 
 struct BandWidth {
+    uint8_t code;
     char width[6];
     bool has_coexistance;
     char extension[6];
 };
 
 // clang-format off
-// In the order of their codes.
 constexpr BandWidth kBandWidths[] = {
-    // width   coexistance  extension
-    {"20MHz",  false,       "auto"},
-    {"40MHz",  true,        "below"},
-    {"40MHz",  true,        "above"},
-    {"40MHz",  false,       "auto"},
-    {"80MHz",  false,       "auto"},
+    // code  width     coexistance  extension
+    {0,      "20MHz",  false,       "auto"},
+    {1,      "40MHz",  true,        "below"},
+    {2,      "40MHz",  true,        "above"},
+    {3,      "40MHz",  false,       "auto"},
+    {4,      "80MHz",  false,       "auto"},
 };
 // clang-format on
 
-// With coexistence the extension channel tells the codes apart, without it the width.
+constexpr const BandWidth* band_width_of(uint32_t code) {
+    for (const BandWidth& band_width : kBandWidths)
+        if (band_width.code == code) return &band_width;
+    return nullptr;
+}
+
+// With coexistance the extension channel tells the band widths apart, without it the width.
 constexpr std::string_view mark_of(const BandWidth& band_width) {
     return band_width.has_coexistance ? band_width.extension : band_width.width;
 }
 
-constexpr int band_width_code(bool has_coexistance, std::string_view mark) {
-    int code = 0;
-    for (const BandWidth& band_width : kBandWidths) {
-        if (band_width.has_coexistance == has_coexistance && mark_of(band_width) == mark) return code;
-        ++code;
-    }
-    return -1;
+constexpr const BandWidth* band_width_of(bool has_coexistance, std::string_view mark) {
+    for (const BandWidth& band_width : kBandWidths)
+        if (band_width.has_coexistance == has_coexistance && mark_of(band_width) == mark) return &band_width;
+    return nullptr;
 }
 
 constexpr bool every_band_width_leads_back() {
-    int code = 0;
-    for (const BandWidth& band_width : kBandWidths)
-        if (band_width_code(band_width.has_coexistance, mark_of(band_width)) != code++) return false;
+    for (const BandWidth& row : kBandWidths)
+        if (band_width_of(row.code) != &row || band_width_of(row.has_coexistance, mark_of(row)) != &row) return false;
     return true;
 }
 static_assert(every_band_width_leads_back());
+
+constexpr auto kCodes = listing<"", ",">([](auto add) {
+    for (const BandWidth& band_width : kBandWidths) add(ByteDigits{band_width.code}.view());
+});
+constexpr auto kExtensions = listing<"", " or ">([](auto add) {
+    for (const BandWidth& band_width : kBandWidths)
+        if (band_width.has_coexistance) add(band_width.extension);
+});
+constexpr auto kWidths = listing<"", ", ">([](auto add) {
+    for (const BandWidth& band_width : kBandWidths)
+        if (!band_width.has_coexistance) add(band_width.width);
+});
 
 int band_width_to_new(json_t* additional, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     uint32_t code = 0;
     if (!read_strictly(view_of(value), code)) return report.fail("Invalid field \"BandWidth\", is not integer");
-    if (code >= std::size(kBandWidths))
-        return report.fail("Invalid field \"BandWidth\", out of range - %" PRIu32 " != [0,1,2,3,4]", code);
-    const BandWidth& band_width = kBandWidths[code];
-    set(additional, key, string(band_width.width));
-    set(additional, "HTCoexistance", boolean(band_width.has_coexistance));
-    set(additional, "ExtensionChannel", string(band_width.extension));
+    const BandWidth* const band_width = band_width_of(code);
+    if (band_width == nullptr)
+        return report.fail("Invalid field \"BandWidth\", out of range - %" PRIu32 " != [%s]", code, kCodes.text());
+    set(additional, key, string(band_width->width));
+    set(additional, "HTCoexistance", boolean(band_width->has_coexistance));
+    set(additional, "ExtensionChannel", string(band_width->extension));
     return 0;
 }
 
 int coexistent_to_old(json_t* extension, const OldRadio& old, const Report& report) {
     if (!json_is_string(extension)) return 0;
-    const int code = band_width_code(true, view_of(extension));
-    if (code < 0) return report.fail("Invalid field \"ExtensionChannel\", %s != below or above", text_of(extension));
-    old.write(Place::kRadio, "BandWidth", string(Decimal{code}));
+    const BandWidth* const band_width = band_width_of(true, view_of(extension));
+    if (band_width == nullptr)
+        return report.fail("Invalid field \"ExtensionChannel\", %s != %s", text_of(extension), kExtensions.text());
+    old.write(Place::kRadio, "BandWidth", string(Decimal{band_width->code}));
     return 0;
 }
 
 int exclusive_to_old(json_t* width, const OldRadio& old, const Report& report) {
     // The message speaks of another field; it has always been this one's.
     if (!json_is_string(width)) return report.fail("Invalid field \"BandWidth\", ExtensionChannel != \"auto\"");
-    const int code = band_width_code(false, view_of(width));
-    if (code < 0) return report.fail("Invalid field \"BandWidth\", %s != [20MHz, 40MHz, 80MHz]", text_of(width));
-    old.write(Place::kRadio, "BandWidth", string(Decimal{code}));
+    const BandWidth* const band_width = band_width_of(false, view_of(width));
+    if (band_width == nullptr)
+        return report.fail("Invalid field \"BandWidth\", %s != [%s]", text_of(width), kWidths.text());
+    old.write(Place::kRadio, "BandWidth", string(Decimal{band_width->code}));
     return 0;
 }
 

@@ -9,7 +9,7 @@ namespace kcnvrt {
 
 namespace {
 
-constexpr int64_t kHighestKeyId = 4;
+constexpr int kHighestKeyId = 4;
 
 int default_key_to_new(json_t* client, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
@@ -18,7 +18,8 @@ int default_key_to_new(json_t* client, Key key, json_t* value, const Report& rep
     if (json_string_length(value) != 0 && !read_strictly(view_of(value), number))
         return report.fail("Invalid field \"ApCliDefaultKeyId\", %s not constains digits", text_of(value));
     if (number > kHighestKeyId)
-        return report.fail("Invalid field \"ApCliDefaultKeyId\", %" PRIu32 " not in range [0-4]", number);
+        return report.fail("Invalid field \"ApCliDefaultKeyId\", %" PRIu32 " not in range [0-%d]", number,
+                           kHighestKeyId);
     set(client, key, integer(number));
     return 0;
 }
@@ -30,7 +31,7 @@ int default_key_to_old(json_t* client, const OldRadio& old, const Report& report
     if (!json_is_integer(value)) return report.fail("Invalid field \"DefaultKeyId\", is not integer");
     const int64_t number = json_integer_value(value);
     if (number < 0 || number > kHighestKeyId)
-        return report.fail("Invalid field \"DefaultKeyId\", %" PRId64 " not in range [0-4]", number);
+        return report.fail("Invalid field \"DefaultKeyId\", %" PRId64 " not in range [0-%d]", number, kHighestKeyId);
     if (number == 0)
         old.write(Place::kShared, "ApCliDefaultKeyId", string(""));
     else

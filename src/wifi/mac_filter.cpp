@@ -2,7 +2,8 @@
 #include <cinttypes>
 
 #include "frame/list.h"
-#include "wifi/codes.h"
+#include "frame/named_number.h"
+#include "frame/number.h"
 #include "wifi/flat_entries.h"
 #include "wifi/radio_blocks.h"
 
@@ -12,37 +13,45 @@ namespace {
 
 // The policy: a code against a name.
 
-constexpr Codes<3> kPolicies{{"disable", "allow", "deny"}};
-static_assert(kPolicies.are_distinct());
+// clang-format off
+constexpr NamedNumber<8> kPolicies[] = {
+    // new       old
+    {"disable",  0},
+    {"allow",    1},
+    {"deny",     2},
+};
+// clang-format on
+static_assert(is_one_to_one(kPolicies));
 
-int policy_number_to_new(json_t* filter, Key key, uint64_t number, const Report& report) {
-    // A negative number is shown as the unsigned one that it is kept as.
-    if (number >= std::size(kPolicies.names))
-        return report.fail("Invalid field \"AccessPolicy\", out of range - %" PRIu64 " != [0,1,2]", number);
-    set(filter, key, string(kPolicies.name_of(number)));
+int policy_code_to_new(json_t* filter, Key key, int64_t code, const Report& report) {
+    const auto* const policy = by_number(kPolicies, code);
+    // A negative code has always been shown as an unsigned one.
+    if (policy == nullptr)
+        return report.fail("Invalid field \"AccessPolicy\", out of range - %" PRIu64 " != [%s]",
+                           static_cast<uint64_t>(code), kNumbersOf<kPolicies, "", ",">.text());
+    set(filter, key, string(policy->name));
     return 0;
 }
 
 int policy_to_new(json_t* filter, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
-    if (json_is_integer(value))
-        return policy_number_to_new(filter, key, static_cast<uint64_t>(json_integer_value(value)), report);
+    if (json_is_integer(value)) return policy_code_to_new(filter, key, json_integer_value(value), report);
     if (!json_is_string(value)) return report.fail("Invalid field \"AccessPolicy\" has invalid type");
-    uint32_t number = 0;
-    if (json_string_length(value) != 0 && !read_strictly(view_of(value), number))
+    uint32_t code = 0;
+    if (json_string_length(value) != 0 && !read_strictly(view_of(value), code))
         return report.fail("Invalid field \"AccessPolicy\" isn't digit");
-    return policy_number_to_new(filter, key, number, report);
+    return policy_code_to_new(filter, key, code, report);
 }
 
 int policy_to_old(json_t* element, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     if (!json_is_string(value)) return report.fail("Invalid field \"AccessPolicy\", is not string");
-    const int code = kPolicies.code_of(view_of(value));
-    // The message has no closing bracket.
-    if (code == kPolicies.kNone)
-        return report.fail("Invalid field \"AccessPolicy\", value \"%s\" != [\"disable\", \"allow\", \"deny\"",
-                           text_of(value));
-    set(element, key, string(Decimal{code}));
+    const auto* const policy = by_name(kPolicies, view_of(value));
+    // The message has never had its closing bracket.
+    if (policy == nullptr)
+        return report.fail("Invalid field \"AccessPolicy\", value \"%s\" != [%s", text_of(value),
+                           kNamesOf<kPolicies, "\"", ", ">.text());
+    set(element, key, string(Decimal{policy->number}));
     return 0;
 }
 

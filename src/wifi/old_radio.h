@@ -71,6 +71,11 @@ struct OldRadio {
     }
 };
 
+// The new layout's name of a band; any other name is that of the 2.4 GHz one.
+constexpr Key band_name(bool is_5ghz) {
+    return is_5ghz ? Key{"5GHz"} : Key{"2.4GHz"};
+}
+
 // A table whose fields are placed, as the engine sees it.
 struct PlacedFields {
     Fields fields;

@@ -11,12 +11,16 @@ namespace {
 
 // A channel: "auto" or a decimal string against an integer, 0 for "auto".
 
+constexpr char kAuto[] = "auto";
+constexpr int64_t kAutoChannel = 0;
+
 int channel_to_new(json_t* radio, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     if (!json_is_string(value)) return report.fail("Invalid field \"%s\", is not string", key.text());
-    uint32_t channel = 0;
-    if (!is_text(value, "auto") && !read_strictly(view_of(value), channel))
-        return report.fail("Invalid field \"%s\", string \"%s\" != number or \"auto\"", key.text(), text_of(value));
+    uint32_t channel = kAutoChannel;
+    if (!is_text(value, kAuto) && !read_strictly(view_of(value), channel))
+        return report.fail("Invalid field \"%s\", string \"%s\" != number or \"%s\"", key.text(), text_of(value),
+                           kAuto);
     set(radio, key, integer(channel));
     return 0;
 }
@@ -27,7 +31,7 @@ int channel_to_old(json_t* wifi, Key key, json_t* value, const Report& report) {
     if (!json_is_integer(value)) return report.fail("Invalid field \"Channel\", is not integer");
     const int64_t channel = json_integer_value(value);
     if (channel < 0) return report.fail("Invalid field \"Channel\", Channel [%" PRId64 "] < 0", channel);
-    set(wifi, key, channel == 0 ? string("auto") : string(Decimal{channel}));
+    set(wifi, key, channel == kAutoChannel ? string(kAuto) : string(Decimal{channel}));
     return 0;
 }
 
@@ -57,7 +61,7 @@ int radio_to_new(const OldRadio& old, json_t* radios, k_err_t* err) {
     failures += wds_to_new(old, radio, report);
     failures += wps_to_new(old, radio, report);
     failures += client_mode_to_new(old, radio, report);
-    set(radio, "FrequencyBand", old.is_5ghz ? string("5GHz") : string("2.4GHz"));
+    set(radio, "FrequencyBand", string(band_name(old.is_5ghz)));
     set(radios, old.is_5ghz ? Key{"2"} : Key{"1"}, std::move(owned));
     return failures;
 }

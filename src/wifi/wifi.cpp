@@ -24,7 +24,8 @@ int k_cnvrt_get_wifi_from_new(json_t* source, json_t* destination, k_err_t* err)
     for (const Member member : members(get(source, "Radio"))) {
         json_t* const radio = member.value;
         if (!json_is_object(radio)) continue;
-        failures += radio_to_old(radio, {destination, is_text(get(radio, "FrequencyBand"), "5GHz")}, report);
+        const bool is_5ghz = is_text(get(radio, "FrequencyBand"), band_name(true).view());
+        failures += radio_to_old(radio, {destination, is_5ghz}, report);
     }
     return failures;
 }

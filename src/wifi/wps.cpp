@@ -1,25 +1,35 @@
 // "Wsc" of a radio: Wi-Fi protected setup.
+#include "frame/named_number.h"
 #include "wifi/radio_blocks.h"
 
 namespace kcnvrt {
 
 namespace {
 
-// Whether it is on: "7" or "0" against a boolean.
+// Whether it is on: a code against a boolean.
+
+// clang-format off
+constexpr NamedNumber<2> kModes[] = {
+    // old  new
+    {"0",   false},
+    {"7",   true},
+};
+// clang-format on
+static_assert(is_one_to_one_with_booleans(kModes));
 
 int enable_to_new(json_t* wps, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     if (!json_is_string(value)) return report.fail("Invalid field \"WscConfMode\", it isn't string.");
-    const bool is_enabled = is_text(value, "7");
-    if (!is_enabled && !is_text(value, "0")) return report.fail("Invalid field \"WscConfMode\", it invalid string.");
-    set(wps, key, boolean(is_enabled));
+    const auto* const mode = by_name(kModes, view_of(value));
+    if (mode == nullptr) return report.fail("Invalid field \"WscConfMode\", it invalid string.");
+    set(wps, key, boolean(mode->number != 0));
     return 0;
 }
 
 int enable_to_old(json_t* wifi, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     if (!json_is_boolean(value)) return report.fail("Invalid field \"WscEnable\", is not boolean");
-    set(wifi, key, json_is_true(value) ? string("7") : string("0"));
+    set(wifi, key, string(by_number(kModes, json_is_true(value))->name));
     return 0;
 }
 
