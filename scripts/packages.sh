@@ -1,4 +1,5 @@
-# Sourced: the Debian packages that the build and its checks need, installed where they are missing.
+# shellcheck shell=bash
+# Sourced by build.sh: the Debian packages that the build and its checks need, installed where they are missing.
 
 build_packages=(g++ cmake ninja-build pkg-config libjansson-dev libcli11-dev)
 test_packages=("${build_packages[@]}" libgtest-dev bats)
@@ -20,10 +21,10 @@ need_packages() {
     mapfile -t missing < <(missing_packages "$@")
     [ ${#missing[@]} -gt 0 ] || return 0
 
-    echo "Installing ${missing[*]}" >&2
+    say "Installing ${missing[*]}"
     if [ "$(id -u)" -ne 0 ]; then
         if ! command -v sudo > /dev/null; then
-            echo "There is neither root nor sudo to install them with." >&2
+            say "There is neither root nor sudo to install them with."
             exit "$build_failed"
         fi
         as_root=(sudo)
@@ -32,3 +33,6 @@ need_packages() {
     quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install --yes --no-install-recommends "${missing[@]}"
 }
+
+# Where node comes from elsewhere, it has npm and Debian's packages of both are not wanted.
+need_npm() { command -v npm > /dev/null || need_packages nodejs npm; }
