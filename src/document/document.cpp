@@ -1,4 +1,5 @@
-// A whole configuration: a fixed list of steps in each direction, each a section through the runner.
+// A whole configuration: a fixed list of steps in each direction, each a section through its handler.
+#include "document/sections.h"
 #include "frame/json.h"
 #include "frame/report.h"
 #include "k_cnvrt.h"
@@ -14,18 +15,21 @@ enum class In : uint8_t { kRoot, kDevice, kUsers };
 // A step runs with either setting of the DSL VLAN flag, or with one of them.
 enum class When : uint8_t { kAlways, kVlan, kDslVlan };
 
+using enum Container;
+using enum When;
+
 struct Step {
     In in;
     Name source;  // "" is the object itself
     Name result;  // in the destination; "-" merges into it
     k_cnvrt_handler_t handler;
-    bool is_array = false;
-    When when = When::kAlways;
+    Container container = kObject;
+    When when = kAlways;
 };
 
 bool runs(const Step& step, uint8_t flags) {
-    if (step.when == When::kAlways) return true;
-    return (step.when == When::kDslVlan) == ((flags & K_CNVRT_DSL_VLAN) != 0);
+    if (step.when == kAlways) return true;
+    return (step.when == kDslVlan) == ((flags & K_CNVRT_DSL_VLAN) != 0);
 }
 
 // The objects in which the steps of a conversion find their sources.
@@ -42,18 +46,18 @@ struct Source {
 
 // clang-format off
 constinit const Step kToOld[] = {
-    // source                            in the old root   handler                              array  when
+    // source                            in the old root   handler                              made in  when
     {In::kRoot,   "",                  "-",              k_cnvrt_get_ifaces_from_new},
-    {In::kDevice, "Vlan",              "vlan",           k_cnvrt_get_vlan_from_new,           false, When::kVlan},
-    {In::kDevice, "Vlan",              "-",              k_cnvrt_get_vlan_dsl_from_new,       false, When::kDslVlan},
+    {In::kDevice, "Vlan",              "vlan",           k_cnvrt_get_vlan_from_new,           kObject, kVlan},
+    {In::kDevice, "Vlan",              "-",              k_cnvrt_get_vlan_dsl_from_new,       kObject, kDslVlan},
     {In::kDevice, "WiFi",              "wifi",           k_cnvrt_get_wifi_from_new},
     {In::kDevice, "Roaming",           "roaming",        k_cnvrt_get_roaming_from_new},
     {In::kDevice, "Voip",              "voip",           k_cnvrt_get_voip_from_new},
     {In::kDevice, "Routing",           "-",              k_cnvrt_get_routing_from_new},
     {In::kDevice, "Services",          "-",              k_cnvrt_get_services_from_new},
     {In::kDevice, "wan_pvid",          "wan_pvid",       k_cnvrt_get_wan_pvid_from_new},
-    {In::kUsers,  "sysusers",          "sysusers",       k_cnvrt_get_sysusers_from_new,       true},
-    {In::kDevice, "RemoteAccess",      "httpaccess",     k_cnvrt_get_remote_from_new,         true},
+    {In::kUsers,  "sysusers",          "sysusers",       k_cnvrt_get_sysusers_from_new,       kArray},
+    {In::kDevice, "RemoteAccess",      "httpaccess",     k_cnvrt_get_remote_from_new,         kArray},
     {In::kDevice, "NetFilter",         "netfilter",      json_section_copy},
     {In::kDevice, "Adsl",              "adsl",           json_section_copy},
     {In::kDevice, "Port_settings",     "ports_config",   k_cnvrt_get_port_settings_from_new},
@@ -71,13 +75,13 @@ constinit const Step kToOld[] = {
 };
 
 constinit const Step kToNew[] = {
-    // source                          in "Device"       handler                              array  when
+    // source                          in "Device"       handler                              made in  when
     {In::kRoot, "",                  "-",              k_cnvrt_get_ifaces_from_old},
     {In::kRoot, "",                  "Services",       k_cnvrt_get_services_from_old},
     {In::kRoot, "",                  "Routing",        k_cnvrt_get_routing_from_old},
     {In::kRoot, "voip",              "Voip",           k_cnvrt_get_voip_from_old},
-    {In::kRoot, "vlan",              "Vlan",           k_cnvrt_get_vlan_from_old,           false, When::kVlan},
-    {In::kRoot, "",                  "Vlan",           k_cnvrt_get_vlan_dsl_from_old,       false, When::kDslVlan},
+    {In::kRoot, "vlan",              "Vlan",           k_cnvrt_get_vlan_from_old,           kObject, kVlan},
+    {In::kRoot, "",                  "Vlan",           k_cnvrt_get_vlan_dsl_from_old,       kObject, kDslVlan},
     {In::kRoot, "wifi",              "WiFi",           k_cnvrt_get_wifi_from_old},
     {In::kRoot, "roaming",           "Roaming",        k_cnvrt_get_roaming_from_old},
     {In::kRoot, "httpaccess",        "RemoteAccess",   k_cnvrt_get_remote_from_old},
@@ -105,7 +109,8 @@ constinit const Step kDefaultSsidToNew = {In::kRoot, "default_ssid", "-",     k_
 // clang-format on
 
 int run(const Step& step, const Source& source, json_t* destination, k_err_t* err) {
-    return json_section_parser(source[step], step.result.text(), destination, err, step.is_array, step.handler);
+    return json_section_parser(source[step], step.result.text(), destination, err, step.container == kArray,
+                               step.handler);
 }
 
 template <size_t N>
@@ -128,17 +133,11 @@ int qos_to_old(json_t* qos, json_t* old_root, k_err_t* err) {
 
 // The users handler writes an array for version 0 and an object for later ones, and refuses the other container.
 int users_to_old(json_t* users, json_t* old_root, k_err_t* err) {
-    Json list = array();
-    if (k_cnvrt_get_users_from_new(users, list.get(), err) == 0) {
-        set(old_root, "passwd", std::move(list));
-        return 0;
-    }
-    Json section = object();
-    if (k_cnvrt_get_users_from_new(users, section.get(), err) == 0) {
-        set(old_root, "users", std::move(section));
-        return 0;
-    }
-    return Report{"k_cnvrt_to_old", err}.fail("Users json is not object or array!");
+    Json section = array_or_object(k_cnvrt_get_users_from_new, users, err);
+    if (section == nullptr) return Report{"k_cnvrt_to_old", err}.fail("Users json is not object or array!");
+    const Key name = json_is_array(section.get()) ? Key{"passwd"} : Key{"users"};
+    set(old_root, name, std::move(section));
+    return 0;
 }
 
 int users_to_new(json_t* old_root, json_t* device, k_err_t* err) {

@@ -1,116 +1,106 @@
-// The section tables: which handler builds the section of a name. The two are no mirror images of each other.
+// The sections that are converted alone, by their names in either layout, and the two tables that are made of their list.
 #include "document/sections.h"
+
+#include <algorithm>
+#include <array>
+
+#include "services/service_list.h"
 
 namespace kcnvrt {
 
-// clang-format off
-constinit const OldSection old_config_handler_table[] = {
-    section("ifaces",          k_cnvrt_get_sections_ifaces_from_new, Container::kObject),
-    section("netfilter",       json_section_copy,                    Container::kObject),
-    section("phys_ifaces",     k_cnvrt_parse_new_phys,               Container::kObject),
-    section("vlan",            k_cnvrt_get_vlan_from_new,            Container::kObject),
-    section("dsl_vlan",        k_cnvrt_get_vlan_dsl_from_new,        Container::kObject),
-    section("wifi",            k_cnvrt_get_wifi_from_new,            Container::kObject),
-    section("httpaccess",      k_cnvrt_get_remote_from_new,          Container::kArray),
-    section("users",           k_cnvrt_get_users_from_new,           Container::kEither),
-    section("sysusers",        k_cnvrt_get_sysusers_from_new,        Container::kArray),
-    section("wan_pvid",        k_cnvrt_get_wan_pvid_from_new,        Container::kObject),
-    section("route",           k_cnvrt_get_route_from_new,           Container::kArray),
-    section("rip",             k_cnvrt_get_rip_from_new,             Container::kObject),
-    section("queuemanagement", k_cnvrt_get_qos_from_new,             Container::kObject),
-    section("voip",            k_cnvrt_get_voip_from_new,            Container::kObject),
-    section("adsl",            json_section_copy,                    Container::kObject),
-    section("ports_config",    k_cnvrt_get_port_settings_from_new,   Container::kObject),
-    section("port_bandwidth",  k_cnvrt_get_port_bandwidth_from_new,  Container::kObject),
-    section("Firewall",        json_section_copy,                    Container::kObject),
-    section("Firewall_v6",     json_section_copy,                    Container::kObject),
-    section("default_ssid",    k_cnvtr_get_default_ssid_from_new,    Container::kObject),
-    section("autoupdate",      json_section_copy,                    Container::kObject),
-    section("ddns",            parse_new_ddns,                       Container::kArray),
-    section("dhcp_opt_rule",   parse_new_dhcp_opt_rule,              Container::kArray),
-    section("dlna",            parse_new_dlna,                       Container::kObject),
-    section("dmz",             json_section_copy,                    Container::kObject),
-    section("dns",             parse_new_dns,                        Container::kObject),
-    section("dru_filtering",   json_section_copy,                    Container::kObject),
-    section("ftpd",            json_section_copy,                    Container::kObject),
-    section("gpon_settings",   parse_new_gpon_settings,              Container::kObject),
-    section("httpd",           parse_new_httpd,                      Container::kObject),
-    section("igmp",            json_section_copy,                    Container::kObject),
-    section("ipfilter",        parse_new_ipfilter,                   Container::kArray),
-    section("ipsec",           parse_new_ipsec,                      Container::kObject),
-    section("macfilter",       parse_new_macfilter,                  Container::kArray),
-    section("ntpclient",       parse_new_ntpclient,                  Container::kObject),
-    section("printserver",     json_section_copy,                    Container::kObject),
-    section("redirect",        json_section_copy,                    Container::kObject),
-    section("samba",           json_section_copy,                    Container::kObject),
-    section("ssh",             json_section_copy,                    Container::kObject),
-    section("syslog",          json_section_copy,                    Container::kObject),
-    section("telnet",          json_section_copy,                    Container::kObject),
-    section("tr069",           parse_new_tr069,                      Container::kObject),
-    section("transmission",    parse_new_transmission,               Container::kObject),
-    section("upnp",            json_section_copy,                    Container::kObject),
-    section("urlfilter",       parse_new_urlfilter,                  Container::kObject),
-    section("vserver",         parse_new_vserver,                    Container::kArray),
-    section("wan_failover",    json_section_copy,                    Container::kObject),
-    section("watchdog",        parse_new_watchdog,                   Container::kObject),
-    // Towards the new layout this section is converted; towards the old one it stays as it is.
-    section("yandex",          json_section_copy,                    Container::kObject),
-    {},
+namespace {
+
+using enum Container;
+
+struct Section {
+    Name old_name = "";  // "" where the old layout, or the new one, has no such section
+    Name new_name = "";
+    k_cnvrt_handler_t to_old = nullptr;
+    k_cnvrt_handler_t to_new = nullptr;
+    Container old_container = kObject;
 };
 
-constinit const NewSection new_config_handler_table[] = {
-    section("Ifaces",         k_cnvrt_get_sections_ifaces_from_old),
-    section("NetFilter",      json_section_copy),
-    section("phys_ifaces",    k_cnvrt_parse_old_phys_ifaces),
-    section("sysusers",       k_cnvrt_get_sysusers_from_old),
-    section("Vlan",           k_cnvrt_get_vlan_from_old),
-    section("DSL_Vlan",       k_cnvrt_get_vlan_dsl_from_old),
-    section("WiFi",           k_cnvrt_get_wifi_from_old),
-    section("RemoteAccess",   k_cnvrt_get_remote_from_old),
-    section("Users",          k_cnvrt_get_users_from_old),
-    section("wan_pvid",       k_cnvrt_get_wan_pvid_from_old),
-    section("Static",         k_cnvrt_get_route_from_old),
-    section("rip",            k_cnvrt_get_rip_from_old),
-    section("QoS",            k_cnvrt_get_qos_from_old),
-    section("Voip",           k_cnvrt_get_voip_from_old),
-    section("Adsl",           json_section_copy),
-    section("Port_settings",  k_cnvrt_get_port_settings_from_old),
-    section("Port_bandwidth", k_cnvrt_get_port_bandwidth_from_old),
-    section("Firewall",       json_section_copy),
-    section("Firewall_v6",    json_section_copy),
-    section("Default_ssid",   k_cnvtr_get_default_ssid_from_old),
-    section("autoupdate",     json_section_copy),
-    section("ddns",           parse_old_ddns),
-    section("dhcp_opt_rule",  parse_old_dhcp_opt_rule),
-    section("dlna",           parse_old_dlna),
-    section("dmz",            json_section_copy),
-    section("dns",            parse_old_dns),
-    section("dns6",           parse_old_dns6),
-    section("dru_filtering",  json_section_copy),
-    section("ftpd",           json_section_copy),
-    section("gpon_settings",  parse_old_gpon_settings),
-    section("httpd",          parse_old_httpd),
-    section("igmp",           json_section_copy),
-    section("ipfilter",       parse_old_ipfilter),
-    section("ipsec",          parse_old_ipsec),
-    section("macfilter",      parse_old_macfilter),
-    section("ntpclient",      parse_old_ntpclient),
-    section("printserver",    json_section_copy),
-    section("redirect",       json_section_copy),
-    section("samba",          json_section_copy),
-    section("ssh",            json_section_copy),
-    section("syslog",         json_section_copy),
-    section("telnet",         json_section_copy),
-    section("tr069",          parse_old_tr069),
-    section("transmission",   parse_old_transmission),
-    section("upnp",           json_section_copy),
-    section("urlfilter",      parse_old_urlfilter),
-    section("vserver",        parse_old_vserver),
-    section("wan_failover",   json_section_copy),
-    section("watchdog",       parse_old_watchdog),
-    section("yandex",         parse_old_yandex),
-    {},
+constexpr Section copied(Name old_name, Name new_name) {
+    return {old_name, new_name, json_section_copy, json_section_copy};
+}
+constexpr Section copied(Name name) {
+    return copied(name, name);
+}
+
+// clang-format off
+constexpr Section kSections[] = {
+    // old               new               to old                                to new
+    {"ifaces",          "Ifaces",         k_cnvrt_get_sections_ifaces_from_new, k_cnvrt_get_sections_ifaces_from_old},
+    copied("netfilter", "NetFilter"),
+    {"phys_ifaces",     "phys_ifaces",    k_cnvrt_parse_new_phys,               k_cnvrt_parse_old_phys_ifaces},
+    {"",                "sysusers",       nullptr,                              k_cnvrt_get_sysusers_from_old},
+    {"vlan",            "Vlan",           k_cnvrt_get_vlan_from_new,            k_cnvrt_get_vlan_from_old},
+    {"dsl_vlan",        "DSL_Vlan",       k_cnvrt_get_vlan_dsl_from_new,        k_cnvrt_get_vlan_dsl_from_old},
+    {"wifi",            "WiFi",           k_cnvrt_get_wifi_from_new,            k_cnvrt_get_wifi_from_old},
+    {"httpaccess",      "RemoteAccess",   k_cnvrt_get_remote_from_new,          k_cnvrt_get_remote_from_old,     kArray},
+    {"users",           "Users",          k_cnvrt_get_users_from_new,           k_cnvrt_get_users_from_old,      kEither},
+    {"sysusers",        "",               k_cnvrt_get_sysusers_from_new,        nullptr,                         kArray},
+    {"wan_pvid",        "wan_pvid",       k_cnvrt_get_wan_pvid_from_new,        k_cnvrt_get_wan_pvid_from_old},
+    {"route",           "Static",         k_cnvrt_get_route_from_new,           k_cnvrt_get_route_from_old,      kArray},
+    {"rip",             "rip",            k_cnvrt_get_rip_from_new,             k_cnvrt_get_rip_from_old},
+    {"queuemanagement", "QoS",            k_cnvrt_get_qos_from_new,             k_cnvrt_get_qos_from_old},
+    {"voip",            "Voip",           k_cnvrt_get_voip_from_new,            k_cnvrt_get_voip_from_old},
+    copied("adsl",      "Adsl"),
+    {"ports_config",    "Port_settings",  k_cnvrt_get_port_settings_from_new,   k_cnvrt_get_port_settings_from_old},
+    {"port_bandwidth",  "Port_bandwidth", k_cnvrt_get_port_bandwidth_from_new,  k_cnvrt_get_port_bandwidth_from_old},
+    copied("Firewall"),
+    copied("Firewall_v6"),
+    {"default_ssid",    "Default_ssid",   k_cnvtr_get_default_ssid_from_new,    k_cnvtr_get_default_ssid_from_old},
+    // The services come next, in the order of their names.
 };
 // clang-format on
+
+// A service is called by its old name in either layout. "Services" carries what has no converter; alone, it is copied.
+constexpr Section section_of(const service_list::Service& service) {
+    const auto or_copied = [](k_cnvrt_handler_t handler) { return handler != nullptr ? handler : json_section_copy; };
+    return {service.by_name == service_list::kBoth ? service.old_name : "", service.old_name, or_copied(service.to_old),
+            or_copied(service.to_new), service.old_container};
+}
+
+constexpr bool has_section(const service_list::Service& service) {
+    return service.by_name != service_list::kNone;
+}
+
+constexpr auto kAllSections = [] {
+    constexpr size_t kServices = std::ranges::count_if(service_list::kServices, has_section);
+    std::array<Section, std::size(kSections) + kServices> all{};
+    Section* end = std::ranges::copy(kSections, all.data()).out;
+    Section* const services = end;
+    for (const auto& service : service_list::kServices)
+        if (has_section(service)) *end++ = section_of(service);
+    std::sort(services, end, [](const Section& a, const Section& b) { return a.new_name.view() < b.new_name.view(); });
+    return all;
+}();
+
+constexpr OldSection old_row(const Section& listed) {
+    return section(listed.old_name, listed.to_old, listed.old_container);
+}
+constexpr NewSection new_row(const Section& listed) {
+    return section(listed.new_name, listed.to_new);
+}
+
+// The rows of the sections that the layout has.
+template <Name Section::*name, auto row_of>
+constexpr auto table_of_sections() {
+    constexpr auto kHas = [](const Section& section) { return !(section.*name).is_empty(); };
+    std::array<decltype(row_of(kAllSections[0])), std::ranges::count_if(kAllSections, kHas) + 1> table{};
+    auto* row = table.data();
+    for (const Section& section : kAllSections)
+        if (kHas(section)) *row++ = row_of(section);
+    return table;
+}
+
+constinit const auto kOldTable = table_of_sections<&Section::old_name, old_row>();
+constinit const auto kNewTable = table_of_sections<&Section::new_name, new_row>();
+
+}  // namespace
+
+constinit const OldSection* const old_config_handler_table = kOldTable.data();
+constinit const NewSection* const new_config_handler_table = kNewTable.data();
 
 }  // namespace kcnvrt

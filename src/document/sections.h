@@ -5,17 +5,11 @@
 #include <cstdint>
 #include <string_view>
 
+#include "frame/container.h"
 #include "frame/json.h"
 #include "k_cnvrt.h"
 
 namespace kcnvrt {
-
-// What an old section is.
-enum class Container : uint32_t {
-    kObject = 0,
-    kArray = 1,
-    kEither = 2,  // an array if the handler accepts one, else an object
-};
 
 // djb2, as k_str_get_hash computes it at run time.
 constexpr uint32_t hash_of(std::string_view name) {
@@ -47,8 +41,11 @@ constexpr NewSection section(Name name, k_cnvrt_handler_t handler) {
 }
 
 // Both tables end with an empty name.
-extern const OldSection old_config_handler_table[];
-extern const NewSection new_config_handler_table[];
+extern const OldSection* const old_config_handler_table;
+extern const NewSection* const new_config_handler_table;
+
+// A new array that the handler fills, or a new object where it refuses the array; null where it refuses both.
+Json array_or_object(k_cnvrt_handler_t handler, json_t* source, k_err_t* err);
 
 // Finds the first row of that name that has a handler, or null.
 template <class Section>

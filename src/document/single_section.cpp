@@ -47,24 +47,18 @@ private:
     size_t count_ = 0;
 };
 
-Json container_of(const OldSection& section) {
-    return section.container == Container::kObject ? object() : array();
-}
-
-// The section in the container given, or null when the handler counts a failure.
-Json fill(const OldSection& section, json_t* source, Json container, k_err_t* err) {
-    if (section.handler(source, container.get(), err) != 0) container.reset();
+// The container that was given, or null when the handler counts a failure.
+Json fill(k_cnvrt_handler_t handler, json_t* source, Json container, k_err_t* err) {
+    if (handler(source, container.get(), err) != 0) container.reset();
     return container;
 }
 
-Json fill_array_or_object(const OldSection& section, json_t* source, const Report& report) {
-    if (Json filled = fill(section, source, array(), report.err())) return filled;
-    if (Json filled = fill(section, source, object(), report.err())) return filled;
-    report.note("JSON is not array or object!");
-    return nullptr;
-}
-
 }  // namespace
+
+Json array_or_object(k_cnvrt_handler_t handler, json_t* source, k_err_t* err) {
+    Json filled = fill(handler, source, array(), err);
+    return filled != nullptr ? std::move(filled) : fill(handler, source, object(), err);
+}
 
 template <class Section>
 int check_hashes(const Section* table, const char* table_name) {
@@ -109,8 +103,13 @@ json_t* k_cnvrt_get_section_to_old(const char* section_name, json_t* new_section
         report.note("Section \"%s\" in old config not found", name);
         return nullptr;
     }
-    if (section->container == Container::kEither) return fill_array_or_object(*section, new_section, report).release();
-    return fill(*section, new_section, container_of(*section), err).release();
+    if (section->container != Container::kEither) {
+        Json container = section->container == Container::kArray ? array() : object();
+        return fill(section->handler, new_section, std::move(container), err).release();
+    }
+    Json either = array_or_object(section->handler, new_section, err);
+    if (either == nullptr) report.note("JSON is not array or object!");
+    return either.release();
 }
 
 json_t* k_cnvrt_get_section_to_new(const char* section_name, json_t* old_section, json_t* base, uint8_t flags,

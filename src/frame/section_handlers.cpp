@@ -1,4 +1,4 @@
-// The section runners: a container is made, a handler fills it, and it is stored whatever the handler returned.
+// How a handler is called for a section: it fills a new container, which is stored whatever the handler returned.
 #include <cstring>
 
 #include "frame/json.h"
