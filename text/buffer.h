@@ -25,6 +25,8 @@ public:
         if (capacity_ - size_ < more && !grow(more)) return nullptr;
         return bytes_ + size_;
     }
+    // The end of the room that there is.
+    const char* limit() const { return bytes_ + capacity_; }
     void advance_to(const char* end) { size_ = static_cast<size_t>(end - bytes_); }
 
     bool append(std::string_view bytes) {

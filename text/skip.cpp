@@ -1,7 +1,9 @@
 #include "skip.h"
 
 #include <algorithm>
-#include <cstdint>
+
+#include "escape.h"
+#include "utf8.h"
 
 namespace kcnvrt::text {
 
@@ -28,72 +30,6 @@ size_t skip_container(std::string_view text, size_t at) {
     return at;
 }
 
-int digit_of(char byte) {
-    if (byte >= '0' && byte <= '9') return byte - '0';
-    const char lower = static_cast<char>(byte | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : 0;
-}
-
-// Of \u and four digits; what is no digit counts as 0.
-uint32_t unit_at(std::string_view name, size_t at) {
-    uint32_t unit = 0;
-    for (size_t i = at + 2; i < at + 6 && i < name.size(); ++i)
-        unit = unit << 4 | static_cast<uint32_t>(digit_of(name[i]));
-    return unit;
-}
-
-bool append_code_point(uint32_t code, Buffer& token) {
-    const auto tail = [code](int shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
-    if (code < 0x80) {
-        const char bytes[] = {static_cast<char>(code)};
-        return token.append({bytes, sizeof bytes});
-    }
-    if (code < 0x800) {
-        const char bytes[] = {static_cast<char>(0xC0 | code >> 6), tail(0)};
-        return token.append({bytes, sizeof bytes});
-    }
-    if (code < 0x10000) {
-        const char bytes[] = {static_cast<char>(0xE0 | code >> 12), tail(6), tail(0)};
-        return token.append({bytes, sizeof bytes});
-    }
-    const char bytes[] = {static_cast<char>(0xF0 | code >> 18), tail(12), tail(6), tail(0)};
-    return token.append({bytes, sizeof bytes});
-}
-
-struct Decoded {
-    uint32_t code;
-    size_t length;  // of the escape
-};
-
-Decoded decode_escape(std::string_view name, size_t at) {
-    const char kind = at + 1 < name.size() ? name[at + 1] : '\\';
-    switch (kind) {
-        case 'b':
-            return {'\b', 2};
-        case 'f':
-            return {'\f', 2};
-        case 'n':
-            return {'\n', 2};
-        case 'r':
-            return {'\r', 2};
-        case 't':
-            return {'\t', 2};
-        case 'u':
-            break;
-        default:
-            return {static_cast<unsigned char>(kind), 2};
-    }
-    const uint32_t unit = unit_at(name, at);
-    if ((unit & 0xFC00) != 0xD800) return {unit, 6};
-    return {0x10000 + ((unit & 0x3FF) << 10) + (unit_at(name, at + 6) & 0x3FF), 12};
-}
-
-bool append_byte_of_token(char byte, Buffer& token) {
-    if (byte == '~') return token.append("~0");
-    if (byte == '/') return token.append("~1");
-    return token.append({&byte, 1});
-}
-
 }  // namespace
 
 size_t skip_blanks(std::string_view text, size_t at) {
@@ -116,17 +52,23 @@ size_t skip_value(std::string_view text, size_t at) {
 }
 
 bool append_token(std::string_view name, Buffer& token) {
-    for (size_t at = 0; at < name.size();) {
-        if (name[at] != '\\') {
-            if (!append_byte_of_token(name[at++], token)) return false;
-            continue;
+    const char* at = name.data();
+    const char* const end = at + name.size();
+    while (at != end) {
+        const Escape escape = *at == '\\' ? read_escape(at, end) : Escape{static_cast<unsigned char>(*at), 0};
+        at += std::max<size_t>(escape.length, 1);
+        char* const place = token.room(4);
+        if (place == nullptr) return false;
+        if (escape.code == '~' || escape.code == '/') {
+            place[0] = '~';
+            place[1] = escape.code == '~' ? '0' : '1';
+            token.advance_to(place + 2);
+        } else if (escape.length == 0) {
+            place[0] = static_cast<char>(escape.code);
+            token.advance_to(place + 1);
+        } else {
+            token.advance_to(put_utf8(escape.code, place));
         }
-        const Decoded decoded = decode_escape(name, at);
-        at += decoded.length;
-        const bool is_special = decoded.code == '~' || decoded.code == '/';
-        if (is_special ? !append_byte_of_token(static_cast<char>(decoded.code), token)
-                       : !append_code_point(decoded.code, token))
-            return false;
     }
     return true;
 }
