@@ -22,7 +22,7 @@ public:
 
     // Room for `more` bytes behind the last one; null when memory ends. What is written there counts from advance_to on.
     char* room(size_t more) {
-        if (capacity_ - size_ < more && !grow(more)) return nullptr;
+        if ((bytes_ == nullptr || capacity_ - size_ < more) && !grow(more)) return nullptr;
         return bytes_ + size_;
     }
     // The end of the room that there is.

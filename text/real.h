@@ -1,5 +1,4 @@
-// real.h: numbers with a fraction, as JSON writes them, whatever the locale. One of two files implements it:
-// real_charconv.cpp, or real_stdio.cpp where the C++ library cannot do it for reals.
+// real.h: numbers with a fraction, as JSON writes them, whatever the locale.
 #pragma once
 
 #include <cstddef>
@@ -12,10 +11,11 @@ inline constexpr size_t kLongestReal = 32;
 
 // Writes the fewest digits that read back as the same number, in the notation of json_dumps: never an integer's, so that
 // it stays a real. `place` has kLongestReal bytes; returns the end.
+// real_charconv.cpp does it by the C++ library, real_stdio.cpp where that cannot or would be too large.
 char* print_real(double value, char* place);
 
 // Reads a number with a fraction or an exponent whose syntax is JSON's. False for what no double holds (1e400), and when
-// it cannot tell.
+// memory ends. The C++ library's from_chars for reals would need its exceptions, and in WebAssembly there is none.
 bool read_real(std::string_view number, double& value);
 
 }  // namespace kcnvrt::text

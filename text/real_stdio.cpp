@@ -1,5 +1,3 @@
-#include <jansson.h>
-
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -49,15 +47,6 @@ char* print_real(double value, char* place) {
     for (; *at != 'e'; ++at)
         if (*at >= '0' && *at <= '9') digits[static_cast<size_t>(count++)] = *at;
     return print_digits(std::signbit(value), digits.data(), count, std::atoi(at + 1), place);
-}
-
-// Jansson's parser knows the locale's point.
-bool read_real(std::string_view number, double& value) {
-    json_t* const real = json_loadb(number.data(), number.size(), JSON_DECODE_ANY, nullptr);
-    const bool is_read = json_is_real(real);
-    if (is_read) value = json_real_value(real);
-    json_decref(real);
-    return is_read;
 }
 
 }  // namespace kcnvrt::text
