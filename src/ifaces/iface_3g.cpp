@@ -22,7 +22,11 @@ constexpr auto kModem = fields(
 // clang-format off
 constexpr auto kDialUp = fields(
     carried("apn"),
-    carried("dial_num"));
+    carried("dial_num"),
+    carried("ppp_state"),
+    carried("ondemand"),
+    carried("pppoe_pass_through"),
+    carried("is_wan"));
 // clang-format on
 
 constexpr char kDialUpAuthor[] = "parse_ppp_services_for3g";
@@ -30,14 +34,14 @@ constexpr char kDialUpAuthor[] = "parse_ppp_services_for3g";
 int dial_up_to_new(json_t* old_service, json_t* entry, const Report& report) {
     int failures = to_new(kDialUp, old_service, entry, report);
     failures += to_new(kPppSession, old_service, entry, report);
-    failures += to_new(kPppCredentials, old_service, entry, report);
+    failures += to_new(kPppReporting, old_service, entry, report);
     return failures;
 }
 
 int dial_up_to_old(json_t* entry, json_t* old_service, const Report& report) {
     int failures = to_old(kDialUp, entry, old_service, report);
     failures += to_old(kPppSession, entry, old_service, report);
-    failures += to_old(kPppCredentials, entry, old_service, report);
+    failures += to_old(kPppReporting, entry, old_service, report);
     return failures;
 }
 

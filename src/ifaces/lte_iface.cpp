@@ -1,6 +1,7 @@
 #include "frame/list.h"
 #include "ifaces/addresses.h"
 #include "ifaces/dot1x.h"
+#include "ifaces/ip_settings.h"
 #include "ifaces/layer2.h"
 #include "ifaces/named_entries.h"
 #include "ifaces/port_list.h"
@@ -18,40 +19,34 @@ constexpr auto kLte = fields(
     integer_in_new("mode"),
     string_field  ("mac"));
 
-constexpr auto kIpService = fields(
-    //          old                  new
+constexpr auto kAddress = fields(
+    //          old     new
     listed_ip  ("ip"),
-    listed_mask("mask",              "ip"),
-    carried    ("apn"),
-    carried    ("nat"),
-    carried    ("rip"),
-    carried    ("auto"),
-    carried    ("dhcp"),
-    carried    ("name"),
-    carried    ("igmp"),
-    carried    ("gwip"),
-    carried    ("gwif"),
-    carried    ("iface",             "phy_iface"),
-    carried    ("is_wan"),
-    carried    ("contag"),
-    carried    ("enable"),
-    carried    ("metric"),
-    carried    ("dns_sec"),
-    carried    ("contype"),
-    carried    ("hostname"),
-    carried    ("table_id"),
-    carried    ("dns_prim"),
-    carried    ("firewall"),
-    carried    ("serverid"),
-    carried    ("leasetime"),
-    carried    ("table_alt"),
-    carried    ("vendor_id"),
-    carried    ("ping_respond"),
-    carried    ("dns_from_dhcp"),
-    name_list  ("lock"),
-    status     ("connection_status"),
-    dot1x      ("8021x"));
+    listed_mask("mask", "ip"),
+    carried    ("apn"));
+
+constexpr auto kSettings = ip_settings(carried);
+
+// The lock list stands before the 802.1X block because that is the order of their messages towards the old layout.
+constexpr auto kReporting = fields(
+    name_list("lock"),
+    status   ("connection_status"),
+    dot1x    ("8021x"));
 // clang-format on
+
+int service_to_new(json_t* old_service, json_t* service, const Report& report) {
+    int failures = to_new(kAddress, old_service, service, report);
+    failures += to_new(kSettings, old_service, service, report);
+    failures += to_new(kReporting, old_service, service, report);
+    return failures;
+}
+
+int service_to_old(json_t* service, json_t* old_service, const Report& report) {
+    int failures = to_old(kAddress, service, old_service, report);
+    failures += to_old(kSettings, service, old_service, report);
+    failures += to_old(kReporting, service, old_service, report);
+    return failures;
+}
 
 }  // namespace
 
@@ -59,7 +54,7 @@ int lte_to_new(json_t* old_iface, json_t* entry, k_err_t* err) {
     const Report report{"parse_lte", err};
     const Report of_service = report.under("parse_ip_services_forLte");
     const auto convert = [&](json_t* old_service, json_t* service) {
-        return to_new(kIpService, old_service, service, of_service);
+        return service_to_new(old_service, service, of_service);
     };
     const int failures = to_new(kLte, old_iface, entry, report);
     return failures + only_group_to_new(old_iface, "ip", entry, convert);
@@ -68,7 +63,7 @@ int lte_to_new(json_t* old_iface, json_t* entry, k_err_t* err) {
 int lte_to_old(json_t* entry, json_t* old_iface, k_err_t* err) {
     const Report report{"parse_new_lte", err};
     const auto convert = [&](json_t* service, json_t* old_service) {
-        return to_old(kIpService, service, old_service, report);
+        return service_to_old(service, old_service, report);
     };
     const int failures = to_old(kLte, entry, old_iface, report);
     return failures + only_group_to_old(entry, "ip", old_iface, convert);

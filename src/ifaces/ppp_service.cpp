@@ -5,8 +5,16 @@ namespace kcnvrt {
 
 namespace {
 
-// What PPP over IPv6 and dual-stack PPP have beyond plain PPP.
 // clang-format off
+
+// What a PPP service has beyond a PPP session.
+constexpr auto kPppService = fields(
+    carried("ppp_state"),
+    carried("ondemand"),
+    carried("pppoe_pass_through"),
+    carried("is_wan"));
+
+// What PPP over IPv6 and dual-stack PPP have beyond plain PPP.
 constexpr auto kPppIpv6 = fields(
     carried("ipv6_auto"),
     carried("slaac"),
@@ -20,23 +28,26 @@ constexpr auto kPppIpv6 = fields(
     carried("dns_secv6"),
     carried("gwipv6"),
     carried("ipv6"));
+
 // clang-format on
 
-int session_to_new(json_t* old_service, json_t* entry, const Report& report) {
-    int failures = to_new(kPppCredentials, old_service, entry, report);
+int service_to_new(json_t* old_service, json_t* entry, const Report& report) {
+    int failures = to_new(kPppReporting, old_service, entry, report);
     failures += to_new(kPppSession, old_service, entry, report);
+    failures += to_new(kPppService, old_service, entry, report);
     return failures;
 }
 
-int session_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, const Report& report) {
+int service_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, const Report& report) {
     carry(old_service, "l2_iface", l2_iface);
-    int failures = to_old(kPppCredentials, entry, old_service, report);
+    int failures = to_old(kPppReporting, entry, old_service, report);
     failures += to_old(kPppSession, entry, old_service, report);
+    failures += to_old(kPppService, entry, old_service, report);
     return failures;
 }
 
-int ipv6_session_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, const Report& report) {
-    int failures = session_to_old(entry, old_service, l2_iface, report);
+int ipv6_service_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, const Report& report) {
+    int failures = service_to_old(entry, old_service, l2_iface, report);
     failures += to_old(kPppIpv6, entry, old_service, report);
     return failures;
 }
@@ -44,26 +55,26 @@ int ipv6_session_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, co
 }  // namespace
 
 int ppp_service_to_new(json_t* old_service, json_t* entry, k_err_t* err) {
-    return session_to_new(old_service, entry, Report{"parse_service_ppp", err});
+    return service_to_new(old_service, entry, Report{"parse_service_ppp", err});
 }
 
 int pppv6_service_to_new(json_t* old_service, json_t* entry, k_err_t* err) {
     const Report report{"parse_service_pppv6", err};
-    int failures = session_to_new(old_service, entry, report);
+    int failures = service_to_new(old_service, entry, report);
     failures += to_new(kPppIpv6, old_service, entry, report);
     return failures;
 }
 
 int ppp_service_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, k_err_t* err) {
-    return session_to_old(entry, old_service, l2_iface, Report{"parse_services_ppp", err});
+    return service_to_old(entry, old_service, l2_iface, Report{"parse_services_ppp", err});
 }
 
 int pppv6_service_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, k_err_t* err) {
-    return ipv6_session_to_old(entry, old_service, l2_iface, Report{"parse_services_pppv6", err});
+    return ipv6_service_to_old(entry, old_service, l2_iface, Report{"parse_services_pppv6", err});
 }
 
 int pppdual_service_to_old(json_t* entry, json_t* old_service, json_t* l2_iface, k_err_t* err) {
-    return ipv6_session_to_old(entry, old_service, l2_iface, Report{"parse_services_pppdual", err});
+    return ipv6_service_to_old(entry, old_service, l2_iface, Report{"parse_services_pppdual", err});
 }
 
 }  // namespace kcnvrt

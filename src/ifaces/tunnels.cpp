@@ -1,52 +1,26 @@
 #include "ifaces/tunnels.h"
+
 #include "frame/list.h"
 #include "ifaces/named_entries.h"
+#include "ifaces/ppp_session.h"
 
 namespace kcnvrt {
 
 namespace {
 
-// clang-format off
-constexpr auto kTunnel = fields(
-    //             old                  new
-    integer_field("auth"),
-    integer_field("encrypt"),
-    password     ("password"),
-    carried      ("auto"),
-    carried      ("enable"),
-    carried      ("noauth"),
-    carried      ("igmp"),
-    carried      ("nat"),
-    carried      ("gwif"),
-    carried      ("ping_respond"),
-    carried      ("ppp_debug"),
-    carried      ("ppp_ip_ext"),
-    carried      ("firewall"),
-    carried      ("rip"),
-    carried      ("table_alt"),
-    carried      ("mtu"),
-    carried      ("unit"),
-    carried      ("contag"),
-    carried      ("metric"),
-    carried      ("table_id"),
-    carried      ("iface",              "phy_iface"),
-    carried      ("static_ip"),
-    carried      ("dns_prim"),
-    carried      ("dns_sec"),
-    carried      ("username"),
-    carried      ("type"),
-    carried      ("extra_options"),
-    carried      ("servicename"),
-    carried      ("name"),
-    carried      ("gateway"),
-    carried      ("ip"),
-    carried      ("mask"),
-    carried      ("keep_alive"),
-    name_list    ("lock"),
-    status       ("connection_status"));
-// clang-format on
+constexpr auto kTunnel = ppp_session("type");
 
 constexpr const char* kAuthor = "parse_tunnels";
+
+int tunnel_to_new(json_t* old_tunnel, json_t* tunnel, const Report& report) {
+    const int failures = to_new(kPppReporting, old_tunnel, tunnel, report);
+    return failures + to_new(kTunnel, old_tunnel, tunnel, report);
+}
+
+int tunnel_to_old(json_t* tunnel, json_t* old_tunnel, const Report& report) {
+    const int failures = to_old(kPppReporting, tunnel, old_tunnel, report);
+    return failures + to_old(kTunnel, tunnel, old_tunnel, report);
+}
 
 }  // namespace
 
@@ -57,7 +31,7 @@ int ways::tunnels_to_new(json_t* destination, Key key, json_t* value, const Repo
     ListBuilder tunnels;
     for (const auto [name, old_tunnel] : SortedMembers{value}) {
         Json tunnel = named_entry("ifname_tun", name);
-        failures += to_new(kTunnel, old_tunnel, tunnel.get(), tunnels_report);
+        failures += tunnel_to_new(old_tunnel, tunnel.get(), tunnels_report);
         tunnels.add(std::move(tunnel));
     }
     set(destination, key, tunnels.finish());
@@ -68,11 +42,11 @@ int tunnels_to_old(json_t* new_service, json_t* old_service, json_t* l3_iface, c
     json_t* const tunnels = get(new_service, "tunnels");
     if (tunnels == nullptr) return 0;
     Json old_tunnels = object();
-    const auto tunnel_to_old = [l3_iface, report = report.under(kAuthor)](json_t* tunnel, json_t* old_tunnel) {
+    const auto convert = [l3_iface, report = report.under(kAuthor)](json_t* tunnel, json_t* old_tunnel) {
         carry(old_tunnel, "l3_iface", l3_iface);
-        return to_old(kTunnel, tunnel, old_tunnel, report);
+        return tunnel_to_old(tunnel, old_tunnel, report);
     };
-    const int failures = entries_to_old(tunnels, "ifname_tun", old_tunnels.get(), tunnel_to_old);
+    const int failures = entries_to_old(tunnels, "ifname_tun", old_tunnels.get(), convert);
     set(old_service, "tunnels", std::move(old_tunnels));
     return failures;
 }
