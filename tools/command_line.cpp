@@ -232,6 +232,12 @@ ExitStatus parse_and_run(CLI::App& app, const Options& options, int argc, char**
 
 }  // namespace
 
+std::vector<std::string> Options::inputs() const {
+    if (!from.empty()) return {from, other};
+    if (base) return {file, *base};
+    return {file};
+}
+
 ExitStatus run_command_line(int argc, char** argv) {
     Options options;
     CLI::App app("Converts a gateway's configuration between its two JSON layouts.", "kcnvrt");

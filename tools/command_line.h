@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "failure.h"
 #include "input.h"
@@ -26,6 +27,9 @@ struct Options {
     bool compact = false;
     std::optional<int> indent;
     ErrorFormat errors = ErrorFormat::kText;
+
+    // The files that the result is made of.
+    std::vector<std::string> inputs() const;
 };
 
 // Carries out the command line.

@@ -46,7 +46,7 @@ ExitStatus deliver(const Options& options, const std::string& source, MakeResult
     messages.print_lines(source, "diagnostic", aside.restore());
     messages.print(source, record.get());
     if (!result) return kRejected;
-    write_json(options.output, result.get(), dump_flags(options));
+    write_json(options.output, options.inputs(), result.get(), dump_flags(options));
     return kConverted;
 }
 

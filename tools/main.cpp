@@ -6,6 +6,7 @@
 #include <csignal>
 
 #include "command_line.h"
+#include "passing_file.h"
 
 namespace {
 
@@ -24,5 +25,6 @@ int main(int argc, char** argv) {
     // Writing then fails with an error that is handled like any other.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+    kcnvrt::PassingFile::remove_on_ending_signals();
     return kcnvrt::run_command_line(argc, argv);
 }

@@ -7,12 +7,11 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "failure.h"
 #include "input.h"
+#include "permissions.h"
 
 namespace kcnvrt {
 
@@ -20,8 +19,7 @@ namespace {
 
 constexpr std::size_t kBufferSize = 64 * 1024;
 constexpr int kMostLinks = 40;
-constexpr mode_t kPermissions = 0777;
-constexpr mode_t kNewFile = 0666;
+constexpr mode_t kOwnersAlone = 0600;
 
 bool write_all(int descriptor, std::string_view text) {
     while (!text.empty()) {
@@ -49,18 +47,34 @@ std::string follow_links(std::string path) {
     return path;
 }
 
-mode_t permissions_of_a_new_file() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return kNewFile & ~mask;
+gid_t group_of(int descriptor) {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 ? status.st_gid : getegid();
 }
 
-// The new file gets the permissions of the one it replaces, and its owner where the system lets it.
-void settle_permissions(int descriptor, const std::string& path) {
-    struct stat old;
-    const bool exists = stat(path.c_str(), &old) == 0;
-    [[maybe_unused]] const int owned = exists ? fchown(descriptor, old.st_uid, old.st_gid) : 0;
-    fchmod(descriptor, exists ? old.st_mode & kPermissions : permissions_of_a_new_file());
+// The owner and the permissions of the file to be replaced, as far as the system lets them be given.
+void inherit(int descriptor, const struct stat& old) {
+    if (fchown(descriptor, old.st_uid, old.st_gid) != 0) {
+        [[maybe_unused]] const int grouped = fchown(descriptor, static_cast<uid_t>(-1), old.st_gid);
+    }
+    fchmod(descriptor, permissions_of(old).in_group(group_of(descriptor)));
+}
+
+int create_for_owner(PassingFile& file, const std::string& folder, const struct stat& old) {
+    const int descriptor = file.create(folder, kOwnersAlone);
+    if (descriptor >= 0) inherit(descriptor, old);
+    return descriptor;
+}
+
+// The system gives a new file its group, and takes from its permissions what the umask says. Where it is a group that could
+// not read the inputs the file is made anew, so that it was never open to that group.
+int create_like(PassingFile& file, const std::string& folder, const Permissions& inputs) {
+    const int descriptor = file.create(folder, inputs.mode);
+    if (descriptor < 0) return -1;
+    const mode_t mode = inputs.in_group(group_of(descriptor));
+    if (mode == inputs.mode) return descriptor;
+    close(descriptor);
+    return file.create(folder, mode);
 }
 
 // By its name, or by the way of /dev/stdout, which may lead to a file that has no name any more.
@@ -84,12 +98,13 @@ int append_to_output(const char* text, std::size_t size, void* output) {
 
 }  // namespace
 
-Output::Output(const std::string& file) : name_(file) {
+Output::Output(const std::string& file, const std::vector<std::string>& inputs) : name_(file) {
     buffer_.reserve(kBufferSize);
     if (is_standard_output(file)) {
         descriptor_ = STDOUT_FILENO;
     } else if (is_regular_or_missing(file)) {
-        open_beside(follow_links(file));
+        path_ = follow_links(file);
+        descriptor_ = create_beside(inputs);
     } else {
         descriptor_ = open(file.c_str(), O_WRONLY | O_CLOEXEC);
     }
@@ -98,16 +113,13 @@ Output::Output(const std::string& file) : name_(file) {
 
 Output::~Output() {
     close_file();
-    if (!passing_path_.empty()) unlink(passing_path_.c_str());
 }
 
-void Output::open_beside(const std::string& path) {
-    std::string passing_path = folder_of(path) + ".kcnvrt-XXXXXX";
-    descriptor_ = mkostemp(passing_path.data(), O_CLOEXEC);
-    if (descriptor_ < 0) return;
-    path_ = path;
-    passing_path_ = passing_path;
-    settle_permissions(descriptor_, path);
+int Output::create_beside(const std::vector<std::string>& inputs) {
+    struct stat old;
+    const std::string folder = folder_of(path_);
+    if (stat(path_.c_str(), &old) == 0) return create_for_owner(passing_, folder, old);
+    return create_like(passing_, folder, permissions_of(inputs));
 }
 
 bool Output::put(std::string_view text) {
@@ -128,8 +140,7 @@ void Output::finish() {
     close_file();
     if (error_ != 0) fail(error_);
     if (path_.empty()) return;
-    if (std::rename(passing_path_.c_str(), path_.c_str()) != 0) fail(errno);
-    passing_path_.clear();
+    if (!passing_.rename_to(path_)) fail(errno);
 }
 
 // Standard output stays open: it is not this object's.
@@ -143,8 +154,9 @@ void Output::fail(int error) const {
     throw Failure{kUnusableFile, name_, "write", std::strerror(error)};
 }
 
-void write_json(const std::string& file, const json_t* value, std::size_t flags) {
-    Output output(file);
+void write_json(const std::string& file, const std::vector<std::string>& inputs, const json_t* value,
+                std::size_t flags) {
+    Output output(file, inputs);
     const bool complete = json_dump_callback(value, append_to_output, &output, flags | JSON_ENCODE_ANY) == 0;
     const bool written = output.put("\n");
     if (written && !complete) throw Failure{kUnusableFile, file, "write", "the result cannot be written as JSON"};
@@ -152,7 +164,7 @@ void write_json(const std::string& file, const json_t* value, std::size_t flags)
 }
 
 void write_text(const std::string& file, std::string_view text) {
-    Output output(file);
+    Output output(file, {});
     output.put(text);
     output.finish();
 }

@@ -1,13 +1,6 @@
 # Standard output, and files that are replaced whole or not at all.
 load setup
 
-document() { write old.json '{"wan1": 10}'; }
-convert() { kcnvrt "$1" section wan_pvid --to-new --compact "${@:2}"; }
-result='{"1":{"name":"wan1","pvid":10},"max_instance":1}'
-
-# No passing file is left behind.
-only_files() { equal "$(ls -A | tr '\n' ' ')" "$* "; }
-
 @test "-o writes the result and prints nothing" {
     document
     convert 0 old.json -o new.json
@@ -48,20 +41,6 @@ only_files() { equal "$(ls -A | tr '\n' ' ')" "$* "; }
     document
     convert 0 old.json -o old.json
     equal "$(cat old.json)" "$result"
-}
-
-@test "an existing file keeps its permissions, a new one gets the usual" {
-    document
-    write new.json old
-    chmod 640 new.json
-    convert 0 old.json -o new.json
-    equal "$(stat -c %a new.json)" 640
-    umask 027
-    convert 0 old.json -o fresh.json
-    equal "$(stat -c %a fresh.json)" 640
-    umask 022
-    convert 0 old.json -o other.json
-    equal "$(stat -c %a other.json)" 644
 }
 
 @test "symbolic links are kept, and what they lead to is replaced" {
@@ -119,17 +98,6 @@ only_files() { equal "$(ls -A | tr '\n' ' ')" "$* "; }
     convert 3 old.json -o old.json/new.json
     equal "$stderr" "old.json/new.json: write: Not a directory"
     equal "$output" ""
-}
-
-@test "a folder without permission to write leaves its file alone" {
-    document
-    mkdir folder
-    write folder/new.json old
-    chmod 555 folder
-    run --separate-stderr -3 heeding_permissions "$KCNVRT" section wan_pvid --to-new old.json -o folder/new.json
-    equal "$stderr" "folder/new.json: write: Permission denied"
-    equal "$(cat folder/new.json)" old
-    chmod 755 folder
 }
 
 # Only such devices as a tool that is broken, and run by root, cannot replace.

@@ -20,11 +20,31 @@ talkative() {
     run --separate-stderr "-$expected" "${TALKATIVE_KCNVRT:?}" "$@"
 }
 
-# heeding_permissions COMMAND...: root may write everywhere, unless that right is taken from it.
-heeding_permissions() {
-    [ "$(id -u)" != 0 ] || set -- setpriv --inh-caps=-all --bounding-set=-dac_override,-dac_read_search "$@"
-    "$@"
+# shimmed STATUS RULES ARGUMENT...: the tool behind the shim, whose rules shim/calls.c describes.
+shimmed() {
+    local expected=$1 rules=$2
+    shift 2
+    run --separate-stderr "-$expected" env LD_PRELOAD="${SHIM_LIBRARY:?}" SHIM="$rules" "$KCNVRT" "$@"
 }
+
+# recorded FILE ARGUMENT...: the calls that the tool makes, one a line. A passing file is called "passing", as its name is
+# never the same.
+recorded() {
+    local file=$1
+    shift
+    rm -f "$file"
+    LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=$file "$KCNVRT" "$@"
+    sed -i -E '/^(alloc|mmap) /d; s/\.kcnvrt-[0-9-]+/passing/g' "$file"
+}
+
+# A document, what becomes of it, and the conversion with any other arguments.
+document() { write old.json '{"wan1": 10}'; }
+result='{"1":{"name":"wan1","pvid":10},"max_instance":1}'
+conversion=(section wan_pvid --to-new --compact)
+convert() { kcnvrt "$1" "${conversion[@]}" "${@:2}"; }
+
+# No passing file is left behind.
+only_files() { equal "$(ls -A | tr '\n' ' ')" "$* "; }
 
 equal() {
     if [ "$1" != "$2" ]; then
