@@ -1,7 +1,10 @@
 // What a voice service can do: the same in both layouts but for the two lists of names in "SIP", one text with commas
 // in the old layout and a numbered list in the new.
+#include <cstring>
+
 #include "frame/growing_text.h"
 #include "frame/list.h"
+#include "k_cnvrt.h"
 #include "voip/voice.h"
 
 namespace kcnvrt::ways {
@@ -13,27 +16,15 @@ int string_to_multiinstance(json_t* sip, Key key, json_t* value, const Report&) 
     return 0;
 }
 
-// Its misspelt name is that of its messages.
-int multiinstanse_to_string(json_t* sip, Key key, json_t* list, const Report& report) {
-    if (list == nullptr) return 0;
-    if (!json_is_object(list)) return report.under(__func__).fail("Error field \"%s\", is not object", key.text());
-    const GrowingText names{string_init(0)};
-    const char* separator = "";
-    for (const auto [number, name] : Instances{list}) {
-        if (!json_is_string(name)) continue;
-        string_add(names.get(), separator);
-        string_add(names.get(), text_of(name));
-        separator = ",";
-    }
-    if (names != nullptr) set(sip, key, string(names->text));
-    return 0;
+int multiinstance_to_string(json_t* sip, Key key, json_t* value, const Report& report) {
+    return multiinstanse_to_string(sip, key.text(), value, report.err());
 }
 
 // What is no list of names, by its type, stays in the copy as it was.
 // clang-format off
 constexpr auto kSip = fields(
-    field<string_to_multiinstance, multiinstanse_to_string>("Extensions"),
-    field<string_to_multiinstance, multiinstanse_to_string>("Transports"));
+    field<string_to_multiinstance, multiinstance_to_string>("Extensions"),
+    field<string_to_multiinstance, multiinstance_to_string>("Transports"));
 // clang-format on
 
 template <auto Cross>
@@ -58,3 +49,21 @@ int capabilities_to_old(json_t* service, Key key, json_t* value, const Report& r
 }
 
 }  // namespace kcnvrt::ways
+
+using namespace kcnvrt;
+
+// Callers link against this spelling.
+int multiinstanse_to_string(json_t* destination, const char* key, json_t* list, k_err_t* err) {
+    if (key == nullptr || list == nullptr) return 0;
+    if (!json_is_object(list)) return Report{__func__, err}.fail("Error field \"%s\", is not object", key);
+    const GrowingText names{string_init(0)};
+    const char* separator = "";
+    for (const auto [number, name] : Instances{list}) {
+        if (!json_is_string(name)) continue;
+        string_add(names.get(), separator);
+        string_add(names.get(), text_of(name));
+        separator = ",";
+    }
+    if (names != nullptr) set(destination, {key, std::strlen(key)}, string(names->text));
+    return 0;
+}

@@ -86,6 +86,13 @@ Returned call_set_max_instance(const Inputs& in, const char* name, k_err_t*) {
     return {0, std::move(destination)};
 }
 
+Returned call_list_to_string(const Inputs& in, const char* name, k_err_t* err) {
+    Tree destination = in.destination();
+    const auto to_string = symbol<decltype(&multiinstanse_to_string)>(name);
+    const int result = to_string(destination.get(), in.text("key"), in.tree("list"), err);
+    return {result, std::move(destination)};
+}
+
 Returned call_remote_element(const Inputs& in, const char* name, k_err_t* err) {
     int errors = in.number("errors");
     Tree output{symbol<json_t* (*)(json_t*, int*, k_err_t*)>(name)(in.tree("source"), &errors, err)};
@@ -146,6 +153,8 @@ const Kind kKinds[] = {
     {call_sorted_keys, {"getSortedKeys"}, {kSource, kResult, kOutput, kStdout}},
     {call_set_max_instance, {"json_set_max_instance"},
      {kDestination, {"count", Type::kInteger, Need::kRequired}, kOutput, kOrdered, kStdout}},
+    {call_list_to_string, {"multiinstanse_to_string"},
+     {kKey, {"list", Type::kTree}, kDestination, kResult, kOutput, kOrdered, kMessages, kStdout}},
     {call_remote_element, {"k_cnvrt_get_remote_from_old_element"},
      {kSource, {"errors", Type::kInteger}, kResult, kOutput, kOrdered, kMessages, kStdout}},
     {call_find_branch, {"k_conf_find_branch"},

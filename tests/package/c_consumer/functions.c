@@ -169,6 +169,19 @@ static void call_instance_utilities(void) {
     json_decref(list);
 }
 
+static void call_list_to_string(k_err_t* err) {
+    json_t* list = json_pack("{s:s, s:s}", "1", "UDP", "2", "TLS");
+    json_t* destination = json_object();
+
+    expect(multiinstanse_to_string(destination, "names", list, err) == 0);
+    expect(strcmp(json_string_value(json_object_get(destination, "names")), "UDP,TLS") == 0);
+    expect(multiinstanse_to_string(destination, NULL, list, err) == 0);
+    expect(multiinstanse_to_string(destination, NULL, json_true(), err) == 0);
+    expect(json_object_size(destination) == 1);
+    json_decref(destination);
+    json_decref(list);
+}
+
 static void call_entry_points(k_err_t* err) {
     json_t* source = json_pack("{s:i}", "ppp0", 10);
     json_t* empty = json_object();
@@ -235,6 +248,7 @@ int call_every_function(void) {
     call_differences(err);
     call_field_helpers(err);
     call_instance_utilities();
+    call_list_to_string(err);
     call_entry_points(err);
     call_texts();
     call_handlers(err);
