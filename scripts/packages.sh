@@ -2,7 +2,8 @@
 # Sourced by build.sh: the Debian packages that the build and its checks need, installed where they are missing.
 
 build_packages=(g++ cmake ninja-build pkg-config libjansson-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev bats)
+docs_packages=(jq)
+test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats)
 
 # installed_packages NAME...: prints those that are.
 installed_packages() {

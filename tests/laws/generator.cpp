@@ -44,13 +44,21 @@ std::vector<std::string> Generator::unvisited() const {
     return visits_.missing_of(expected_);
 }
 
-json_t* Generator::said(const Place& place, const char* what) {
-    const auto [known, is_new] = said_.try_emplace(place.field + ' ' + what, nullptr);
+const Row* Generator::row_of(const Place& place, std::initializer_list<const char*> says) {
+    const auto [known, is_new] = rows_.try_emplace(place.field + ' ' + *says.begin(), nullptr);
     if (!is_new) return known->second;
-    for (const Row& row : values_)
-        if (known->second == nullptr && row.is_of(side_) && row.says(what) && row.matches(place.path))
-            known->second = row[what];
+    for (const Row& row : values_) {
+        const bool is_meant =
+            std::any_of(says.begin(), says.end(), [&row](const char* what) { return row.says(what); });
+        if (known->second == nullptr && is_meant && row.is_of(side_) && row.matches(place.path, words_))
+            known->second = &row;
+    }
     return known->second;
+}
+
+json_t* Generator::said(const Place& place, const char* what) {
+    const Row* row = row_of(place, {what});
+    return row == nullptr ? nullptr : (*row)[what];
 }
 
 Tree Generator::inside(Place& place, const std::string& name, const std::string& counts_as, json_t* example) {
@@ -134,9 +142,10 @@ Tree Generator::vary_object(Place& place, json_t* example) {
     return object;
 }
 
-// The members that are no entries of a list, each there or not.
+// The members that are no entries of a list, each there or not; now and then none that need not be.
 Tree Generator::vary_members(Place& place, json_t* example) {
     Tree object{json_object()};
+    const bool is_bare = chance(10);
     const bool is_list = is_numbered_list(example);
     for (void* at = json_object_iter(example); at != nullptr; at = json_object_iter_next(example, at)) {
         const std::string name = json_object_iter_key(at);
@@ -147,7 +156,7 @@ Tree Generator::vary_members(Place& place, json_t* example) {
         const bool is_required = said(member, "required") != nullptr;
         expect(member, "present");
         if (!is_required) expect(member, "absent");
-        const bool is_present = is_required || chance(is_sparse_ ? 20 : 80);
+        const bool is_present = is_required || (!is_bare && chance(is_sparse_ ? 20 : 80));
         visit(member, is_present ? "present" : "absent");
         if (is_present)
             json_object_set_new(object.get(), name.c_str(), vary(member, json_object_iter_value(at)).release());
@@ -167,9 +176,10 @@ Tree Generator::vary_array(Place& place, json_t* example) {
 }
 
 Tree Generator::vary_leaf(Place& place, json_t* example) {
-    if (json_t* kind = said(place, "kind")) return Tree{of_kind(json_string_value(kind), place, example)};
-    json_t* values = said(place, "values");
-    if (values == nullptr) return Tree{like_leaf(example)};
+    const Row* row = row_of(place, {"kind", "values"});
+    if (row == nullptr) return Tree{like_leaf(example)};
+    if (row->says("kind")) return Tree{of_kind(json_string_value((*row)["kind"]), place, example)};
+    json_t* values = (*row)["values"];
     for (size_t i = 0; i < json_array_size(values); ++i) expect(place, text_of_value(json_array_get(values, i)));
     json_t* value = json_array_get(values, below(json_array_size(values)));
     visit(place, text_of_value(value));
@@ -196,6 +206,12 @@ json_t* Generator::like_leaf(json_t* example) {
     return json_string(json_string_length(example) == 0 && chance(50) ? "" : word().c_str());
 }
 
+// As the old layout may have it: a text as a rule.
+json_t* Generator::any_number() {
+    if (chance(10)) return json_string("");
+    return chance(10) ? json_integer(static_cast<json_int_t>(std::stoul(digits()))) : json_string(digits().c_str());
+}
+
 json_t* Generator::of_kind(const std::string& kind, const Place& place, json_t* example) {
     const auto position = [&place] {
         return static_cast<json_int_t>(std::stoul(place.path[place.path.size() - 2].name));
@@ -206,10 +222,11 @@ json_t* Generator::of_kind(const std::string& kind, const Place& place, json_t* 
     };
     const auto address = [this] { return "192.0.2." + std::to_string(below(256)); };
     if (kind == "position") return json_integer(position());
-    if (kind == "number") return json_integer(position() + 1);
+    if (kind == "number of its own") return json_integer(position() + 1);
     if (kind == "name in order") return numbered("n");
     if (kind == "name in order of its list") return numbered(list_name());
     if (kind == "password") return chance(10) ? json_null() : json_string(chance(10) ? "" : word().c_str());
+    if (kind == "number") return any_number();
     if (kind == "small integer") return json_integer(static_cast<json_int_t>(below(101)));
     if (kind == "address") return json_string(address().c_str());
     if (kind == "text") return json_string(word().c_str());

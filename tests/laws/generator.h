@@ -5,18 +5,22 @@
 // take which values, which objects are keyed by names of their own, which members are never absent.
 #pragma once
 
+#include <initializer_list>
 #include <map>
 #include <random>
 #include <vector>
 
 #include "rows.h"
 #include "visits.h"
+#include "word_places.h"
 
 class Generator {
 public:
-    Generator(Side side, const std::vector<Row>& values, unsigned seed) : side_{side}, values_{values}, random_{seed} {}
+    // The words are those of the example.
+    Generator(Side side, const std::vector<Row>& values, const WordPlaces& words, unsigned seed)
+        : side_{side}, values_{values}, words_{words}, random_{seed} {}
 
-    // A document like that one.
+    // A document like the example.
     Tree like(json_t* example);
 
     // What all documents so far had.
@@ -41,7 +45,8 @@ private:
     Tree vary_leaf(Place& place, json_t* example);
     Tree inside(Place& place, const std::string& name, const std::string& counts_as, json_t* example);
 
-    // What the rows say of that place, or null.
+    // The first row on that place that says one of these, and what it says; or null.
+    const Row* row_of(const Place& place, std::initializer_list<const char*> says);
     json_t* said(const Place& place, const char* what);
     void expect(const Place& place, const std::string& branch) { expected_.add(place.field, branch); }
     void visit(const Place& place, const std::string& branch) { visits_.add(place.field, branch); }
@@ -51,14 +56,16 @@ private:
     size_t length_of(const Place& place, size_t longest);
     std::string digits();
     std::string word();
+    json_t* any_number();
     json_t* of_kind(const std::string& kind, const Place& place, json_t* example);
     json_t* like_leaf(json_t* example);
 
     Side side_;
     const std::vector<Row>& values_;
+    const WordPlaces& words_;
     std::mt19937 random_;
     bool is_sparse_ = false;  // most members are absent
     Visits visits_;
     Visits expected_;
-    std::map<std::string, json_t*> said_;
+    std::map<std::string, const Row*> rows_;  // known already, by place and what they say
 };

@@ -1,0 +1,24 @@
+// sections.h: the sections of the examples, each alone in a document.
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "rows.h"
+
+// A section of an example at its place in a document.
+struct Section {
+    std::string name;
+    Side side;
+    std::shared_ptr<json_t> example;
+};
+
+void PrintTo(const Section& section, std::ostream* out);
+
+// Every section of both examples, in both layouts.
+std::vector<Section> sections_of_examples();
+
+// An example as a whole.
+Tree load_example(const std::string& name);
