@@ -28,13 +28,13 @@ at_every_call() {
 
 @test "a signal that ends the run leaves the old file or the new one, and nothing else" {
     document
-    for signal in HUP INT QUIT TERM ALRM XCPU; do
-        for before in old missing; do
-            at_every_call "$signal" $((128 + $(kill -l "$signal"))) "$before" no_passing_file
-            contains "$met" " before before"
-            contains "$met" " after"
-        done
-    done
+    ended_by() { # SIGNAL BEFORE
+        at_every_call "$1" $((128 + $(kill -l "$1"))) "$2" no_passing_file
+        contains "$met" " before before"
+        contains "$met" " after"
+    }
+    for signal in HUP INT QUIT TERM ALRM XCPU; do ended_by "$signal" old; done
+    ended_by TERM missing
 }
 no_passing_file() { equal "$(ls -d .kcnvrt-* 2> ../messages)" ""; }
 
