@@ -113,8 +113,12 @@ void answer(const Operation& operation, const k_text_request_t& request, k_text_
 
     result.record.reset(k_err_new());
     if (!result.record) return result.run_out_of_memory();
+    k_err_keep_printed(result.record.get());
     const Json converted(operation.answer({request, text_root.get(), other_root.get()}, result.record.get()));
-    add_messages(operation.messages == K_TEXT_IN_TEXT ? text : other, result);
+    // Only roaming prints, and only towards the old layout.
+    const char* const printer = operation.number == K_TEXT_TO_OLD ? "/Device/Roaming" : "";
+    add_messages(operation.messages == K_TEXT_IN_TEXT ? text : other, printer, result);
+    if (k_err_is_complete(result.record.get()) == 0) return result.run_out_of_memory();
     if (result.status != K_TEXT_CONVERTED) return;
     if (converted) {
         put_out(converted.get(), request, result);

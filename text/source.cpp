@@ -1,6 +1,8 @@
 #include "source.h"
 
+#include "places.h"
 #include "reader.h"
+#include "unreadable.h"
 
 namespace kcnvrt::text {
 
@@ -15,10 +17,20 @@ ReadOptions options_of(Shape shape) {
 
 void report(const Source& source, const ReadError& error, k_text_result_t& result) {
     if (error.kind == ReadErrorKind::kOutOfMemory) return result.run_out_of_memory();
-    const char* const message = result.texts.keep(error.text);
-    if (message == nullptr) return result.run_out_of_memory();
-    result.fail(K_TEXT_UNREADABLE,
-                {.which = source.which, .spot = error.spot, .function = "parse", .message = message});
+    Problem problem;
+    problem.which = source.which;
+    problem.function = "parse";
+    if (const char* kind = foreign_kind(source.text)) {
+        problem.spot = spot_at(source.text, 0);
+        problem.message = kind;
+    } else {
+        Buffer words;
+        const char* const message = explain(error, source, words);
+        problem.spot = error.spot;
+        problem.message = message == nullptr ? nullptr : result.texts.keep(message);
+    }
+    if (problem.message == nullptr) return result.run_out_of_memory();
+    result.fail(K_TEXT_UNREADABLE, problem);
 }
 
 }  // namespace
@@ -33,6 +45,7 @@ Json read_source(const Source& source, k_text_result_t& result) {
                                         .pointer = "",
                                         .function = "parse",
                                         .message = "a configuration is an object, this is an array"});
+        find_places(source, result);
         root.reset();
     }
     return root;

@@ -149,7 +149,8 @@ constexpr Command kCommands[] = {
 // clang-format on
 
 constexpr const char* kNotes =
-    "Messages go to standard error, one a line: FILE: function: message. Standard input is shown as -.\n"
+    "Messages go to standard error, one a line: FILE:LINE:COLUMN: severity: POINTER: message [function]. Standard\n"
+    "input is shown as -. Nothing is withheld for a warning.\n"
     "A member given twice in one object is refused, since one of its values would be lost in silence; so is a NUL\n"
     "inside a text (except by diff and apply, which carry it).\n\n"
     "Exit status: 0 converted, also when the reader of the result went away; 1 the document was rejected;\n"

@@ -1,7 +1,7 @@
 #include "commands.h"
 
 #include <k_cnvrt.h>
-#include <k_conf.h>
+#include <k_cnvrt_text.h>
 
 #include <memory>
 #include <new>
@@ -15,112 +15,122 @@ namespace {
 
 constexpr int kReadableIndent = 4;
 
-struct RecordRelease {
-    void operator()(k_err_t* record) const { k_err_free(record); }
+struct FreeResult {
+    void operator()(k_text_result_t* result) const { k_text_free(result); }
 };
-using Record = std::unique_ptr<k_err_t, RecordRelease>;
+using Result = std::unique_ptr<k_text_result_t, FreeResult>;
 
-Record new_record() {
-    Record record(k_err_new());
-    if (!record) throw std::bad_alloc();
-    return record;
+// What a command asks of the text layer, and of which files.
+struct Question {
+    uint32_t operation;
+    const char* section;
+    const std::string* text;
+    const std::string* other;  // null where there is none
+};
+
+uint32_t flags_of(const Options& options) {
+    uint32_t flags = 0;
+    if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
+    if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
+    return flags;
 }
 
-std::size_t dump_flags(const Options& options) {
-    if (options.compact) return JSON_COMPACT;
-    return JSON_INDENT(static_cast<std::size_t>(options.indent.value_or(kReadableIndent)));
+int indent_of(const Options& options) {
+    return options.compact ? static_cast<int>(K_TEXT_COMPACT) : options.indent.value_or(kReadableIndent);
 }
 
-uint8_t conversion_flags(const Options& options) {
-    return static_cast<uint8_t>((options.dsl_vlan ? K_CNVRT_DSL_VLAN : 0) |
-                                (options.merge_patch ? K_CNVRT_MERGE_PATCH : 0));
-}
-
-// Prints the messages of `make_result`, under the name of the file at fault, and writes its result.
-template <typename MakeResult>
-ExitStatus deliver(const Options& options, const std::string& source, MakeResult make_result) {
-    const Messages messages(options.errors);
-    const Record record = new_record();
-    StdoutSetAside aside;
-    const Json result(make_result(record.get()));
-    messages.print_lines(source, "diagnostic", aside.restore());
-    messages.print(source, record.get());
-    if (!result) return kRejected;
-    write_json(options.output, options.inputs(), result.get(), dump_flags(options));
-    return kConverted;
-}
-
-void refuse_standard_input_twice(const std::string& one, const std::string& other) {
-    if (one == kStandardStream && other == kStandardStream) {
+void refuse_standard_input_twice(const Question& question) {
+    if (question.other != nullptr && *question.text == kStandardStream && *question.other == kStandardStream) {
         throw Failure{kWrongUsage, "kcnvrt", "usage", "standard input can be read only once"};
     }
 }
 
-using Reader = Json (*)(const std::string& file);
-
-// The configuration that a difference is asked against, null where none is.
-Json read_base(const Options& options, Reader read) {
-    if (!options.base) return nullptr;
-    refuse_standard_input_twice(*options.base, options.file);
-    return read(*options.base);
+Result run(const Question& question, const Options& options) {
+    refuse_standard_input_twice(question);
+    const Text text = read_file(*question.text);
+    const Text other = question.other != nullptr ? read_file(*question.other) : Text();
+    k_text_request_t request = {};
+    request.size = sizeof request;
+    request.operation = question.operation;
+    request.flags = flags_of(options);
+    request.indent = indent_of(options);
+    request.section = question.section;
+    request.text = text.bytes.get();
+    request.text_length = text.size;
+    request.other = other.bytes.get();
+    request.other_length = other.size;
+    return Result(k_text_run(&request));
 }
 
-void append_names(std::string& list, const char* layout, k_cnvrt_table_t table) {
+ExitStatus exit_status_of(const k_text_result_t* result) {
+    switch (k_text_status(result)) {
+        case K_TEXT_CONVERTED:
+            return kConverted;
+        case K_TEXT_REJECTED:
+        case K_TEXT_WRONG_LAYOUT:
+            return kRejected;
+        case K_TEXT_UNREADABLE:
+            return kUnusableFile;
+        case K_TEXT_OUT_OF_MEMORY:
+            throw std::bad_alloc();
+        default:
+            return kWrongUsage;
+    }
+}
+
+// Prints what the text layer has to say, under the names of the files, and writes its output.
+ExitStatus answer(const Question& question, const Options& options) {
+    const Result result = run(question, options);
+    Messages(options.errors).print(result.get(), *question.text, question.other);
+    const ExitStatus status = exit_status_of(result.get());
+    if (status == kConverted) {
+        std::size_t length = 0;
+        const char* const output = k_text_output(result.get(), &length);
+        write_result(options.output, options.inputs(), {output, length});
+    }
+    return status;
+}
+
+const std::string* base_of(const Options& options) {
+    return options.base ? &*options.base : nullptr;
+}
+
+void append_names(std::string& names, const char* layout, uint32_t list) {
     const char* name;
-    for (std::size_t i = 0; (name = k_cnvrt_section_name(table, i)) != nullptr; ++i) {
-        list.append(layout).append("\t").append(name).append("\n");
+    for (std::size_t i = 0; (name = k_text_section(list, i)) != nullptr; ++i) {
+        names.append(layout).append("\t").append(name).append("\n");
     }
 }
 
 }  // namespace
 
 ExitStatus to_new(const Options& options) {
-    const Json base = read_base(options, read_configuration);
-    const Json old_root = read_configuration(options.file);
-    return deliver(options, options.file, [&](k_err_t* record) {
-        return k_cnvrt_to_new(old_root.get(), base.get(), conversion_flags(options), record);
-    });
+    return answer({K_TEXT_TO_NEW, nullptr, &options.file, base_of(options)}, options);
 }
 
 ExitStatus to_old(const Options& options) {
-    const Json new_root = read_configuration(options.file);
-    return deliver(options, options.file,
-                   [&](k_err_t* record) { return k_cnvrt_to_old(new_root.get(), conversion_flags(options), record); });
+    return answer({K_TEXT_TO_OLD, nullptr, &options.file, nullptr}, options);
 }
 
 ExitStatus section(const Options& options) {
-    const char* const name = options.section.c_str();
-    const Json base = read_base(options, read_section);
-    const Json source = read_section(options.file);
-    return deliver(options, options.file, [&](k_err_t* record) {
-        if (options.to_old) return k_cnvrt_get_section_to_old(name, source.get(), record);
-        return k_cnvrt_get_section_to_new(name, source.get(), base.get(), conversion_flags(options), record);
-    });
+    const uint32_t operation = options.to_old ? K_TEXT_SECTION_TO_OLD : K_TEXT_SECTION_TO_NEW;
+    return answer({operation, options.section.c_str(), &options.file, base_of(options)}, options);
 }
 
 ExitStatus sections(const Options& options) {
-    std::string list;
-    append_names(list, "old", K_CNVRT_OLD_SECTIONS);
-    append_names(list, "new", K_CNVRT_NEW_SECTIONS);
-    write_text(options.output, list);
+    std::string names;
+    append_names(names, "old", K_TEXT_OLD_SECTIONS);
+    append_names(names, "new", K_TEXT_NEW_SECTIONS);
+    write_text(options.output, names);
     return kConverted;
 }
 
 ExitStatus diff(const Options& options) {
-    refuse_standard_input_twice(options.from, options.other);
-    const Json base = read_value(options.from);
-    const Json candidate = read_value(options.other);
-    const unsigned form = options.merge_patch ? K_CONF_MERGE_PATCH : K_CONF_JSON_PATCH;
-    return deliver(options, options.other,
-                   [&](k_err_t* record) { return k_conf_diff_set2(base.get(), candidate.get(), 0, form, record); });
+    return answer({K_TEXT_DIFF, nullptr, &options.from, &options.other}, options);
 }
 
 ExitStatus apply(const Options& options) {
-    refuse_standard_input_twice(options.from, options.other);
-    const Json base = read_value(options.from);
-    const Json difference = read_value(options.other);
-    return deliver(options, options.other,
-                   [&](k_err_t* record) { return k_conf_apply(base.get(), difference.get(), record); });
+    return answer({K_TEXT_APPLY, nullptr, &options.from, &options.other}, options);
 }
 
 // The check writes its findings to standard output, whence they become messages.

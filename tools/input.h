@@ -1,21 +1,24 @@
-// Reading JSON from files and standard input. What cannot be read or parsed throws a Failure.
+// Reading files and standard input. What cannot be read throws a Failure.
 #pragma once
 
+#include <cstdlib>
+#include <memory>
 #include <string>
-
-#include "json.h"
 
 namespace kcnvrt {
 
 inline const std::string kStandardStream = "-";
 
-// A whole configuration: an object.
-Json read_configuration(const std::string& file);
+struct FreeBytes {
+    void operator()(char* bytes) const { std::free(bytes); }
+};
 
-// One section: an object or an array.
-Json read_section(const std::string& file);
+struct Text {
+    std::unique_ptr<char, FreeBytes> bytes;
+    std::size_t size = 0;
+};
 
-// Any JSON value.
-Json read_value(const std::string& file);
+// All that a file holds.
+Text read_file(const std::string& file);
 
 }  // namespace kcnvrt

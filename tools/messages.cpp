@@ -1,6 +1,9 @@
 #include "messages.h"
 
+#include <unistd.h>
+
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <string>
 
@@ -29,14 +32,21 @@ void append_escaped_control(std::string& line, char byte) {
     }
 }
 
+// A control character of the second set (U+0080 to U+009F) can move a cursor, too.
+bool starts_long_control(std::string_view text) {
+    return text.size() >= 2 && text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0;
+}
+
 // A name or a message may hold anything; what reaches the terminal stays on one line and moves no cursor.
 void append_printable(std::string& line, std::string_view text) {
-    for (const char byte : text) {
-        if (is_control(static_cast<unsigned char>(byte)) && byte != '\t') {
-            append_escaped_control(line, byte);
+    while (!text.empty()) {
+        const bool is_long = starts_long_control(text);
+        if (is_long || (is_control(static_cast<unsigned char>(text[0])) && text[0] != '\t')) {
+            append_escaped_control(line, text[is_long ? 1 : 0]);
         } else {
-            line += byte;
+            line += text[0];
         }
+        text.remove_prefix(is_long ? 2 : 1);
     }
 }
 
@@ -73,62 +83,129 @@ void append_json_string(std::string& line, std::string_view text) {
     line += '"';
 }
 
-void append_text_line(std::string& lines, std::string_view source, std::string_view function,
-                      std::string_view message) {
-    append_printable(lines, source);
-    lines += ": ";
-    append_printable(lines, function);
-    lines += ": ";
-    append_printable(lines, message);
-    lines += '\n';
+void append_number(std::string& line, std::size_t number) {
+    line += std::to_string(number);
 }
 
-void append_json_line(std::string& lines, std::string_view source, std::string_view function,
-                      std::string_view message) {
-    lines += "{\"source\": ";
-    append_json_string(lines, source);
-    lines += ", \"function\": ";
-    append_json_string(lines, function);
-    lines += ", \"message\": ";
-    append_json_string(lines, message);
-    lines += "}\n";
+void append_text_line(std::string& line, const Message& message) {
+    append_printable(line, message.file);
+    line += ':';
+    if (message.line != 0) {
+        append_number(line, message.line);
+        line += ':';
+        append_number(line, message.column);
+        line += ':';
+    }
+    line += ' ';
+    line += message.severity;
+    line += ": ";
+    if (message.pointer != nullptr && *message.pointer != '\0') {
+        append_printable(line, message.pointer);
+        line += ": ";
+    }
+    append_printable(line, message.text);
+    line += " [";
+    append_printable(line, message.function);
+    line += "]\n";
 }
 
-void append_line(std::string& lines, ErrorFormat format, std::string_view source, std::string_view function,
-                 std::string_view message) {
-    if (message.ends_with('\n')) message.remove_suffix(1);
-    (format == ErrorFormat::kJson ? append_json_line : append_text_line)(lines, source, function, message);
+void append_member(std::string& line, const char* name) {
+    line += line.empty() ? "{\"" : ", \"";
+    line += name;
+    line += "\": ";
 }
 
-void write_to_stderr(const std::string& lines) {
-    std::fwrite(lines.data(), 1, lines.size(), stderr);
+void append_text_member(std::string& line, const char* name, std::string_view text) {
+    append_member(line, name);
+    append_json_string(line, text);
+}
+
+void append_number_member(std::string& line, const char* name, std::size_t number) {
+    append_member(line, name);
+    if (number == 0) {
+        line += "null";
+    } else {
+        append_number(line, number);
+    }
+}
+
+void append_json_line(std::string& line, const Message& message) {
+    append_text_member(line, "file", message.file);
+    append_number_member(line, "line", message.line);
+    append_number_member(line, "column", message.column);
+    if (message.pointer != nullptr) {
+        append_text_member(line, "pointer", message.pointer);
+    } else {
+        append_member(line, "pointer");
+        line += "null";
+    }
+    append_text_member(line, "severity", message.severity);
+    append_text_member(line, "function", message.function);
+    append_text_member(line, "message", message.text);
+    line += "}\n";
+}
+
+// Lines of several processes that share a pipe stay whole as long as each is one write. There is nobody to tell of a
+// write that fails.
+void write_to_stderr(std::string_view line) {
+    while (!line.empty()) {
+        const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+        if (written < 0 && errno != EINTR) return;
+        if (written > 0) line.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+const char* name_of(uint32_t severity) {
+    switch (severity) {
+        case K_TEXT_WARNING:
+            return "warning";
+        case K_TEXT_NOTE:
+            return "note";
+        default:
+            return "error";
+    }
 }
 
 }  // namespace
 
-void Messages::print(std::string_view source, std::string_view function, std::string_view message) const {
+void Messages::print(const Message& message) const {
     std::string line;
-    append_line(line, format_, source, function, message);
+    (format_ == ErrorFormat::kJson ? append_json_line : append_text_line)(line, message);
     write_to_stderr(line);
 }
 
-void Messages::print(std::string_view source, const k_err_t* record) const {
-    std::string lines;
-    const std::size_t count = k_err_count(record);
-    for (std::size_t i = 0; i < count; ++i) {
-        append_line(lines, format_, source, k_err_function(record, i), k_err_message(record, i));
-    }
-    write_to_stderr(lines);
+void Messages::print(std::string_view file, std::string_view function, std::string_view text) const {
+    Message message;
+    message.file = file;
+    message.function = function;
+    message.text = text;
+    print(message);
 }
 
-void Messages::print_lines(std::string_view source, std::string_view function, std::string_view text) const {
-    std::string lines;
+void Messages::print(const k_text_result_t* result, const std::string& text_file, const std::string* other_file) const {
+    k_text_problem_t problem;
+    problem.size = sizeof problem;
+    for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i) {
+        Message message;
+        message.file = problem.which == K_TEXT_IN_TEXT    ? std::string_view(text_file)
+                       : problem.which == K_TEXT_IN_OTHER ? std::string_view(*other_file)
+                                                          : std::string_view("kcnvrt");
+        message.line = problem.line;
+        message.column = problem.column;
+        message.pointer = problem.pointer;
+        message.severity = name_of(problem.severity);
+        message.function = problem.function;
+        message.text = problem.message;
+        print(message);
+    }
+}
+
+void Messages::print_lines(std::string_view file, std::string_view function, std::string_view text) const {
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
-        if (!line.empty()) append_line(lines, format_, source, function, line);
+        if (!line.empty()) print(file, function, line);
         text.remove_prefix(line.size() < text.size() ? line.size() + 1 : line.size());
     }
-    write_to_stderr(lines);
 }
 
 }  // namespace kcnvrt

@@ -92,10 +92,6 @@ bool is_regular_or_missing(const std::string& file) {
     return stat(file.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
 }
 
-int append_to_output(const char* text, std::size_t size, void* output) {
-    return static_cast<Output*>(output)->put({text, size}) ? 0 : -1;
-}
-
 }  // namespace
 
 Output::Output(const std::string& file, const std::vector<std::string>& inputs) : name_(file) {
@@ -122,7 +118,12 @@ int Output::create_beside(const std::vector<std::string>& inputs) {
     return create_like(passing_, folder, permissions_of(inputs));
 }
 
+// A large text is written as it is, not copied first.
 bool Output::put(std::string_view text) {
+    if (text.size() >= kBufferSize) {
+        if (flush() && !write_all(descriptor_, text)) error_ = errno;
+        return error_ == 0;
+    }
     buffer_.append(text);
     return error_ == 0 && (buffer_.size() < kBufferSize || flush());
 }
@@ -154,12 +155,10 @@ void Output::fail(int error) const {
     throw Failure{kUnusableFile, name_, "write", std::strerror(error)};
 }
 
-void write_json(const std::string& file, const std::vector<std::string>& inputs, const json_t* value,
-                std::size_t flags) {
+void write_result(const std::string& file, const std::vector<std::string>& inputs, std::string_view text) {
     Output output(file, inputs);
-    const bool complete = json_dump_callback(value, append_to_output, &output, flags | JSON_ENCODE_ANY) == 0;
-    const bool written = output.put("\n");
-    if (written && !complete) throw Failure{kUnusableFile, file, "write", "the result cannot be written as JSON"};
+    output.put(text);
+    output.put("\n");
     output.finish();
 }
 

@@ -1,8 +1,6 @@
 // Writing the result to standard output or a file. What cannot be written throws a Failure or ClosedPipe.
 #pragma once
 
-#include <jansson.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,9 +38,8 @@ private:
     int error_ = 0;
 };
 
-// The value and a line break; `flags` are those of json_dumps.
-void write_json(const std::string& file, const std::vector<std::string>& inputs, const json_t* value,
-                std::size_t flags);
+// The text and a line break.
+void write_result(const std::string& file, const std::vector<std::string>& inputs, std::string_view text);
 
 // What is made of no input.
 void write_text(const std::string& file, std::string_view text);

@@ -105,7 +105,8 @@ int k_cnvrt_get_roaming_from_old(json_t *source, json_t *destination, k_err_t *e
 /*
  * Roaming, towards old. Always 0, no messages and no range checks: what cannot be read, and what comes after it, is 0
  * or false, a group address is left out; so it is with a null source. A band of another name than "5GHz" is the 2.4 GHz
- * one. Each call prints one line on standard output: what could not be read first, or an empty line.
+ * one. Each call prints one line on standard output, or into a record that keeps it (k_err_keep_printed): what could
+ * not be read first, or an empty line.
  */
 int k_cnvrt_get_roaming_from_new(json_t *source, json_t *destination, k_err_t *err);
 

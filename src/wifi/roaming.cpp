@@ -4,7 +4,6 @@
 // fields read before it are kept.
 #include <arpa/inet.h>
 
-#include <cstdio>
 
 #include "frame/json.h"
 #include "frame/report.h"
@@ -87,7 +86,7 @@ int k_cnvrt_get_roaming_from_old(json_t* source, json_t* destination, k_err_t* e
     return failures;
 }
 
-int k_cnvrt_get_roaming_from_new(json_t* source, json_t* destination, k_err_t*) {
+int k_cnvrt_get_roaming_from_new(json_t* source, json_t* destination, k_err_t* err) {
     int is_enabled = 0;
     int port = 0;
     int is_multicast = 0;
@@ -102,7 +101,7 @@ int k_cnvrt_get_roaming_from_new(json_t* source, json_t* destination, k_err_t*) 
                    "BandSettings", &bands,                                          //
                    "MulticastSettings", "TTL", &ttl, "GroupAddress", &address);
     // Callers read this line, also the empty one of a success; a failure is told nowhere else.
-    std::puts(error.text);
+    k_err_print(err, error.text);
     bands_to_old(bands, destination);
     set(destination, "enable", boolean(is_enabled != 0));
     set(destination, "portno", integer(port));

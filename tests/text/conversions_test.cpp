@@ -80,25 +80,39 @@ TEST(TextConversion, SaysWhatDoesNotFitInADifference) {
     EXPECT_EQ(k_text_status(result.get()), K_TEXT_REJECTED);
     const k_text_problem_t problem = problem_of(result);
     EXPECT_EQ(problem.which, K_TEXT_IN_OTHER);
+    EXPECT_EQ(problem.severity, K_TEXT_ERROR);
     EXPECT_STREQ(problem.function, "k_conf_apply");
+    EXPECT_STREQ(problem.pointer, "/0");
+    EXPECT_EQ(problem.offset, 1u);
+    EXPECT_EQ(problem.length, 30u);
+    EXPECT_EQ(problem.line, 1u);
+    EXPECT_EQ(problem.column, 2u);
+}
+
+// Roaming prints a line towards the old layout, an empty one where it has nothing to say.
+TEST(TextConversion, NotesWhatTheLibraryPrints) {
+    const Result result = ask(request_for(K_TEXT_TO_OLD, "{\"Device\":\n {\"Roaming\": {}}}"));
+    EXPECT_EQ(k_text_status(result.get()), K_TEXT_CONVERTED);
+    ASSERT_EQ(k_text_problem_count(result.get()), 1u);
+    const k_text_problem_t problem = problem_of(result);
+    EXPECT_EQ(problem.severity, K_TEXT_NOTE);
+    EXPECT_STREQ(problem.function, "diagnostic");
+    EXPECT_STREQ(problem.message, "Object item not found: Enable");
+    EXPECT_STREQ(problem.pointer, "/Device/Roaming");
+    EXPECT_EQ(problem.line, 2u);
+    EXPECT_EQ(problem.column, 14u);
+    EXPECT_EQ(problem.length, 2u);
+    const Result silent = ask(request_for(K_TEXT_TO_OLD, R"({"Device": {"Roaming":
+        {"Enable": true, "Port": 1, "MulticastEnable": true, "BandSettings": {},
+         "MulticastSettings": {"TTL": 1, "GroupAddress": "239.0.0.1"}}}})"));
+    EXPECT_EQ(k_text_status(silent.get()), K_TEXT_CONVERTED);
+    EXPECT_EQ(k_text_problem_count(silent.get()), 0u);
 }
 
 TEST(TextConversion, DropsTheLineBreakAtTheEndOfAMessage) {
     const Result routes = ask(request_for(K_TEXT_TO_NEW, R"({"route": [{"ip": 1}]})"));
     ASSERT_EQ(k_text_problem_count(routes.get()), 1u);
     EXPECT_STREQ(problem_of(routes).message, "Invalid field ip!");
-}
-
-TEST(TextConversion, RefusesWhatIsNoConfiguration) {
-    for (const uint32_t operation : {K_TEXT_TO_NEW, K_TEXT_TO_OLD})
-        for (const std::string_view text : {"[]", "", "1", "{", "{} {}", R"({"a": 1, "a": 2})", R"({"a": "\u0000"})"}) {
-            const Result result = ask(request_for(operation, text));
-            EXPECT_EQ(k_text_status(result.get()), K_TEXT_UNREADABLE) << text;
-            EXPECT_EQ(output_of(result), "(none)") << text;
-            ASSERT_EQ(k_text_problem_count(result.get()), 1u) << text;
-            EXPECT_EQ(problem_of(result).which, K_TEXT_IN_TEXT) << text;
-            EXPECT_STREQ(problem_of(result).function, "parse") << text;
-        }
 }
 
 TEST(TextConversion, SaysWhereATextCannotBeRead) {

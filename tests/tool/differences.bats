@@ -45,21 +45,21 @@ load setup
     write patch.json '[{"op": "remove", "path": "/b"}]'
     kcnvrt 1 apply base.json patch.json
     equal "$output" ""
-    contains "$stderr" "patch.json: k_conf_apply: "
-    contains "$stderr" "/b"
+    equal "$stderr" 'patch.json:1:2: error: /0: Operation 1 at "/b": the path leads nowhere [k_conf_apply]'
 }
 
 @test "a value that is no difference is rejected" {
     write base.json '{"a": 1}'
     write patch.json '1'
     kcnvrt 1 apply base.json patch.json
-    contains "$stderr" "patch.json: k_conf_apply: "
+    contains "$stderr" "patch.json:1:1: error: "
+    contains "$stderr" " [k_conf_apply]"
 }
 
 @test "each file that cannot be read is named" {
     write base.json '{"a": 1}'
     kcnvrt 3 diff missing.json base.json
-    equal "$stderr" "missing.json: read: No such file or directory"
+    equal "$stderr" "missing.json: error: No such file or directory [read]"
     kcnvrt 3 apply base.json missing.json
-    equal "$stderr" "missing.json: read: No such file or directory"
+    equal "$stderr" "missing.json: error: No such file or directory [read]"
 }

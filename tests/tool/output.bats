@@ -63,7 +63,7 @@ load setup
     document
     ln -s round round
     convert 3 old.json -o round
-    equal "$stderr" "round: write: Too many levels of symbolic links"
+    equal "$stderr" "round: error: Too many levels of symbolic links [write]"
     only_files old.json round
 }
 
@@ -82,7 +82,7 @@ load setup
     write new.json old
     write base.json '{}'
     (ulimit -f 64 && "$KCNVRT" diff base.json old.json -o new.json 2> messages) && return 1
-    equal "$(cat messages)" "new.json: write: File too large"
+    equal "$(cat messages)" "new.json: error: File too large [write]"
     equal "$(cat new.json)" old
     only_files base.json messages new.json old.json
 }
@@ -90,13 +90,14 @@ load setup
 @test "a folder that takes no file is reported" {
     document
     convert 3 old.json -o nowhere/new.json
-    equal "$stderr" "nowhere/new.json: write: No such file or directory"
+    equal "$stderr" "nowhere/new.json: error: No such file or directory [write]"
     convert 3 old.json -o /proc/new.json
-    contains "$stderr" "/proc/new.json: write: "
+    contains "$stderr" "/proc/new.json: error: "
+    contains "$stderr" " [write]"
     convert 3 old.json -o .
-    equal "$stderr" ".: write: Is a directory"
+    equal "$stderr" ".: error: Is a directory [write]"
     convert 3 old.json -o old.json/new.json
-    equal "$stderr" "old.json/new.json: write: Not a directory"
+    equal "$stderr" "old.json/new.json: error: Not a directory [write]"
     equal "$output" ""
 }
 
@@ -131,7 +132,7 @@ load setup
     status=0
     "$KCNVRT" section wan_pvid --to-new old.json > /dev/full 2> messages || status=$?
     equal "$status" 3
-    equal "$(cat messages)" "-: write: No space left on device"
+    equal "$(cat messages)" "-: error: No space left on device [write]"
     status=0
     "$KCNVRT" --help > /dev/full 2> messages || status=$?
     equal "$status" 3
@@ -142,7 +143,7 @@ load setup
     status=0
     "$KCNVRT" section wan_pvid --to-new old.json >&- 2> messages || status=$?
     equal "$status" 3
-    equal "$(cat messages)" "-: write: Bad file descriptor"
+    equal "$(cat messages)" "-: error: Bad file descriptor [write]"
     "$TALKATIVE_KCNVRT" to-new --compact old.json -o new.json >&- 2>&-
     equal "$(cat new.json)" '{"wan1":10}'
     "$TALKATIVE_KCNVRT" to-new --compact old.json -o new.json <&- >&- 2>&-

@@ -198,10 +198,10 @@ other_group() {
     in_folder 0 333
     equal "$(cat folder/new.json)" "$result"
     in_folder 3 555
-    equal "$stderr" "folder/new.json: write: Permission denied"
+    equal "$stderr" "folder/new.json: error: Permission denied [write]"
     equal "$(cat folder/new.json)" old
     in_folder 3 666
-    equal "$stderr" "folder/new.json: write: Permission denied"
+    equal "$stderr" "folder/new.json: error: Permission denied [write]"
 }
 
 @test "an input without permission to read is reported" {
@@ -210,6 +210,6 @@ other_group() {
     chmod 200 old.json
     hand_over
     as_user 3 "${conversion[@]}" old.json -o new.json
-    equal "$stderr" "old.json: read: Permission denied"
+    equal "$stderr" "old.json: error: Permission denied [read]"
     equal "$(cat new.json)" old
 }

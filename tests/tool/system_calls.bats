@@ -13,28 +13,28 @@ fails_with() { # RULES MESSAGE
 }
 
 @test "a write that fails is reported" {
-    fails_with write@.kcnvrt-=ENOSPC "new.json: write: No space left on device"
-    fails_with write@.kcnvrt-=EIO "new.json: write: Input/output error"
-    fails_with "write@.kcnvrt-:1=short write@.kcnvrt-:2=EDQUOT" "new.json: write: Disk quota exceeded"
+    fails_with write@.kcnvrt-=ENOSPC "new.json: error: No space left on device [write]"
+    fails_with write@.kcnvrt-=EIO "new.json: error: Input/output error [write]"
+    fails_with "write@.kcnvrt-:1=short write@.kcnvrt-:2=EDQUOT" "new.json: error: Disk quota exceeded [write]"
 }
 
 @test "an fsync that fails is reported" {
-    fails_with fsync=EIO "new.json: write: Input/output error"
+    fails_with fsync=EIO "new.json: error: Input/output error [write]"
 }
 
 @test "a close that fails is reported" {
-    fails_with close@.kcnvrt-=EDQUOT "new.json: write: Disk quota exceeded"
+    fails_with close@.kcnvrt-=EDQUOT "new.json: error: Disk quota exceeded [write]"
 }
 
 @test "a rename that fails is reported" {
-    fails_with rename=EACCES "new.json: write: Permission denied"
-    fails_with rename=EXDEV "new.json: write: Invalid cross-device link"
+    fails_with rename=EACCES "new.json: error: Permission denied [write]"
+    fails_with rename=EXDEV "new.json: error: Invalid cross-device link [write]"
 }
 
 @test "a passing file that cannot be made is reported" {
-    fails_with open@.kcnvrt-=EMFILE "new.json: write: Too many open files"
-    fails_with open@.kcnvrt-=EROFS "new.json: write: Read-only file system"
-    fails_with open@.kcnvrt-=EEXIST "new.json: write: File exists"
+    fails_with open@.kcnvrt-=EMFILE "new.json: error: Too many open files [write]"
+    fails_with open@.kcnvrt-=EROFS "new.json: error: Read-only file system [write]"
+    fails_with open@.kcnvrt-=EEXIST "new.json: error: File exists [write]"
 }
 
 @test "a passing name that is taken is not used" {
@@ -45,9 +45,9 @@ fails_with() { # RULES MESSAGE
 }
 
 @test "an input that cannot be opened or read is reported" {
-    fails_with open@old.json=EMFILE "old.json: read: Too many open files"
-    fails_with read@old.json=EIO "old.json: read: Input/output error"
-    fails_with read@old.json:2=EIO "old.json: read: Input/output error"
+    fails_with open@old.json=EMFILE "old.json: error: Too many open files [read]"
+    fails_with read@old.json=EIO "old.json: error: Input/output error [read]"
+    fails_with read@old.json:2=EIO "old.json: error: Input/output error [read]"
 }
 
 @test "interrupted and short reads and writes go on" {
@@ -75,7 +75,7 @@ fails_with() { # RULES MESSAGE
 }
 
 @test "a full disk is reported" {
-    fails_with "write@.kcnvrt-=ENOSPC" "new.json: write: No space left on device"
+    fails_with "write@.kcnvrt-=ENOSPC" "new.json: error: No space left on device [write]"
     unshare --mount true 2> ../messages || return 0 # who may not mount has no disk to fill
     write_large large.json
     mkdir disk
@@ -84,6 +84,6 @@ fails_with() { # RULES MESSAGE
         "$@" -o disk/new.json
         echo $?; cat disk/new.json; ls -A disk' \
         sh "$KCNVRT" diff old.json large.json > ../seen 2> ../messages
-    equal "$(cat ../messages)" "disk/new.json: write: No space left on device"
+    equal "$(cat ../messages)" "disk/new.json: error: No space left on device [write]"
     equal "$(cat ../seen)" $'3\nold\nnew.json'
 }

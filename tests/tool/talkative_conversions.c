@@ -6,8 +6,9 @@
 /* The document itself; null where it has the member "rejected", the flags where it has the member "flags". */
 json_t* k_cnvrt_to_new(json_t* old_root, json_t* base, uint8_t flags, k_err_t* err) {
     if (json_object_get(old_root, "flags")) return json_pack("{s:i}", "flags", flags);
-    printf("first diagnostic\n\n");
-    puts("second diagnostic");
+    k_err_print(err, "first diagnostic");
+    k_err_print(err, "");
+    k_err_print(err, "second diagnostic");
     k_err_set(err, "parse_one", __LINE__, "Error allocated memory!\n");
     k_err_set(err, "parse_two", __LINE__, "Invalid \"field\",\nis\t\x1b[31mnot\\ string\r\n");
     return json_object_get(old_root, "rejected") && !base ? NULL : json_incref(old_root);

@@ -8,8 +8,8 @@
  *    long as the result.
  * 3. Texts are JSON in UTF-8. A member given twice in one object is refused, since one of its values would be lost in
  *    silence; so is a NUL inside a text, but for K_TEXT_DIFF and K_TEXT_APPLY, which carry it.
- * 4. Nothing is global, and there are no callbacks. Calls may run on any threads at the same time; a result belongs to
- *    one thread at a time.
+ * 4. Nothing is printed, nothing is global, and there are no callbacks. Calls may run on any threads at the same time;
+ *    a result belongs to one thread at a time.
  * 5. Later versions may add operations, flags, members at the end of a structure, and problems. An operation or a flag
  *    that a version does not know is wrong usage.
  */

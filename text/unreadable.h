@@ -1,0 +1,17 @@
+// unreadable.h: what is wrong with a text that cannot be read, in words for those who have to mend it.
+#pragma once
+
+#include "buffer.h"
+#include "reader.h"
+#include "source.h"
+
+namespace kcnvrt::text {
+
+// What a file really is that was taken for JSON: compressed, an HTML page, in another encoding. Null when it is none of
+// those that are known.
+const char* foreign_kind(std::string_view text);
+
+// Why the text was refused, without any value of it. Null when memory ends; `words` holds what has to be put together.
+const char* explain(const ReadError& error, const Source& source, Buffer& words);
+
+}  // namespace kcnvrt::text
