@@ -1,3 +1,4 @@
+// The operator's customization block, carried as it stands.
 #include "frame/json.h"
 #include "k_cnvrt.h"
 

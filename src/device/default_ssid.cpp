@@ -1,3 +1,4 @@
+// The default SSIDs of both bands.
 #include "frame/field.h"
 #include "k_cnvrt.h"
 
@@ -5,9 +6,12 @@ using namespace kcnvrt;
 
 namespace {
 
+// clang-format off
 constexpr auto kDefaultSsid = fields(
     //      old                 new
-    carried("default_ssid_2.4", "Default_ssid_2.4"), carried("default_ssid_5.0", "Default_ssid_5.0"));
+    carried("default_ssid_2.4", "Default_ssid_2.4"),
+    carried("default_ssid_5.0", "Default_ssid_5.0"));
+// clang-format on
 
 }  // namespace
 

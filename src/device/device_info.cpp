@@ -1,3 +1,4 @@
+// What the device is and how it is used. The old layout keeps it in several sections.
 #include "frame/json.h"
 #include "k_cnvrt.h"
 #include "k_conf.h"

@@ -1,3 +1,4 @@
+// The rules by which the device may be reached from outside.
 #include "frame/nested.h"
 #include "k_cnvrt.h"
 
@@ -9,9 +10,9 @@ namespace {
 constexpr auto kRule = fields(
     integer_field("dport"),
     integer_field("sport"),
-    carried("ips"),
-    carried("source_mask"),
-    carried("ipv6"));
+    carried      ("ips"),
+    carried      ("source_mask"),
+    carried      ("ipv6"));
 // clang-format on
 
 // An older form: one rule that is not in a list. An empty one is no rule, and neither is anything but an object.

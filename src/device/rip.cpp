@@ -1,3 +1,4 @@
+// RIP: objects keyed by the name of an interface against a numbered list.
 #include "frame/list.h"
 #include "k_cnvrt.h"
 
@@ -7,9 +8,9 @@ namespace {
 
 // clang-format off
 constexpr auto kRip = fields(
-    carried("opmode"),
-    carried("enable"),
-    carried("name"),
+    carried      ("opmode"),
+    carried      ("enable"),
+    carried      ("name"),
     integer_field("version"));
 // clang-format on
 

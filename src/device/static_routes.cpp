@@ -20,12 +20,13 @@ namespace {
 // clang-format off
 // What both families carry; the gateway has another new name in each.
 constexpr auto kIpv4Route = fields(
-    // old         new
+    //      old        new
     carried("gw",      "GatewayIPAddress"),
     carried("met",     "ForwardingMetric"),
     carried("Default"));
 
 constexpr auto kIpv6Route = fields(
+    //      old        new
     carried("gw",      "NextHop"),
     carried("met",     "ForwardingMetric"),
     carried("Default"));
@@ -136,8 +137,8 @@ int add_route(json_t* old_route, size_t number, Routes& ipv4, Routes& ipv6, cons
 
 }  // namespace
 
-// Both families under one numbering. An IPv4 route keeps its number from an IPv6 one, and without IPv4 routes there is
-// nothing to add to: stored configurations depend on both.
+// Both families under one numbering. Of two routes of a number the IPv4 one is written, and without a list of IPv4
+// routes none is: stored configurations depend on both.
 int k_cnvrt_get_route_from_new(json_t* routing, json_t* destination, k_err_t* err) {
     const Report report{__func__, err};
     json_t* const ipv4 = k_conf_find_branch(routing, "ipv4.Routes.", 0);

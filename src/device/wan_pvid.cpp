@@ -1,3 +1,4 @@
+// The VLAN identifiers of the WAN ports: an object keyed by interface name against a numbered list.
 #include "frame/list.h"
 #include "k_cnvrt.h"
 

@@ -9,8 +9,8 @@
 //
 //     int failures = to_new(kPppService, old_service, new_service, report);
 //
-// One table serves both directions; where a direction visits the fields in another order, that order is the order of its
-// messages, and the direction has a table of its own.
+// One table serves both directions; where a direction visits the fields in another order, that order is the order of
+// its messages, and the direction has a table of its own.
 #pragma once
 
 #include <cstddef>
@@ -41,8 +41,8 @@ struct Word {
 template <Way ToNew, Way ToOld>
 inline constexpr Word<ToNew, ToOld> field;
 
-// In both directions an absent value stores nothing, but for the two words that say so, and anything else that a word does
-// not name fails: it is reported, counted and not stored.
+// In both directions an absent value stores nothing, but for the two words that say so, and anything else that a word
+// does not name fails: it is reported, counted and not stored.
 
 // The value as it stands, whatever its type; towards new, carried_or_false makes false of an absent one.
 inline constexpr Word<ways::carry, ways::carry> carried;
@@ -61,13 +61,27 @@ inline constexpr Word<ways::password_to_new, ways::password_to_old> password;
 inline constexpr Word<ways::status_to_new, ways::carry> status;
 
 // Some old sections have types, too. Such a word says which layout insists on the type: on the way into that layout the
-// value becomes of the type as boolean_field and integer_field have it to new; on the way out it is carried.
+// value becomes of the type as boolean_field, integer_field and string_field have it to new; on the way out it is
+// carried.
 inline constexpr Word<ways::boolean_to_new, ways::carry> boolean_in_new;
 inline constexpr Word<ways::carry, ways::boolean_to_new> boolean_in_old;
 inline constexpr Word<ways::boolean_to_new, ways::boolean_to_new> boolean_in_both;
 inline constexpr Word<ways::integer_to_new, ways::carry> integer_in_new;
 inline constexpr Word<ways::carry, ways::integer_to_new> integer_in_old;
 inline constexpr Word<ways::integer_to_new, ways::integer_to_new> integer_in_both;
+inline constexpr Word<ways::string_to_new, ways::carry> string_in_new;
+inline constexpr Word<ways::string_to_new, ways::string_to_new> string_in_both;
+
+// One direction alone.
+inline constexpr Word<ways::carry, nullptr> carried_to_new;
+inline constexpr Word<nullptr, ways::carry> carried_to_old;
+inline constexpr Word<ways::integer_to_new, nullptr> integer_to_new;
+inline constexpr Word<nullptr, ways::integer_to_old> integer_to_old;
+inline constexpr Word<ways::string_to_new, nullptr> string_to_new;
+
+// To new: a text is carried, and "" becomes the default. To old: carried.
+template <ways::Text Default>
+inline constexpr Word<ways::string_or<Default>, ways::carry> text_or;
 
 // The engine: every field of the table, in the table's order, from one object into another.
 // Returns the count of failed fields.

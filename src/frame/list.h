@@ -30,8 +30,8 @@ inline void carry_max_instance(json_t* list, json_t* source) {
     carry(list, "max_instance", get(source, "max_instance"));
 }
 
-// Builds a numbered list, counting from 1: a new one, which is made when it is needed, or one in an object that is there
-// already.
+// Builds a numbered list, counting from 1: a new one, which is made when it is needed, or one in an object that is
+// there already.
 class ListBuilder {
 public:
     ListBuilder() = default;
@@ -80,8 +80,8 @@ private:
     int highest_ = 0;
 };
 
-// The last number of a walk over every number to the highest. Bounded: above kMaxPlaceholderNumber there is none, 0, and
-// the report has failed once.
+// The last number of a walk over every number to the highest. Bounded: above kMaxPlaceholderNumber there is none, 0,
+// and the report has failed once.
 int last_of_every_number(int highest, const Report& report, int& failures);
 
 // Every number from 1 to the highest, with its entry, or null for a missing one. Bounded like last_of_every_number;
@@ -147,6 +147,8 @@ int elements_to_old(json_t* destination, Key key, json_t* value, const Report& r
 }  // namespace ways
 
 inline constexpr Word<ways::names_to_new, ways::names_to_old> name_list;
+inline constexpr Word<ways::names_to_new, nullptr> name_list_to_new;
+inline constexpr Word<nullptr, ways::names_to_old> name_list_to_old;
 inline constexpr Word<ways::elements_to_new, ways::elements_to_old> element_list;
 
 }  // namespace kcnvrt

@@ -63,8 +63,8 @@ constexpr bool is_one_to_one_with_booleans(const NamedNumber<Size> (&rows)[2]) {
     return is_one_to_one(rows) && by_number(rows, false) != nullptr && by_number(rows, true) != nullptr;
 }
 
-// What a message lists of a table: kNamesOf<kPolicies, "\"", ", "> is "disable", "allow", "deny", each in its quotes, and
-// kNumbersOf<kPolicies, "", ","> is 0,1,2.
+// What a message lists of a table: kNamesOf<kPolicies, "\"", ", "> is "disable", "allow", "deny", each in its quotes,
+// and kNumbersOf<kPolicies, "", ","> is 0,1,2.
 
 template <const auto& rows, ways::Text quote, ways::Text separator>
 inline constexpr auto kNamesOf = listing<quote, separator>([](auto add) {

@@ -1,3 +1,4 @@
+// The list that the first address makes.
 #include "ifaces/addresses.h"
 
 namespace kcnvrt::ways {

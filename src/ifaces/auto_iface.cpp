@@ -1,3 +1,4 @@
+// An interface of the type "auto", whose services have no types of their own.
 #include "frame/list.h"
 #include "ifaces/layer2.h"
 #include "ifaces/named_entries.h"
@@ -10,16 +11,17 @@ namespace {
 // clang-format off
 constexpr auto kAuto = fields(
     // Not read from an old interface, whose services have their own.
-    field<nullptr, ways::carry>("dhcp"),
-    carried("is_wan"),
-    carried("max_count"));
+    carried_to_old("dhcp"),
+    carried       ("is_wan"),
+    carried       ("max_count"));
 
 constexpr auto kAutoService = fields(
-    field<nullptr, ways::names_to_old>("lock"),
-    carried("dhcp"),
-    carried("table_id"),
-    carried("contype"),
-    tunnels_to_new("tunnels"));
+    // Never read from an old service, whatever it says.
+    name_list_to_old("lock"),
+    carried         ("dhcp"),
+    carried         ("table_id"),
+    carried         ("contype"),
+    tunnels_to_new  ("tunnels"));
 // clang-format on
 
 // Services of whatever type, in the order of the old object.

@@ -11,12 +11,12 @@ namespace {
 
 // clang-format off
 constexpr auto kBridge = fields(
-    carried("enable"),
+    carried       ("enable"),
     // Of the whole bridge in the new layout, of each service in the old one.
-    field<ways::carry, nullptr>("useipv6"),
-    string_field("mac"),
-    name_list("members"),
-    port_list("port"));
+    carried_to_new("useipv6"),
+    string_field  ("mac"),
+    name_list     ("members"),
+    port_list     ("port"));
 // clang-format on
 
 int services_to_new(json_t* old_iface, json_t* new_iface, const Report& report) {

@@ -1,3 +1,4 @@
+// A service of the type "bridge" of an Ethernet or ATM interface.
 #include "frame/list.h"
 #include "ifaces/services.h"
 

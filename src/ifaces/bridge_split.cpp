@@ -1,3 +1,7 @@
+// The two halves of a bridge's service. Everything that is split (a service, its DHCP server, a host) has a table for
+// each address family. Rejoining runs the IPv4 table first and the IPv6 table over it: where both entries have a field,
+// that of the ipv6 entry stays. A field that the IPv6 table has towards new alone is written to both entries, and read
+// back from the ip entry.
 #include "ifaces/bridge_split.h"
 
 #include "frame/nested.h"
@@ -7,84 +11,81 @@ namespace kcnvrt {
 
 namespace {
 
-// Each thing that is split has two tables, one for each family. Rejoining runs the IPv4 one first and the IPv6 one over
-// it: of what both have, the IPv6 entry's counts, but for the locks of a service and what names a host, which are copied
-// out to it and not read back.
-
 // A relay without an address is none.
 int relay_to_old(json_t* destination, Key key, json_t* relay, const Report&) {
     if (!view_of(get(relay, "ip")).empty()) carry(destination, key, relay);
     return 0;
 }
 
+constexpr Word<ways::carry, relay_to_old> relay;
+
 // clang-format off
 
 constexpr auto kIpService = fields(
-    //        old                           ip entry
-    carried  ("iface",                      "phy_iface"),
-    carried  ("name"),
-    carried  ("dhcp"),
-    carried  ("auto"),
-    carried  ("enable"),
-    carried  ("dns_prim"),
-    carried  ("dns_sec"),
-    carried  ("gwip"),
-    status   ("connection_status"),
-    name_list("lock"),
-    listed_ip("ip"),
-    listed_mask("mask",                     "ip"));
+    //          old      ip entry
+    carried    ("iface", "phy_iface"),
+    carried    ("name"),
+    carried    ("dhcp"),
+    carried    ("auto"),
+    carried    ("enable"),
+    carried    ("dns_prim"),
+    carried    ("dns_sec"),
+    carried    ("gwip"),
+    status     ("connection_status"),
+    name_list  ("lock"),
+    listed_ip  ("ip"),
+    listed_mask("mask",  "ip"));
 
 constexpr auto kIpv6Service = fields(
-    //        old                           ipv6 entry
-    carried  ("iface",                      "phy_iface"),
-    carried  ("name"),
-    carried  ("dhcp"),
-    carried  ("auto"),
-    carried  ("enablev6",                   "enable"),
-    status   ("connection_status"),
-    field<ways::names_to_new, nullptr>("lock"),
+    //                  old           ipv6 entry
+    carried            ("iface",      "phy_iface"),
+    carried            ("name"),
+    carried            ("dhcp"),
+    carried            ("auto"),
+    carried            ("enablev6",   "enable"),
+    status             ("connection_status"),
+    name_list_to_new   ("lock"),
     listed_ipv6_to_old ("ipv6"),
-    listed_alias_to_old("alias_ipv6",       "ipv6"));
+    listed_alias_to_old("alias_ipv6", "ipv6"));
 
 constexpr auto kIpDhcpd = fields(
-    //        old                           "dhcpd" of the ip entry
-    carried  ("addn_hostname"),
-    carried  ("lease"),
-    carried  ("enable"),
-    carried  ("dns_relay"),
-    carried  ("gwip"),
-    carried  ("start_ip"),
-    carried  ("end_ip"),
-    carried  ("tftp_ip"),
-    carried  ("dns_prim"),
-    carried  ("dns_sec"),
-    field<ways::carry, relay_to_old>("relay"),
-    carried  ("DHCPConditionalServingPool"));
+    carried("addn_hostname"),
+    carried("lease"),
+    carried("enable"),
+    carried("dns_relay"),
+    carried("gwip"),
+    carried("start_ip"),
+    carried("end_ip"),
+    carried("tftp_ip"),
+    carried("dns_prim"),
+    carried("dns_sec"),
+    relay  ("relay"),
+    carried("DHCPConditionalServingPool"));
 
 constexpr auto kIpv6Dhcpd = fields(
-    //        old                           "dhcpd" of the ipv6 entry
-    carried  ("addn_hostname"),
-    carried  ("leasev6"),
-    carried  ("enablev6",                   "enable"),
-    carried  ("dhcp6_pd"),
-    carried  ("dns_relay6",                 "dns_relay"),
-    carried  ("prefix"),
-    carried  ("start_ipv6"),
-    carried  ("end_ipv6"),
+    //            old           "dhcpd" of the ipv6 entry
+    carried      ("addn_hostname"),
+    carried      ("leasev6"),
+    carried      ("enablev6",   "enable"),
+    carried      ("dhcp6_pd"),
+    carried      ("dns_relay6", "dns_relay"),
+    carried      ("prefix"),
+    carried      ("start_ipv6"),
+    carried      ("end_ipv6"),
     integer_field("modev6"),
-    carried  ("DHCPConditionalServingPool"));
+    carried      ("DHCPConditionalServingPool"));
 
 constexpr auto kIpHost = fields(
-    carried  ("ip"),
-    field<ways::string_to_new, ways::carry>("mac"),
-    carried  ("host"),
-    carried  ("mode"));
+    carried      ("ip"),
+    string_in_new("mac"),
+    carried      ("host"),
+    carried      ("mode"));
 
 constexpr auto kIpv6Host = fields(
-    carried  ("ipv6"),
-    field<ways::string_to_new, nullptr>("mac"),
-    field<ways::carry, nullptr>("host"),
-    field<ways::carry, nullptr>("mode"));
+    carried       ("ipv6"),
+    string_to_new ("mac"),
+    carried_to_new("host"),
+    carried_to_new("mode"));
 
 // clang-format on
 

@@ -1,3 +1,4 @@
+// The 802.1X settings of a service. The old layout has types here, too.
 #include "ifaces/dot1x.h"
 #include "frame/nested.h"
 

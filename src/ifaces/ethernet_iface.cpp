@@ -1,3 +1,4 @@
+// An Ethernet interface.
 #include "ifaces/layer2.h"
 #include "ifaces/port_list.h"
 #include "ifaces/service_groups.h"

@@ -1,3 +1,4 @@
+// A 3G modem, and its dial-up services.
 #include "ifaces/layer2.h"
 #include "ifaces/named_entries.h"
 #include "ifaces/port_list.h"
@@ -18,7 +19,8 @@ constexpr auto kModem = fields(
     string_field  ("mac"));
 // clang-format on
 
-// What a dial-up service has beyond a PPP session. It names no interface in "l2_iface", as other PPP services do.
+// What a dial-up service has beyond a PPP session. Unlike other PPP services it names no
+// interface in "l2_iface".
 // clang-format off
 constexpr auto kDialUp = fields(
     carried("apn"),

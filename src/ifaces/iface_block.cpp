@@ -15,16 +15,17 @@ int section_unless_failed(json_t* destination, Key key, json_t* section, const R
     return 0;
 }
 
+constexpr Word<section_unless_failed<k_cnvrt_parse_old_phys_ifaces>, section_unless_failed<k_cnvrt_parse_new_phys>>
+    phys_ifaces;
+
 // clang-format off
 constexpr auto kEnvelope = fields(
-    // A number in either layout.
     integer_in_both("max_table_id"),
-    carried("pppoe_pass_through"),
-    carried("usbmodem_autoconnect"),
-    field<section_unless_failed<k_cnvrt_parse_old_phys_ifaces>,
-          section_unless_failed<k_cnvrt_parse_new_phys>>("phys_ifaces"),
-    name_list("ppp_inf"),
-    name_list("lan"));
+    carried        ("pppoe_pass_through"),
+    carried        ("usbmodem_autoconnect"),
+    phys_ifaces    ("phys_ifaces"),
+    name_list      ("ppp_inf"),
+    name_list      ("lan"));
 // clang-format on
 
 }  // namespace

@@ -1,3 +1,4 @@
+// A service of the type "ip" of an Ethernet or ATM interface.
 #include "frame/list.h"
 #include "ifaces/addresses.h"
 #include "ifaces/dot1x.h"

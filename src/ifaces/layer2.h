@@ -6,8 +6,8 @@
 
 namespace kcnvrt {
 
-// One interface from one layout into the other. The name and the type are written by the list of interfaces. Returns the
-// count of failed fields.
+// One interface from one layout into the other. The list of interfaces writes its name and its type. Returns the count
+// of failed fields.
 using Layer2ToNew = int (*)(json_t* old_iface, json_t* entry, k_err_t* err);
 using Layer2ToOld = int (*)(json_t* entry, json_t* old_iface, k_err_t* err);
 

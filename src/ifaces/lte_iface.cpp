@@ -1,3 +1,4 @@
+// An LTE modem, and its IP services.
 #include "frame/list.h"
 #include "ifaces/addresses.h"
 #include "ifaces/dot1x.h"

@@ -37,8 +37,8 @@ int entries_to_old(json_t* group, Key name_key, Key type, json_t* old_object, Co
     });
 }
 
-// "services" of a new interface that has one group of them only, which is written even when it is empty, unlike those of
-// wired interfaces.
+// "services" of a new interface that has one group of them only. Unlike the groups of wired interfaces it is written
+// even when it is empty.
 inline void set_only_group(json_t* new_iface, Key type, Json group) {
     Json new_services = object();
     set(new_services.get(), type, std::move(group));

@@ -7,7 +7,11 @@ using namespace kcnvrt;
 
 namespace {
 
-constexpr auto kPorts = fields(name_list("lans"), name_list("wans"));
+// clang-format off
+constexpr auto kPorts = fields(
+    name_list("lans"),
+    name_list("wans"));
+// clang-format on
 
 Json radio(json_t* name, int64_t mhz) {
     Json entry = object();

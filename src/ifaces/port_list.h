@@ -1,4 +1,5 @@
-// port_list.h: the ports of a layer-2 interface: one compact string in the old layout, a numbered list of names in the new.
+// port_list.h: the ports of a layer-2 interface: one compact string in the old layout, a numbered list of names in the
+// new one.
 #pragma once
 
 #include "frame/field.h"

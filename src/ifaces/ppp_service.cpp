@@ -1,3 +1,4 @@
+// The services of the types "ppp", "pppv6" and "pppdual" of an Ethernet or ATM interface.
 #include "ifaces/ppp_session.h"
 #include "ifaces/services.h"
 

@@ -1,3 +1,4 @@
+// The types of services, and how an interface's services are told apart by them.
 #include "ifaces/service_groups.h"
 
 #include "frame/list.h"

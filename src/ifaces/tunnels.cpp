@@ -1,3 +1,4 @@
+// The tunnels over a service: objects keyed by the name of a tunnel against a numbered list.
 #include "ifaces/tunnels.h"
 
 #include "frame/list.h"

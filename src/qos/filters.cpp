@@ -10,10 +10,12 @@ namespace {
 constexpr json_int_t kUpstream = 1;
 constexpr json_int_t kDownstream = 2;
 
-int text_to_old(json_t* filter, Key key, json_t* value, const Report&) {
+int carry_filled(json_t* filter, Key key, json_t* value, const Report&) {
     if (!view_of(value).empty()) carry(filter, key, value);
     return 0;
 }
+
+constexpr Word<nullptr, carry_filled> filled_to_old;
 
 // A filter names one MAC address, of the end of the traffic that is on the LAN side.
 template <size_t N>
@@ -21,12 +23,12 @@ constexpr auto interface_fields(const char (&mac_address)[N]) {
     // Towards old they are visited in the opposite order.
     // clang-format off
     return fields(
-        //                               old      new
-        field<nullptr, text_to_old>     ("mac",   mac_address),
-        field<ways::carry, nullptr>     ("iface", "ClassInterface"),
-        carried                         ("prio",  "EthernetPriorityMark"),
-        field<nullptr, ways::carry>     ("iface", "ClassInterface"),
-        field<ways::carry, nullptr>     ("mac",   mac_address));
+        //             old      new
+        filled_to_old ("mac",   mac_address),
+        carried_to_new("iface", "ClassInterface"),
+        carried       ("prio",  "EthernetPriorityMark"),
+        carried_to_old("iface", "ClassInterface"),
+        carried_to_new("mac",   mac_address));
     // clang-format on
 }
 
@@ -39,10 +41,12 @@ Fields interface_of(bool is_upstream) {
 
 // clang-format off
 constexpr auto kPolicer = fields(
+    //            old     new
     integer_field("rate", "CommittedRate"),
     integer_field("ceil", "CommittedCeil"));
 
 constexpr auto kMarks = fields(
+    //   old          new
     mark("markdscp",  "DSCPMark"),
     mark("checkdscp", "DSCPCheck"));
 // clang-format on

@@ -11,11 +11,11 @@ template <size_t N>
 constexpr auto link_fields(const char (&rate)[N]) {
     // clang-format off
     return fields(
-        //                                  old          new
-        integer_field                      ("ceil",      "ShapingCeil"),
-        integer_field                      ("rate",      rate),
-        carried                            ("iface",     "QueueInterface"),
-        field<ways::carry, nullptr>        ("scheduler", "SchedulerAlgorithm"));
+        //             old          new
+        integer_field ("ceil",      "ShapingCeil"),
+        integer_field ("rate",      rate),
+        carried       ("iface",     "QueueInterface"),
+        carried_to_new("scheduler", "SchedulerAlgorithm"));
     // clang-format on
 }
 

@@ -1,3 +1,4 @@
+// The dynamic DNS accounts.
 #include "frame/nested.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"

@@ -1,3 +1,4 @@
+// The rules for DHCP options.
 #include "frame/nested.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"
@@ -8,9 +9,9 @@ namespace {
 
 // clang-format off
 constexpr auto kRule = fields(
-    // Written as the new layout writes a text in both directions: "" stays "" towards the old one.
-    field<ways::string_to_new, ways::string_to_new>("ip"),
-    carried("port"));
+    // "" stays "" towards the old layout, unlike other texts.
+    string_in_both("ip"),
+    carried       ("port"));
 // clang-format on
 
 }  // namespace

@@ -1,3 +1,4 @@
+// The media server.
 #include "frame/nested.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"
@@ -11,13 +12,15 @@ constexpr auto kMediaDir = fields(
     carried("path"),
     carried("type"));
 
+// Towards the old layout a directory keeps all its members.
+constexpr Word<ways::nested<list_to_new, kMediaDir, "">, ways::elements_to_old> media_dirs;
+
 constexpr auto kMediaServer = fields(
     //              old        new
     boolean_in_both("enabled", "enable"),
     carried        ("interval"),
     carried        ("name"),
-    // Towards the old layout a directory keeps all its members.
-    field<ways::nested<list_to_new, kMediaDir, "">, ways::elements_to_old>("media_dirs"));
+    media_dirs     ("media_dirs"));
 // clang-format on
 
 }  // namespace

@@ -1,3 +1,4 @@
+// The DNS servers: two sections in the old layout, one for each address family; two parts of one in the new.
 #include "frame/growing_text.h"
 #include "frame/list.h"
 #include "k_cnvrt.h"
@@ -31,13 +32,15 @@ int servers_to_old(json_t* section, Key key, json_t* servers, const Report& repo
     return failures;
 }
 
+constexpr Word<servers_to_new, servers_to_old> servers;
+
 // clang-format off
 constexpr auto kPart = fields(
     carried("manual"),
     carried("ifname"),
     carried("contag"),
     carried("defroute"),
-    field<servers_to_new, servers_to_old>("servers"));
+    servers("servers"));
 // clang-format on
 
 constexpr const char* kAuthor = "parse_dns";

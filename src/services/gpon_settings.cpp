@@ -1,3 +1,4 @@
+// The GPON registration.
 #include "frame/field.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"

@@ -1,3 +1,4 @@
+// The IP filter: rules by address, port and protocol.
 #include "frame/named_number.h"
 #include "frame/nested.h"
 #include "k_cnvrt.h"
@@ -59,19 +60,23 @@ int version_to_old(json_t* rule, Key key, json_t* version, const Report&) {
     return 0;
 }
 
+constexpr Word<action_to_new, action_to_old> action;
+constexpr Word<address_type_to_new, nullptr> address_type;
+constexpr Word<version_to_new, version_to_old> version;
+
 // clang-format off
 constexpr auto kRule = fields(
-    //                                     old        new
-    carried                               ("ports"),
-    carried                               ("portd"),
-    carried                               ("proto"),
-    carried                               ("state"),
-    carried                               ("ipd"),
-    carried                               ("ips"),
-    field<action_to_new, action_to_old>   ("action"),
-    field<address_type_to_new, nullptr>   ("ipd",     "ipdType"),
-    field<address_type_to_new, nullptr>   ("ips",     "ipsType"),
-    field<version_to_new, version_to_old> ("is_ipv6", "ipVersion"));
+    //           old        new
+    carried     ("ports"),
+    carried     ("portd"),
+    carried     ("proto"),
+    carried     ("state"),
+    carried     ("ipd"),
+    carried     ("ips"),
+    action      ("action"),
+    address_type("ipd",     "ipdType"),
+    address_type("ips",     "ipsType"),
+    version     ("is_ipv6", "ipVersion"));
 // clang-format on
 
 }  // namespace

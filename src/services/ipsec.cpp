@@ -1,3 +1,4 @@
+// IPsec: its switch and its tunnels.
 #include "k_cnvrt/ipsec.h"
 
 #include "frame/nested.h"
@@ -36,7 +37,7 @@ constexpr auto kTunnel = fields(
     element_list ("status"));
 
 constexpr auto kIpsec = fields(
-    carried("enabled"),
+    carried            ("enabled"),
     list_field<kTunnel>("tunnels"));
 // clang-format on
 

@@ -1,3 +1,5 @@
+// The MAC filter. Unlike in other lists of rules, an old rule names the number of its entry, and gaps leave nothing on
+// the way back.
 #include <algorithm>
 
 #include "frame/list.h"
@@ -17,8 +19,6 @@ constexpr auto kRule = fields(
 // clang-format on
 
 }  // namespace
-
-// Unlike other lists of rules: an old rule names the number of its entry, and gaps leave nothing on the way back.
 
 int parse_old_macfilter(json_t* source, json_t* destination, k_err_t* err) {
     const Report report{__func__, err};

@@ -1,3 +1,4 @@
+// The NTP client.
 #include <cerrno>
 #include <cstdlib>
 
@@ -20,13 +21,15 @@ int hour_to_new(json_t* settings, Key key, json_t* hour, const Report& report) {
     return 0;
 }
 
+constexpr Word<hour_to_new, ways::integer_to_old> hour;
+
 // clang-format off
 constexpr auto kTimeClient = fields(
     carried  ("dst"),
     carried  ("time"),
     carried  ("enable"),
     carried  ("use_dhcp"),
-    field<hour_to_new, ways::integer_to_old>("hour"),
+    hour     ("hour"),
     name_list("servers"),
     name_list("dhcp-servers"));
 // clang-format on

@@ -1,3 +1,4 @@
+// Objects that the old layout keeps as JSON texts, parsed and printed.
 #include "services/text_objects.h"
 
 #include "frame/list.h"
@@ -13,7 +14,8 @@ Json parsed(json_t* value) {
     return Json{text == nullptr ? nullptr : json_loads(text, 0, nullptr)};
 }
 
-// Jansson's texts go back by the function it was told to release memory with, which need not be free.
+// Whoever uses Jansson may give it functions for memory other than malloc and free. A text that it made is therefore
+// released by the function that Jansson itself uses.
 struct ReleaseText {
     void operator()(char* text) const {
         json_free_t release = nullptr;

@@ -3,7 +3,9 @@
 
 #include "frame/field.h"
 
-namespace kcnvrt::ways {
+namespace kcnvrt {
+
+namespace ways {
 
 // Old to new: a text becomes the object or array that it says; the two differ in what they report of a text that says
 // neither. Members whose names are not numbers are dropped, except "max_instance", which is carried.
@@ -14,4 +16,9 @@ int arp_to_new(json_t* destination, Key key, json_t* value, const Report& report
 // dropped, an array too, which therefore does not come back; except "max_instance", which is carried.
 int texts_of_objects(json_t* destination, Key key, json_t* value, const Report& report);
 
-}  // namespace kcnvrt::ways
+}  // namespace ways
+
+inline constexpr Word<ways::routes_to_new, ways::texts_of_objects> text_routes;
+inline constexpr Word<ways::arp_to_new, ways::texts_of_objects> text_arp;
+
+}  // namespace kcnvrt

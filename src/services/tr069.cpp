@@ -1,3 +1,4 @@
+// The TR-069 client.
 #include "k_cnvrt/tr069.h"
 
 #include "frame/nested.h"
@@ -24,46 +25,53 @@ int max_envs_to_old(json_t* settings, Key key, json_t* value, const Report& repo
     return 0;
 }
 
+constexpr Word<max_envs_to_new, max_envs_to_old> max_envs;
+
 // clang-format off
+
 constexpr auto kManagementServer = fields(
-    boolean_field ("periodicinformenable"),
-    integer_field ("periodicinforminterval"),
-    password      ("password"),
-    password      ("connectionrequestpassword"),
-    carried       ("url"),
-    carried       ("username"),
-    carried       ("connectionrequesturl"),
-    carried       ("connectionrequestusername"),
-    carried       ("periodicinformtime"));
+    boolean_field("periodicinformenable"),
+    integer_field("periodicinforminterval"),
+    password     ("password"),
+    password     ("connectionrequestpassword"),
+    carried      ("url"),
+    carried      ("username"),
+    carried      ("connectionrequesturl"),
+    carried      ("connectionrequestusername"),
+    carried      ("periodicinformtime"));
 
 constexpr auto kFileTransfer = fields(
-    password      ("password"),
-    carried       ("status"),
-    carried       ("cmd_key"),
-    carried       ("file_type"),
-    carried       ("url"),
-    carried       ("username"),
-    carried       ("end_time"),
-    carried       ("delay"),
-    carried       ("file_size"),
-    carried       ("fault"));
+    password("password"),
+    carried ("status"),
+    carried ("cmd_key"),
+    carried ("file_type"),
+    carried ("url"),
+    carried ("username"),
+    carried ("end_time"),
+    carried ("delay"),
+    carried ("file_size"),
+    carried ("fault"));
+
+constexpr auto management_server = object_field<kManagementServer, "parse_managementserver">;
+constexpr auto file_transfers = list_field<kFileTransfer, "parse_file_trans">;
 
 constexpr auto kClient = fields(
-    carried       ("iface"),
-    carried       ("enable"),
-    carried       ("l2_key"),
-    carried       ("l3_key"),
-    integer_field ("end_port"),
-    integer_field ("debug_mode"),
-    integer_field ("start_port"),
-    integer_field ("authenticate"),
-    integer_field ("getrpcmethodsenable"),
-    integer_field ("schedule_inform_time"),
-    element_list  ("notify"),
-    field<max_envs_to_new, max_envs_to_old>("max_envs"),
-    field<ways::misc_to_new, ways::misc_to_old>("misc"),
-    object_field<kManagementServer, "parse_managementserver">("managementserver"),
-    list_field<kFileTransfer, "parse_file_trans">("file_trans"));
+    carried          ("iface"),
+    carried          ("enable"),
+    carried          ("l2_key"),
+    carried          ("l3_key"),
+    integer_field    ("end_port"),
+    integer_field    ("debug_mode"),
+    integer_field    ("start_port"),
+    integer_field    ("authenticate"),
+    integer_field    ("getrpcmethodsenable"),
+    integer_field    ("schedule_inform_time"),
+    element_list     ("notify"),
+    max_envs         ("max_envs"),
+    misc             ("misc"),
+    management_server("managementserver"),
+    file_transfers   ("file_trans"));
+
 // clang-format on
 
 }  // namespace

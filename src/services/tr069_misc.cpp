@@ -1,3 +1,4 @@
+// The objects that the TR-069 client has shown to its server.
 #include "services/tr069_misc.h"
 
 #include "frame/nested.h"
@@ -46,13 +47,19 @@ int vlan_to_old(json_t* bridge, Key key, json_t* vlan, const Report& report) {
     return 0;
 }
 
+// The default status is given towards the new layout only.
+constexpr Word<filter_to_new, ways::carry> filter;
+constexpr Word<marking_to_new, ways::carry> marking;
+constexpr Word<vlan_to_new, vlan_to_old> vlan;
+
 // clang-format off
+
 constexpr auto kConnection = fields(
     carried("mio_id"),
     carried("PortMapping"));
 
 constexpr auto kWanDevice = fields(
-    carried("pos"),
+    carried                     ("pos"),
     instances_field<kConnection>("ipconn"),
     instances_field<kConnection>("pppconn"));
 
@@ -64,22 +71,22 @@ constexpr auto kBridge = fields(
     carried("BridgeEnable"),
     carried("BridgeStatus"),
     carried("BridgeStandard"),
-    field<vlan_to_new, vlan_to_old>("VLANID"));
+    vlan   ("VLANID"));
 
 constexpr auto kMisc = fields(
-    carried("previousurl"),
-    carried("rebootcmdkey"),
-    carried("schedulecmdkey"),
+    carried                    ("previousurl"),
+    carried                    ("rebootcmdkey"),
+    carried                    ("schedulecmdkey"),
     instances_field<kWanDevice>("wandevice"),
-    field<ways::routes_to_new, ways::texts_of_objects>("route_17_33"),
-    // The default is given towards the new layout only.
-    field<filter_to_new, ways::carry>("Filter"),
-    field<marking_to_new, ways::carry>("Marking"),
-    carried("wc"),
-    carried("landevice"),
-    carried("AvailableInterface"),
-    instances_field<kBridge>("bridge"),
-    field<ways::arp_to_new, ways::texts_of_objects>("arp"));
+    text_routes                ("route_17_33"),
+    filter                     ("Filter"),
+    marking                    ("Marking"),
+    carried                    ("wc"),
+    carried                    ("landevice"),
+    carried                    ("AvailableInterface"),
+    instances_field<kBridge>   ("bridge"),
+    text_arp                   ("arp"));
+
 // clang-format on
 
 }  // namespace

@@ -3,9 +3,15 @@
 
 #include "frame/field.h"
 
-namespace kcnvrt::ways {
+namespace kcnvrt {
+
+namespace ways {
 
 int misc_to_new(json_t* destination, Key key, json_t* value, const Report& report);
 int misc_to_old(json_t* destination, Key key, json_t* value, const Report& report);
 
-}  // namespace kcnvrt::ways
+}  // namespace ways
+
+inline constexpr Word<ways::misc_to_new, ways::misc_to_old> misc;
+
+}  // namespace kcnvrt

@@ -1,3 +1,4 @@
+// The multicast proxy.
 #include "frame/field.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"

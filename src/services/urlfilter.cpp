@@ -1,3 +1,4 @@
+// The URL filter: its setting and its list of addresses.
 #include "frame/list.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/service_lists.h"

@@ -1,3 +1,4 @@
+// The virtual servers: rules that forward ports to hosts of the LAN.
 #include "frame/nested.h"
 #include "frame/number.h"
 #include "k_cnvrt.h"

@@ -1,3 +1,4 @@
+// The watchdog: its settings and the entries that it watches.
 #include <algorithm>
 
 #include "frame/list.h"

@@ -1,3 +1,4 @@
+// The filtered DNS. Towards the old layout the section is carried as a whole.
 #include "frame/field.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/services.h"
@@ -6,11 +7,10 @@ using namespace kcnvrt;
 
 namespace {
 
-// Towards the old layout the section is copied as a whole.
 // clang-format off
 constexpr auto kFilteredDns = fields(
-    carried("enabled"),
-    field<ways::string_or<"safe">, nullptr>("default"));
+    carried        ("enabled"),
+    text_or<"safe">("default"));
 // clang-format on
 
 }  // namespace

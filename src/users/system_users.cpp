@@ -1,3 +1,4 @@
+// The users of the operating system.
 #include "frame/nested.h"
 #include "k_cnvrt.h"
 

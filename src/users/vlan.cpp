@@ -21,15 +21,17 @@ int vid_to_old(json_t* destination, Key key, json_t* value, const Report&) {
     return 0;
 }
 
+constexpr Word<vid_to_new, vid_to_old> vid;
+
 // clang-format off
 constexpr auto kVlan = fields(
-    //                            old    new
-    carried                       ("name"),
-    carried                       ("dest"),
-    field<vid_to_new, vid_to_old> ("vid"),
-    integer_in_new                ("wanidx"),
-    boolean_in_both               ("en",  "enable"),
-    carried                       ("ifname"));
+    //              old    new
+    carried        ("name"),
+    carried        ("dest"),
+    vid            ("vid"),
+    integer_in_new ("wanidx"),
+    boolean_in_both("en",  "enable"),
+    carried        ("ifname"));
 // clang-format on
 
 // Towards the old layout.

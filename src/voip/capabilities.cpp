@@ -20,11 +20,13 @@ int multiinstance_to_string(json_t* sip, Key key, json_t* value, const Report& r
     return multiinstanse_to_string(sip, key.text(), value, report.err());
 }
 
-// What is no list of names, by its type, stays in the copy as it was.
+constexpr Word<string_to_multiinstance, multiinstance_to_string> names;
+
+// A member that is no list of names, by its type, stays in the copy as it was.
 // clang-format off
 constexpr auto kSip = fields(
-    field<string_to_multiinstance, multiinstance_to_string>("Extensions"),
-    field<string_to_multiinstance, multiinstance_to_string>("Transports"));
+    names("Extensions"),
+    names("Transports"));
 // clang-format on
 
 template <auto Cross>

@@ -13,7 +13,7 @@ constexpr auto kCallOffHook = fields(
 
 // A copy but for one password; one that does not convert stays in it as it was.
 template <auto Cross>
-int calling_features(json_t* line, Key key, json_t* value, const Report& report) {
+int convert_calling_features(json_t* line, Key key, json_t* value, const Report& report) {
     Json features = shallow_copy(value);
     const int failures = Cross(kCallOffHook, value, features.get(), report);
     set(line, key, std::move(features));
@@ -30,28 +30,32 @@ constexpr auto kLineSip = fields(
 // clang-format on
 
 template <auto Cross>
-int line_sip(json_t* line, Key key, json_t* value, const Report& report) {
+int convert_sip(json_t* line, Key key, json_t* value, const Report& report) {
     int failures = 0;
     if (value != nullptr) set(line, key, crossed<Cross>(kLineSip, value, report, failures));
     return failures;
 }
 
+constexpr Word<convert_calling_features<to_new>, convert_calling_features<to_old>> calling_features;
+constexpr Word<convert_sip<to_new>, convert_sip<to_old>> sip;
+
 // clang-format off
 constexpr auto kLine = fields(
-    field<calling_features<to_new>, calling_features<to_old>>("CallingFeatures"),
-    carried("Codec"),
-    carried("Enable"),
-    carried("Status"),
-    carried("VoiceProcessing"),
-    carried("X_KAVRO_Alarm"),
-    carried("X_KAVRO_VoiceQOS"),
-    carried("X_KAVRO_SpeedDial"),
-    carried("X_KAVRO_AbbreviatedDial"),
-    carried("X_KAVRO_PSTNRoutingPrefix"),
-    field<line_sip<to_new>, line_sip<to_old>>("SIP"));
+    calling_features("CallingFeatures"),
+    carried         ("Codec"),
+    carried         ("Enable"),
+    carried         ("Status"),
+    carried         ("VoiceProcessing"),
+    carried         ("X_KAVRO_Alarm"),
+    carried         ("X_KAVRO_VoiceQOS"),
+    carried         ("X_KAVRO_SpeedDial"),
+    carried         ("X_KAVRO_AbbreviatedDial"),
+    carried         ("X_KAVRO_PSTNRoutingPrefix"),
+    sip             ("SIP"));
 // clang-format on
 
-// Towards the old layout every member is a line, also what is no object: that one is a line without settings.
+// Towards the new layout a line is an object. Towards the old one every member is a line: one that is no object becomes
+// a line without settings.
 constexpr bool is_line(json_t* member, bool towards_new) {
     return !towards_new || json_is_object(member);
 }
@@ -64,7 +68,7 @@ int convert_lines(json_t* profile, Key key, json_t* value, const Report& report)
     int failures = 0;
     for (const auto [name, line] : members(value))
         if (is_line(line, Cross == to_new)) set(lines.get(), name, crossed<Cross>(kLine, line, author, failures));
-    // Over the line that its member may have become.
+    // Last: towards the old layout "max_instance" has become a line, too, which it replaces.
     carry_max_instance(lines.get(), value);
     set(profile, key, std::move(lines));
     return failures;

@@ -1,3 +1,4 @@
+// The voice services.
 #include "frame/list.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/voip.h"
@@ -9,7 +10,7 @@ namespace {
 
 // clang-format off
 constexpr auto kVoiceService = fields(
-    capabilities("Capabilities"),
+    capabilities  ("Capabilities"),
     voice_profiles("VoiceProfile"));
 // clang-format on
 

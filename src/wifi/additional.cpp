@@ -134,7 +134,7 @@ constexpr auto kWidths = listing<"", ", ">([](auto add) {
         if (!band_width.has_coexistance) add(band_width.width);
 });
 
-int band_width_to_new(json_t* additional, Key key, json_t* value, const Report& report) {
+int code_to_band_width(json_t* additional, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     uint32_t code = 0;
     if (!read_strictly(view_of(value), code)) return report.fail("Invalid field \"BandWidth\", is not integer");
@@ -175,7 +175,12 @@ int band_width_to_old(json_t* additional, const OldRadio& old, const Report& rep
     return exclusive_to_old(width, old, report);
 }
 
+constexpr Word<protection_to_new, protection_to_old> protection;
+constexpr Word<preamble_to_new, preamble_to_old> preamble;
+constexpr Word<code_to_band_width, nullptr> band_width_to_new;
+
 // clang-format off
+
 // The two directions visit the numbers in different orders.
 constexpr auto kNumbersToNew = radio_fields(
     integer_field("StationKeepAlive"),
@@ -184,6 +189,7 @@ constexpr auto kNumbersToNew = radio_fields(
     integer_field("RTSThreshold"),
     integer_field("DtimPeriod"),
     integer_field("TxPower"));
+
 constexpr auto kNumbersToOld = radio_fields(
     integer_field("TxPower"),
     integer_field("DtimPeriod"),
@@ -193,13 +199,14 @@ constexpr auto kNumbersToOld = radio_fields(
     integer_field("StationKeepAlive"));
 
 constexpr auto kModes = radio_fields(
-    field<protection_to_new,         protection_to_old>("BGProtection"),
-    field<ways::string_or<"enable">, ways::carry>      ("HTGI"),
-    field<preamble_to_new,           preamble_to_old>  ("TxPreamble"),
-    carried("igmpdrop"),
-    carried("TxBeamforming"),
-    carried("AdaptivityMode"),
-    field<band_width_to_new, nullptr>("BandWidth"));
+    protection       ("BGProtection"),
+    text_or<"enable">("HTGI"),
+    preamble         ("TxPreamble"),
+    carried          ("igmpdrop"),
+    carried          ("TxBeamforming"),
+    carried          ("AdaptivityMode"),
+    band_width_to_new("BandWidth"));
+
 // clang-format on
 
 }  // namespace

@@ -24,7 +24,8 @@ int default_key_to_new(json_t* client, Key key, json_t* value, const Report& rep
     return 0;
 }
 
-// No key goes under the shared name, a key under the radio's own, although only the shared one is read.
+// 0, which stands for no key, is written under the name that both radios share; any other number under the radio's own
+// name, although only the shared one is ever read. Stored configurations depend on it.
 int default_key_to_old(json_t* client, const OldRadio& old, const Report& report) {
     json_t* const value = get(client, "DefaultKeyId");
     if (value == nullptr) return 0;
@@ -39,17 +40,22 @@ int default_key_to_old(json_t* client, const OldRadio& old, const Report& report
     return 0;
 }
 
+constexpr Word<default_key_to_new, nullptr> default_key;
+
 // clang-format off
 constexpr auto kClient = shared_fields(
-    carried("ApCliEnable", "Enable"),
-    carried("ApCliWPAPSK", "WPAPSK"),
-    carried("ApCliSsid",   "Ssid"),
-    carried("ApCliBssid",  "Bssid"),
-    field<ways::string_or<"NONE">, ways::carry>("ApCliEncrypType",   "EncrypType"),
-    field<ways::string_or<"OPEN">, ways::carry>("ApCliAuthMode",     "AuthMode"),
-    field<default_key_to_new,      nullptr>    ("ApCliDefaultKeyId", "DefaultKeyId"));
+    //              old                  new
+    carried        ("ApCliEnable",       "Enable"),
+    carried        ("ApCliWPAPSK",       "WPAPSK"),
+    carried        ("ApCliSsid",         "Ssid"),
+    carried        ("ApCliBssid",        "Bssid"),
+    text_or<"NONE">("ApCliEncrypType",   "EncrypType"),
+    text_or<"OPEN">("ApCliAuthMode",     "AuthMode"),
+    // Written back by a function of its own.
+    default_key    ("ApCliDefaultKeyId", "DefaultKeyId"));
 
 constexpr auto kKey = shared_fields(
+    //      old               new
     carried("ApCliKey%dType", "Type"),
     carried("ApCliKey%dStr",  "Str"));
 // clang-format on
@@ -59,8 +65,9 @@ constexpr std::string_view range_of(const OldRadio& old) {
     return old.is_5ghz ? "5 GHz" : "2.4 GHz";
 }
 
-// Of several clients the first is written, and one that is enabled over those before it: what it does not have stays.
-bool is_kept(json_t* client, json_t* wifi) {
+// The old layout has room for one client. One that is enabled is written over those before it, any other only as long
+// as none before it said "Enable". A field that it lacks keeps the value from before.
+bool is_written(json_t* client, json_t* wifi) {
     return client != nullptr && (json_is_true(get(client, "Enable")) || !has(wifi, "ApCliEnable"));
 }
 
@@ -81,7 +88,7 @@ int client_mode_to_new(const OldRadio& old, json_t* radio, const Report& report)
 }
 
 int client_mode_to_old(json_t* client, const OldRadio& old, const Report& report) {
-    if (!is_kept(client, old.wifi)) return 0;
+    if (!is_written(client, old.wifi)) return 0;
     old.write(Place::kShared, "ApCliRangeFreq", string(range_of(old)));
     int failures = to_old(kClient, client, old, report);
     failures += default_key_to_old(client, old, report);

@@ -1,3 +1,4 @@
+// Numbered entries under flat names, from the old layout and into it.
 #include "wifi/flat_entries.h"
 
 #include "frame/list.h"

@@ -70,12 +70,16 @@ int addresses_to_new(json_t* filter, Key key, json_t* addresses, const Report&) 
     return 0;
 }
 
+constexpr Word<policy_to_new, policy_to_old> policy;
+constexpr Word<addresses_to_new, nullptr> addresses;
+
 // clang-format off
 constexpr auto kMacFilter = element_fields(
-    field<policy_to_new, policy_to_old>("AccessPolicy"),
-    carried("MacFilterList"),
+    //        old                  new
+    policy   ("AccessPolicy"),
+    carried  ("MacFilterList"),
     // Takes the place of the list above, and is not written again.
-    field<addresses_to_new, nullptr>("AccessControlList", "MacFilterList"));
+    addresses("AccessControlList", "MacFilterList"));
 // clang-format on
 
 }  // namespace

@@ -1,3 +1,4 @@
+// The names of the flat old object, and how a table whose fields are placed is run.
 #include "wifi/old_radio.h"
 
 #include <cstring>

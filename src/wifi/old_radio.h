@@ -3,9 +3,9 @@
 // The old object keeps both radios side by side. Each field of a table therefore also says where it stands:
 //
 //     constexpr auto kSecurity = placed_fields(
-//         // place   way           name
+//         //                       old             new
 //         of_element(boolean_field("PreAuth")),
-//         of_radio  (integer_field("RADIUS_Port")),
+//         of_element(integer_field("DefaultKeyID", "DefaultKeyId")),
 //         shared    (integer_field("session_timeout_interval")));
 //
 //     failures += to_new(kSecurity, old_radio, new_security, report);

@@ -35,18 +35,20 @@ int channel_to_old(json_t* wifi, Key key, json_t* value, const Report& report) {
     return 0;
 }
 
+constexpr Word<channel_to_new, channel_to_old> channel;
+
 // clang-format off
 constexpr auto kRadio = radio_fields(
-    carried("RadioOff"),
-    carried("mbssidCurrent"),
-    carried("ReselectAutoChannel"),
-    carried("PeriodReselectChannel"),
-    field<channel_to_new, channel_to_old>("Channel"),
+    carried      ("RadioOff"),
+    carried      ("mbssidCurrent"),
+    carried      ("ReselectAutoChannel"),
+    carried      ("PeriodReselectChannel"),
+    channel      ("Channel"),
     integer_field("WirelessMode"));
 // clang-format on
 
 // The new layout has this on each SSID as well, and only that one is read from the old layout.
-constexpr auto kBroadcast = radio_fields(field<nullptr, ways::carry>("WifiBroadcast"));
+constexpr auto kBroadcast = radio_fields(carried_to_old("WifiBroadcast"));
 
 }  // namespace
 

@@ -1,6 +1,6 @@
-// radio_blocks.h: a radio and the blocks inside it. Each converts both ways in the file of its name and returns the count
-// of failed fields. Towards new a block sets itself in `radio` or `ssid`; towards old it writes through `old`, wherever
-// its fields stand.
+// radio_blocks.h: a radio and the blocks inside it. Each converts both ways in the file of its name, and returns the
+// count of failed fields. Towards new a block sets itself in `radio` or `ssid`; towards old it writes through `old`,
+// wherever its fields stand.
 #pragma once
 
 #include "wifi/old_radio.h"

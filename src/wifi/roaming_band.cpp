@@ -1,3 +1,4 @@
+// The signal thresholds of a band: three numbers, which the old layout keeps under names of their own for each band.
 #include "wifi/roaming_band.h"
 
 #include "frame/list.h"

@@ -8,26 +8,30 @@ namespace kcnvrt {
 namespace {
 
 // clang-format off
+
 // Two numbers stand here twice: the directions visit them at different places, which is the order of the messages.
 constexpr auto kSecurity = placed_fields(
-    of_radio  (field<nullptr,                    ways::integer_to_old>("RADIUS_Port")),
-    of_radio  (field<nullptr,                    ways::integer_to_old>("RekeyInterval")),
-    of_element(boolean_field("PreAuth")),
-    of_element(integer_field("IEEE8021X")),
-    of_radio  (field<ways::integer_to_new,       nullptr>("RADIUS_Port")),
-    of_element(integer_field("DefaultKeyID", "DefaultKeyId")),
-    of_radio  (field<ways::integer_to_new,       nullptr>("RekeyInterval")),
-    shared    (integer_field("session_timeout_interval")),
-    of_element(field<ways::string_or<"WPA2PSK">, ways::carry>("AuthMode")),
-    of_element(field<ways::string_or<"AES">,     ways::carry>("EncrypType")),
-    of_radio  (field<ways::string_or<"TIME">,    ways::carry>("RekeyMethod")),
-    of_element(carried("WPAPSK")),
-    of_radio  (carried("RADIUS_Server")),
-    of_radio  (carried("RADIUS_Key")));
+    //                            old             new
+    of_radio  (integer_to_old    ("RADIUS_Port")),
+    of_radio  (integer_to_old    ("RekeyInterval")),
+    of_element(boolean_field     ("PreAuth")),
+    of_element(integer_field     ("IEEE8021X")),
+    of_radio  (integer_to_new    ("RADIUS_Port")),
+    of_element(integer_field     ("DefaultKeyID", "DefaultKeyId")),
+    of_radio  (integer_to_new    ("RekeyInterval")),
+    shared    (integer_field     ("session_timeout_interval")),
+    of_element(text_or<"WPA2PSK">("AuthMode")),
+    of_element(text_or<"AES">    ("EncrypType")),
+    of_radio  (text_or<"TIME">   ("RekeyMethod")),
+    of_element(carried           ("WPAPSK")),
+    of_radio  (carried           ("RADIUS_Server")),
+    of_radio  (carried           ("RADIUS_Key")));
 
 constexpr auto kKey = element_fields(
+    //      old          new
     carried("Key%dStr",  "Str"),
     carried("Key%dType", "Type"));
+
 // clang-format on
 
 }  // namespace

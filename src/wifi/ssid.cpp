@@ -9,13 +9,14 @@ namespace {
 
 // clang-format off
 constexpr auto kSsid = element_fields(
-    carried("HideSSID"),
-    carried("BwRestrict"),
-    carried("WifiBroadcast"),
-    carried("Isolation"),
-    carried("GuestAccess"),
-    carried("BSSID", "Bssid"),
-    field<ways::string_to_new, ways::carry>("SSID", "Ssid"),
+    //            old      new
+    carried      ("HideSSID"),
+    carried      ("BwRestrict"),
+    carried      ("WifiBroadcast"),
+    carried      ("Isolation"),
+    carried      ("GuestAccess"),
+    carried      ("BSSID", "Bssid"),
+    string_in_new("SSID",  "Ssid"),
     integer_field("MaxStaNum"));
 
 // The queues' parameters stand once in the old object: every SSID of both radios gets them, and the last one that has

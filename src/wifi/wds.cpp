@@ -8,13 +8,15 @@ namespace {
 
 // clang-format off
 constexpr auto kWds = radio_fields(
+    //            old           new
     integer_field("WdsEnable",  "Enable"),
     carried      ("WdsPhyMode", "PhyMode"));
 
 constexpr auto kLink = placed_fields(
-    read_shared(field<ways::string_or<"NONE">, ways::carry>("Wds%dEncrypType", "EncrypType")),
-    read_shared(carried("Wds%dKey", "Key")),
-    read_shared(carried("Wds%dMac", "Mac")));
+    //                          old                new
+    read_shared(text_or<"NONE">("Wds%dEncrypType", "EncrypType")),
+    read_shared(carried        ("Wds%dKey",        "Key")),
+    read_shared(carried        ("Wds%dMac",        "Mac")));
 // clang-format on
 
 }  // namespace

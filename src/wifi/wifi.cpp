@@ -1,3 +1,4 @@
+// Wi-Fi: the flat old object, in which both radios lie side by side, against a radio each.
 #include "k_cnvrt/wifi.h"
 
 #include "k_cnvrt.h"

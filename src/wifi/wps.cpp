@@ -33,19 +33,23 @@ int enable_to_old(json_t* wifi, Key key, json_t* value, const Report& report) {
     return 0;
 }
 
-// The PIN goes to both old names. On the way back the device's PIN is only taken when it is empty, and the default one
-// otherwise: the table carries the default, and an empty PIN takes its place.
+// Towards old the PIN is written under both names. Towards new it is the default PIN, unless the device's own is empty:
+// the table carries the default one, and an empty one takes its place.
 int empty_pin_to_new(json_t* wps, Key key, json_t* value, const Report&) {
     if (is_text(value, "")) carry(wps, key, value);
     return 0;
 }
 
+constexpr Word<enable_to_new, enable_to_old> enable;
+constexpr Word<empty_pin_to_new, ways::carry> device_pin;
+
 // clang-format off
 constexpr auto kWps = placed_fields(
-    of_radio   (field<enable_to_new, enable_to_old>("WscConfMode", "Enable")),
-    read_shared(carried("WscConfigured", "Configured")),
-    read_shared(carried("WscDefaultPin", "DevPin")),
-    read_shared(field<empty_pin_to_new, ways::carry>("WscDevPin", "DevPin")));
+    //                     old              new
+    of_radio   (enable    ("WscConfMode",   "Enable")),
+    read_shared(carried   ("WscConfigured", "Configured")),
+    read_shared(carried   ("WscDefaultPin", "DevPin")),
+    read_shared(device_pin("WscDevPin",     "DevPin")));
 // clang-format on
 
 }  // namespace
