@@ -23,7 +23,8 @@ if(KCNVRT_TOOL)
     set_target_properties(kcnvrt PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_tool}")
     install(TARGETS kcnvrt)
 endif()
-install(DIRECTORY include/ support/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY include/ ${PROJECT_BINARY_DIR}/include/ support/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        FILES_MATCHING PATTERN "*.h")
 
 configure_file(cmake/k_cnvrt.pc.in k_cnvrt.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/k_cnvrt.pc DESTINATION ${pkgconfig_directory})

@@ -33,6 +33,7 @@
 #include <jansson.h>
 #include <stdint.h>
 
+#include "k_conf.h"
 #include "k_err.h"
 
 #include "k_cnvrt/device.h"
@@ -41,18 +42,20 @@
 #include "k_cnvrt/qos.h"
 #include "k_cnvrt/services.h"
 #include "k_cnvrt/users.h"
+#include "k_cnvrt/version.h"
 #include "k_cnvrt/voip.h"
 #include "k_cnvrt/wifi.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /* Flags of a conversion. */
-#define K_CNVRT_DSL_VLAN ((uint8_t)1)    /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
-#define K_CNVRT_MERGE_PATCH ((uint8_t)2) /* a difference is a JSON Merge Patch instead of a JSON Patch (k_conf.h) */
+#define K_CNVRT_DSL_VLAN ((uint8_t)1)          /* the device ties its VLANs to DSL services: "groups", not "vlan" */
+#define K_CNVRT_MERGE_PATCH K_CONF_MERGE_PATCH /* a difference is a JSON Merge Patch instead of a JSON Patch */
 
 /* The highest number in a bounded list. */
 #define K_CNVRT_MAX_INSTANCE 65535
@@ -117,6 +120,10 @@ typedef enum { K_CNVRT_OLD_SECTIONS, K_CNVRT_NEW_SECTIONS } k_cnvrt_table_t;
  * and never released. */
 const char *k_cnvrt_section_name(k_cnvrt_table_t table, size_t index);
 
+/* The version of the library that runs, as "1.2.3"; K_CNVRT_VERSION is that of the headers. It is the library's own and
+ * never released. */
+const char *k_cnvrt_version(void);
+
 /* 0 when the hashes of both section tables are right and unique; otherwise -1 and one line on standard output. */
 int k_cnvrt_check_valid_hashes(void);
 
@@ -140,8 +147,9 @@ int json_section_parser(json_t *source, const char *name, json_t *destination, k
 int json_services_parser(json_t *source, const char *name, json_t *destination, k_cnvrt_handler_t handler, int kind,
                          k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -9,5 +9,5 @@ const char* k_text_section(uint32_t list, size_t index) {
 }
 
 const char* k_text_version() {
-    return KCNVRT_VERSION;
+    return K_CNVRT_VERSION;
 }

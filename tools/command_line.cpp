@@ -1,5 +1,7 @@
 #include "command_line.h"
 
+#include <k_cnvrt/version.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
@@ -159,7 +161,7 @@ constexpr const char* kNotes =
     "         kcnvrt COMMAND --help shows one for each command";
 
 void declare(CLI::App& app, Options& options) {
-    app.set_version_flag("--version", "kcnvrt " KCNVRT_VERSION, "Print the version");
+    app.set_version_flag("--version", "kcnvrt " K_CNVRT_VERSION, "Print the version");
     app.require_subcommand(0, 1);
     app.footer(kNotes);
     add_result(app, options);

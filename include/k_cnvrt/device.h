@@ -12,8 +12,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * Device information: mode, provisioning code, model, auto-login, language. Towards old, `source` is "DeviceInfo" and
@@ -109,8 +110,9 @@ int k_cnvrt_get_port_settings_from_old(json_t *source, json_t *destination, k_er
 int k_cnvrt_get_port_bandwidth_from_new(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_get_port_bandwidth_from_old(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -18,8 +18,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /* Towards the old layout. */
 
@@ -88,8 +89,9 @@ void freeArrayOfString(char **array, int count);
 /* Sets "max_instance" of a numbered list; does nothing to anything but an object. */
 void json_set_max_instance(json_t *object, uint32_t count);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -17,8 +17,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * The whole interface block: the interfaces, "phys_ifaces", "ppp_inf", "lan", "max_table_id", "pppoe_pass_through" and
@@ -77,8 +78,9 @@ int k_cnvrt_get_sections_ifaces_from_new(json_t *source, json_t *destination, k_
 int k_cnvrt_parse_old_phys_ifaces(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_parse_new_phys(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -12,8 +12,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * "enabled" as it stands and, where the source has it, "tunnels": an array in the old layout, a numbered list in the
@@ -31,8 +32,9 @@ extern "C" {
 int parse_old_ipsec(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ipsec(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -29,8 +29,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * "QoS" from the old section. A section of neither generation, a null one included, writes nothing and returns 1.
@@ -64,8 +65,9 @@ int k_cnvrt_get_qos_from_old(json_t *source, json_t *destination, k_err_t *err);
  */
 int k_cnvrt_get_qos_from_new(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -21,8 +21,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * The IP filter. Attached: "ports", "portd", "proto", "state", "ipd", "ips". "action" is 0 or 1 in the old layout,
@@ -89,8 +90,9 @@ int parse_new_vserver(json_t *source, json_t *destination, k_err_t *err);
 int parse_old_ddns(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ddns(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

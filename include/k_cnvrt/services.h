@@ -19,8 +19,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * All services: "Services" of the new layout against sections of the old root. Towards new, `source` is the old root
@@ -117,8 +118,9 @@ int parse_new_dns(json_t *source, json_t *destination, k_err_t *err);
 int parse_old_dns6(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_dns6(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -12,8 +12,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * Integers are converted by json_integer_set_safe and json_integer_old_set_safe, booleans by json_boolean_set_safe and
@@ -65,8 +66,9 @@ extern "C" {
 int parse_old_tr069(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_tr069(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -12,8 +12,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * The users of the management interfaces. The old layout has two shapes of them, and the new one keeps which in
@@ -80,8 +81,9 @@ int k_cnvrt_get_vlan_from_old(json_t *source, json_t *destination, k_err_t *err)
 int k_cnvrt_get_vlan_dsl_from_new(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_get_vlan_dsl_from_old(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

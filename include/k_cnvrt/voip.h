@@ -26,8 +26,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * "Voip" (towards new) or "voip" (towards old): a section handler (k_cnvrt_handler_t). Any source but a null one writes
@@ -60,8 +61,9 @@ int k_cnvrt_get_voip_from_new(json_t *source, json_t *destination, k_err_t *err)
  */
 int multiinstanse_to_string(json_t *destination, const char *key, json_t *list, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

@@ -12,8 +12,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
+#if defined(__GNUC__)
 #pragma GCC visibility push(default)
+#endif
 
 /*
  * The radios, towards new: `source` is the flat old "wifi", which keeps both radios side by side (the 5 GHz radio's
@@ -110,8 +111,9 @@ int k_cnvrt_get_roaming_from_old(json_t *source, json_t *destination, k_err_t *e
  */
 int k_cnvrt_get_roaming_from_new(json_t *source, json_t *destination, k_err_t *err);
 
+#if defined(__GNUC__)
 #pragma GCC visibility pop
-
+#endif
 #ifdef __cplusplus
 }
 #endif

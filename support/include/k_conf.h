@@ -13,6 +13,7 @@
 #define K_CONF_H
 
 #include <jansson.h>
+#include <stdint.h>
 
 #include "k_err.h"
 
@@ -26,10 +27,8 @@ extern "C" {
 #define K_CONF_MAX_LEVELS 2048
 
 /* The forms of a difference: the values of k_conf_diff_set2's flag. */
-enum {
-    K_CONF_JSON_PATCH = 0, /* RFC 6902: an array of operations, exact for every JSON value */
-    K_CONF_MERGE_PATCH = 2 /* RFC 7396: an object; cannot express a member that is null, see k_conf_diff_set2 */
-};
+#define K_CONF_JSON_PATCH ((uint8_t)0)  /* RFC 6902: an array of operations, exact for every JSON value */
+#define K_CONF_MERGE_PATCH ((uint8_t)2) /* RFC 7396: an object; cannot express a member that is null, see below */
 
 /*
  * The value at the end of a dotted path of member names, or null when there is none. A path that names a branch ends

@@ -51,6 +51,7 @@ sed 's/\(.*\) \(.*\)/\1(\2)/' "$scratch/declared" > "$scratch/functions.inc"
 # Some conversions print lines of their own before it.
 known=$("$scratch/c_consumer" functions | tail -n 1)
 expect "functions that the C program knows" "$(wc -l < "$scratch/declared")" "$known"
+expect "the library says its version" "$(pkg-config --modversion k_cnvrt)" "$("$scratch/c_consumer" version)"
 expect "the C program converts" "$new" "$("$scratch/c_consumer" convert "$document")"
 
 # Jansson's header is none of its business.

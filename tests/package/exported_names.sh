@@ -1,13 +1,14 @@
 #!/bin/sh
-# Usage: exported_names.sh SOURCE_FOLDER CC LIBK_SUPPORT LIBK_CNVRT LIBK_CNVRT_TEXT
+# Usage: exported_names.sh SOURCE_FOLDER BUILD_FOLDER CC LIBK_SUPPORT LIBK_CNVRT LIBK_CNVRT_TEXT
 # The list of names in abi/, the dynamic symbol table and the public headers name the same functions.
 set -eu
 
 source=$1
-cc=$2
-libk_support=$3
-libk_cnvrt=$4
-libk_cnvrt_text=$5
+build=$2
+cc=$3
+libk_support=$4
+libk_cnvrt=$5
+libk_cnvrt_text=$6
 here=$(dirname "$0")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -30,7 +31,7 @@ exported() {
 check() { # NAME LIBRARY HEADER_FOLDER
     grep '^[a-zA-Z]' "$source/abi/$1.symbols" | LC_ALL=C sort > "$scratch/listed"
     exported "$2" > "$scratch/exported"
-    "$here/declared_functions.sh" "$cc" "$3" "-I$source/support/include" $(pkg-config --cflags jansson) |
+    "$here/declared_functions.sh" "$cc" "$3" "-I$source/support/include" "-I$build/include" $(pkg-config --cflags jansson) |
         cut -d ' ' -f 2 | LC_ALL=C sort > "$scratch/declared"
     differ "$scratch/listed" "$scratch/exported" "$1: listed in abi/ (<) and exported by the library (>)"
     differ "$scratch/listed" "$scratch/declared" "$1: listed in abi/ (<) and declared in the headers (>)"

@@ -1,4 +1,4 @@
-/* A C11 program that uses an installed copy: converts a document, or calls every function. */
+/* A C11 program that uses an installed copy: converts a document, says the version, or calls every function. */
 #include <k_cnvrt.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -25,6 +25,7 @@ static int convert(const char* text) {
 
 int main(int argc, char** argv) {
     if (argc == 3 && strcmp(argv[1], "convert") == 0) return convert(argv[2]);
+    if (argc == 2 && strcmp(argv[1], "version") == 0) return puts(k_cnvrt_version()) < 0;
     printf("%d\n", call_every_function());
     return EXIT_SUCCESS;
 }

@@ -190,6 +190,7 @@ static void call_entry_points(k_err_t* err) {
     json_t* old_section = k_cnvrt_get_section_to_old("wan_pvid", new_section, err);
     json_t* new_root = k_cnvrt_to_new(empty, NULL, 0, err);
     json_t* old_root = k_cnvrt_to_old(empty, K_CNVRT_DSL_VLAN, err);
+    char version[32];
 
     expect(json_equal(old_section, source));
     expect(json_is_object(new_root) && json_is_object(old_root));
@@ -198,6 +199,8 @@ static void call_entry_points(k_err_t* err) {
     expect(json_object_size(destination) == 2);
     expect(k_cnvrt_section_name(K_CNVRT_OLD_SECTIONS, 0) && !k_cnvrt_section_name(K_CNVRT_NEW_SECTIONS, 1000));
     expect(k_cnvrt_check_valid_hashes() == 0);
+    snprintf(version, sizeof version, "%d.%d.%d", K_CNVRT_VERSION_MAJOR, K_CNVRT_VERSION_MINOR, K_CNVRT_VERSION_PATCH);
+    expect(strcmp(k_cnvrt_version(), version) == 0 && strcmp(K_CNVRT_VERSION, version) == 0);
     json_decref(old_root);
     json_decref(new_root);
     json_decref(old_section);
