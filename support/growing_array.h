@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 #include "shortage.h"
 
@@ -42,8 +43,15 @@ public:
         return true;
     }
 
+    // Copies of so many items, which are no part of this array.
+    bool add_all(const Item* items, size_t count) {
+        if (!has_room(count)) return false;
+        if (count > 0) std::memcpy(items_ + size_, items, count * sizeof(Item));
+        size_ += count;
+        return true;
+    }
+
     void cut(size_t size) { size_ = size; }
-    void grow_to(size_t size) { size_ = size; }
 
 private:
     static constexpr size_t kFirstCapacity = 16;

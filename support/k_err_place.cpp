@@ -98,11 +98,8 @@ bool k_err::add_name(const char* name, size_t length, NameAt& added) {
         added = {};
         return true;
     }
-    if (!names.has_room(length)) return false;
     added = {names.size(), length};
-    if (length > 0) memcpy(names.data() + added.start, name, length);
-    names.grow_to(added.start + length);
-    return true;
+    return names.add_all(name, length);
 }
 
 void k_err_place(k_err_t* err, const json_t* object, const char* name, size_t length) {

@@ -7,6 +7,7 @@
 #include "frame/report.h"
 #include "k_conf.h"
 #include "k_str.h"
+#include "shortage.h"
 
 namespace kcnvrt {
 
@@ -34,7 +35,7 @@ public:
     }
 
     bool append(uint32_t hash) {
-        void* grown = std::realloc(hashes_.get(), (count_ + 1) * sizeof(uint32_t));
+        void* grown = noted(std::realloc(hashes_.get(), (count_ + 1) * sizeof(uint32_t)));
         if (grown == nullptr) return false;
         static_cast<void>(hashes_.release());
         hashes_.reset(static_cast<uint32_t*>(grown));

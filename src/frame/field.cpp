@@ -74,8 +74,7 @@ int convert_password(json_t* destination, Key key, json_t* value, const Report& 
 }  // namespace
 
 int carry(json_t* destination, Key key, json_t* value, const Report&) {
-    if (value != nullptr) kcnvrt::carry(destination, key, value);
-    return 0;
+    return kcnvrt::carry(destination, key, value);
 }
 
 int carry_or_false(json_t* destination, Key key, json_t* value, const Report&) {
@@ -85,10 +84,7 @@ int carry_or_false(json_t* destination, Key key, json_t* value, const Report&) {
 
 int integer_to_new(json_t* destination, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
-    if (json_is_integer(value)) {
-        kcnvrt::carry(destination, key, value);
-        return 0;
-    }
+    if (json_is_integer(value)) return kcnvrt::carry(destination, key, value);
     if (!json_is_string(value)) return is_not_string(key, report);
     const std::string_view text = view_of(value);
     if (text.empty()) return 0;
@@ -104,8 +100,7 @@ int boolean_to_new(json_t* destination, Key key, json_t* value, const Report& re
     if (json_is_string(value)) return text_to_boolean(destination, key, value, report);
     if (json_is_integer(value)) return number_to_boolean(destination, key, value, report);
     if (!json_is_boolean(value)) return report.fail("Invalid field \"%s\", is not string or int or bool!", key.text());
-    kcnvrt::carry(destination, key, value);
-    return 0;
+    return kcnvrt::carry(destination, key, value);
 }
 
 int string_to_new(json_t* destination, Key key, json_t* value, const Report& report) {
@@ -115,16 +110,14 @@ int string_to_new(json_t* destination, Key key, json_t* value, const Report& rep
         return 0;
     }
     if (!json_is_string(value)) return report.fail("Invalid field \"%s\", is not null or string", key.text());
-    kcnvrt::carry(destination, key, value);
-    return 0;
+    return kcnvrt::carry(destination, key, value);
 }
 
 int password_to_new(json_t* destination, Key key, json_t* value, const Report& report) {
     return convert_password(destination, key, value, report, k_str_base64_encode, "base64");
 }
 
-int string_or_default(json_t* destination, Key key, json_t* value, std::string_view default_text,
-                      const Report& report) {
+int string_or_default(json_t* destination, Key key, json_t* value, const char* default_text, const Report& report) {
     if (value == nullptr) return 0;
     // This message has always come without its key.
     if (!json_is_string(value)) return is_not_string("", report);

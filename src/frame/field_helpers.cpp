@@ -59,6 +59,6 @@ int json_string_set_password(json_t* destination, const char* key, json_t* value
 int json_string_set_def(json_t* destination, const char* key, json_t* value, const char* default_text,
                         const char* function, int line, k_err_t* err) {
     if (key == nullptr) return 0;
-    const std::string_view text = default_text == nullptr ? std::string_view{} : std::string_view{default_text};
-    return ways::string_or_default(destination, {key, std::strlen(key)}, value, text, Report{function, err, line});
+    return ways::string_or_default(destination, {key, std::strlen(key)}, value, default_text,
+                                   Report{function, err, line});
 }

@@ -5,6 +5,7 @@
 #include "frame/json.h"
 #include "frame/list.h"
 #include "k_cnvrt.h"
+#include "shortage.h"
 
 using namespace kcnvrt;
 
@@ -26,9 +27,9 @@ char** getSortedKeys(json_t* object, int* count) {
         if (sorted.failed()) names = -1;
         return nullptr;
     }
-    char** array = static_cast<char**>(std::calloc(sorted.count(), sizeof(char*)));
+    char** array = static_cast<char**>(noted(std::calloc(sorted.count(), sizeof(char*))));
     for (const Member& member : sorted) {
-        char* name = array == nullptr ? nullptr : strdup(member.name.text());
+        char* name = array == nullptr ? nullptr : noted(strdup(member.name.text()));
         if (name == nullptr) {
             freeArrayOfString(array, names);
             names = -1;

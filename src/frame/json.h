@@ -80,19 +80,24 @@ private:
     uint8_t length_;
 };
 
-// Making values. A null Json means that memory ran out; storing it does nothing.
+// Making values. A null Json means that memory ran out, which is noted (k_err_is_complete); storing it does nothing.
+
+json_t* new_object();
+json_t* new_array();
+json_t* new_integer(int64_t number);
+json_t* new_string(const char* text, size_t length);
 
 inline Json object() {
-    return Json{json_object()};
+    return Json{new_object()};
 }
 inline Json array() {
-    return Json{json_array()};
+    return Json{new_array()};
 }
 inline Json null() {
     return Json{json_null()};
 }
 inline Json integer(int64_t number) {
-    return Json{json_integer(number)};
+    return Json{new_integer(number)};
 }
 inline Json boolean(bool value) {
     return Json{json_boolean(value)};
@@ -100,7 +105,7 @@ inline Json boolean(bool value) {
 
 // A string of text that is known to be UTF-8: a literal, or text that came out of a tree.
 inline Json string(std::string_view text) {
-    return Json{json_stringn_nocheck(text.data(), text.size())};
+    return Json{new_string(text.data(), text.size())};
 }
 inline Json string(Key text) {
     return string(text.view());
@@ -109,20 +114,17 @@ inline Json string(const char* literal) {
     return string(std::string_view{literal});
 }
 
-// A string of text that may be anything, made by the library itself or given by its caller: null when it is not UTF-8.
-inline Json checked_string(std::string_view text) {
-    return Json{json_stringn(text.data(), text.size())};
-}
-inline Json checked_string(const char* text) {
-    return Json{text == nullptr ? nullptr : json_string(text)};
-}
+// A string of text that may be anything, made by the library itself or given by its caller: null when it is absent or not
+// UTF-8.
+Json checked_string(const char* text);
 
 Json share(json_t* value);
 
 // A new object or array with the same members (shared).
-inline Json shallow_copy(json_t* value) {
-    return Json{json_copy(value)};
-}
+Json shallow_copy(json_t* value);
+
+// Sets every member of `source` in `object`, shared; nothing where either is no object.
+void carry_members(json_t* object, json_t* source);
 
 // Reading.
 
@@ -157,19 +159,23 @@ inline bool is_empty(json_t* container) {
     return size_of(container) == 0;
 }
 
-// Storing. An absent or failed value is not stored, and neither is anything under an absent name.
+// Storing. An absent or failed value is not stored.
+
+// Takes the reference. The name is there.
+void store(json_t* object, const char* name, size_t length, json_t* value);
 
 inline void set(json_t* object, Key key, Json value) {
-    json_object_setn_new_nocheck(object, key.text(), key.length(), value.release());
+    store(object, key.text(), key.length(), value.release());
 }
+// Under a name that a caller gave: one that is null or not UTF-8 names nothing.
+void set_checked(json_t* object, const char* name, Json value);
 // The same value under a new name: a reference is added, nothing is copied.
-void carry(json_t* object, Key key, json_t* value);
+// Returns 0, the count of failed fields, so that a way can end with it.
+int carry(json_t* object, Key key, json_t* value);
 // Under the name that a string value holds; any other value names nothing.
 void set_named(json_t* object, json_t* name, Json value);
 
-inline void append(json_t* array, Json value) {
-    json_array_append_new(array, value.release());
-}
+void append(json_t* array, Json value);
 inline void append_shared(json_t* array, json_t* value) {
     append(array, share(value));
 }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "frame/number.h"
+#include "shortage.h"
 
 namespace kcnvrt {
 
@@ -60,7 +61,7 @@ Json ListBuilder::finish() {
 Instances::Instances(json_t* list) : instances_{inline_} {
     const size_t size = json_object_size(list);
     if (size > kInline) {
-        void* memory = size > SIZE_MAX / sizeof(Instance) ? nullptr : std::malloc(size * sizeof(Instance));
+        void* memory = noted(size > SIZE_MAX / sizeof(Instance) ? nullptr : std::malloc(size * sizeof(Instance)));
         if (memory == nullptr) return;  // Out of memory: nothing is visited, and so nothing is stored.
         instances_ = static_cast<Instance*>(memory);
     }

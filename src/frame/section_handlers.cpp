@@ -7,7 +7,7 @@
 using namespace kcnvrt;
 
 int json_section_copy(json_t* source, json_t* destination, k_err_t*) {
-    json_object_update(destination, source);
+    carry_members(destination, source);
     return 0;
 }
 
@@ -26,6 +26,6 @@ int json_services_parser(json_t* source, const char* name, json_t* destination, 
     if (source == nullptr) return 0;
     Json container = kind == 1 ? array() : object();
     const int failures = handler(source, container.get(), err);
-    json_object_set_new(destination, name, container.release());
+    set_checked(destination, name, std::move(container));
     return failures;
 }

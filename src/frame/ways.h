@@ -25,7 +25,7 @@ int boolean_to_new(json_t* destination, Key key, json_t* value, const Report& re
 int string_to_new(json_t* destination, Key key, json_t* value, const Report& report);
 int password_to_new(json_t* destination, Key key, json_t* value, const Report& report);
 // "" becomes the default text.
-int string_or_default(json_t* destination, Key key, json_t* value, std::string_view default_text, const Report& report);
+int string_or_default(json_t* destination, Key key, json_t* value, const char* default_text, const Report& report);
 // An absent value becomes false.
 int carry_or_false(json_t* destination, Key key, json_t* value, const Report& report);
 // A connection status: an absent one and "" become "Disconnected".
@@ -49,7 +49,7 @@ struct Text {
 
 template <Text Default>
 int string_or(json_t* destination, Key key, json_t* value, const Report& report) {
-    return string_or_default(destination, key, value, Default.view(), report);
+    return string_or_default(destination, key, value, Default.characters, report);
 }
 
 }  // namespace ways

@@ -3,31 +3,33 @@
 
 #include "frame/list.h"
 #include "frame/number.h"
+#include "growing_array.h"
+#include "services/text_reading.h"
 
 namespace kcnvrt {
 
 namespace {
 
-// Null when the value is not the text of an object or array.
-Json parsed(json_t* value) {
-    const char* const text = text_of(value);
-    return Json{text == nullptr ? nullptr : json_loads(text, 0, nullptr)};
-}
-
-// Whoever uses Jansson may give it functions for memory other than malloc and free. A text that it made is therefore
-// released by the function that Jansson itself uses.
-struct ReleaseText {
-    void operator()(char* text) const {
-        json_free_t release = nullptr;
-        json_get_alloc_funcs(nullptr, &release);
-        release(text);
+// A text as Jansson writes it, piece by piece. Jansson does not stop where a piece of a name found no memory.
+class CompactText {
+public:
+    explicit CompactText(json_t* value) {
+        if (json_dump_callback(value, add, this, JSON_COMPACT) != 0) k_err_no_memory();
     }
-};
 
-Json compact_text(json_t* value) {
-    const std::unique_ptr<char, ReleaseText> text{json_dumps(value, JSON_COMPACT)};
-    return text == nullptr ? nullptr : string(text.get());
-}
+    // Null when memory ran out: half a text would be a wrong one.
+    Json value() const { return is_whole_ ? string(std::string_view{text_.data(), text_.size()}) : nullptr; }
+
+private:
+    static int add(const char* piece, size_t size, void* self) {
+        auto* const text = static_cast<CompactText*>(self);
+        text->is_whole_ = text->is_whole_ && text->text_.add_all(piece, size);
+        return text->is_whole_ ? 0 : -1;
+    }
+
+    GrowingArray<char> text_;
+    bool is_whole_ = true;
+};
 
 using Refusal = int (*)(Key name, const Report& report);
 
@@ -46,7 +48,7 @@ int objects_of_texts(json_t* destination, Key key, json_t* texts, Refusal refuse
     for (const auto [name, text] : members(texts)) {
         uint32_t number = 0;
         if (!read_strictly(name.view(), number)) continue;
-        Json value = parsed(text);
+        Json value = read_text(text);
         if (value == nullptr)
             failures += refuse(name, report);
         else
@@ -73,7 +75,7 @@ int texts_of_objects(json_t* destination, Key key, json_t* value, const Report&)
     if (value == nullptr) return 0;
     Json texts = object();
     for (const auto [name, instance] : members(value))
-        if (json_is_object(instance)) set(texts.get(), name, compact_text(instance));
+        if (json_is_object(instance)) set(texts.get(), name, CompactText{instance}.value());
     carry_max_instance(texts.get(), value);
     set(destination, key, std::move(texts));
     return 0;

@@ -177,7 +177,7 @@ int k_cnvrt_get_vlan_dsl_from_new(json_t* source, json_t* destination, k_err_t*)
     vlans_to_services(vlan_of_port.get(), get(destination, "ifaces"));
     // On its own the section is the groups themselves.
     if (is_empty(destination)) {
-        json_object_update(destination, groups.get());
+        carry_members(destination, groups.get());
         return 0;
     }
     set(destination, "group_index", integer(static_cast<int64_t>(json_object_size(groups.get()))));

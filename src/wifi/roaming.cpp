@@ -4,12 +4,13 @@
 // fields read before it are kept.
 #include <arpa/inet.h>
 
-
 #include "frame/json.h"
 #include "frame/report.h"
 #include "k_cnvrt.h"
 #include "k_cnvrt/wifi.h"
+#include "shortage.h"
 #include "wifi/roaming_band.h"
+#include "wifi/unpack.h"
 
 using namespace kcnvrt;
 
@@ -27,12 +28,13 @@ struct OldRoaming {
 };
 
 int read_old(json_t* source, OldRoaming& old, const Report& report) {
-    const int result = json_unpack(source, "{s: b, s: i, s: b, s? i, s? s}",  //
-                                   "enable", &old.is_enabled,                 //
-                                   "portno", &old.port,                       //
-                                   "mc_switch", &old.is_multicast,            //
-                                   "mc_ttl", &old.ttl,                        //
-                                   "mc_groupaddr", &old.address);
+    json_error_t error;
+    const int result = unpack(source, error, "{s: b, s: i, s: b, s? i, s? s}",  //
+                              "enable", &old.is_enabled,                        //
+                              "portno", &old.port,                              //
+                              "mc_switch", &old.is_multicast,                   //
+                              "mc_ttl", &old.ttl,                               //
+                              "mc_groupaddr", &old.address);
     if (result == 0) return 0;
     return report.fail("Invalid field 'enable'|'portno'|'mc_switch'|'mc_ttl'|'mc_groupaddr'");
 }
@@ -75,7 +77,9 @@ int k_cnvrt_get_roaming_from_old(json_t* source, json_t* destination, k_err_t* e
     else
         use_defaults(old);
     // Without an address, which is a failure by now, there are no settings.
-    Json multicast{json_pack("{s: i, s: s}", "TTL", old.ttl, "GroupAddress", old.address)};
+    Json multicast{old.address == nullptr
+                       ? nullptr
+                       : noted(json_pack("{s: i, s: s}", "TTL", old.ttl, "GroupAddress", old.address))};
     Json bands = object();
     failures += bands_to_new(source, bands.get(), err);
     set(destination, "Enable", boolean(old.is_enabled != 0));
@@ -94,12 +98,12 @@ int k_cnvrt_get_roaming_from_new(json_t* source, json_t* destination, k_err_t* e
     int ttl = 0;
     const char* address = nullptr;
     json_error_t error{};
-    json_unpack_ex(source, &error, 0, "{s: b, s: i, s: b, s: o, s: {s: i, s: s}}",  //
-                   "Enable", &is_enabled,                                           //
-                   "Port", &port,                                                   //
-                   "MulticastEnable", &is_multicast,                                //
-                   "BandSettings", &bands,                                          //
-                   "MulticastSettings", "TTL", &ttl, "GroupAddress", &address);
+    unpack(source, error, "{s: b, s: i, s: b, s: o, s: {s: i, s: s}}",  //
+           "Enable", &is_enabled,                                       //
+           "Port", &port,                                               //
+           "MulticastEnable", &is_multicast,                            //
+           "BandSettings", &bands,                                      //
+           "MulticastSettings", "TTL", &ttl, "GroupAddress", &address);
     // Callers read this line, also the empty one of a success; a failure is told nowhere else.
     k_err_print(err, error.text);
     bands_to_old(bands, destination);

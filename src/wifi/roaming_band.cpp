@@ -4,6 +4,8 @@
 #include "frame/list.h"
 #include "frame/report.h"
 #include "k_tr.h"
+#include "shortage.h"
+#include "wifi/unpack.h"
 
 namespace kcnvrt {
 
@@ -32,10 +34,11 @@ bool has_none(json_t* old_roaming, const Band& band) {
 }
 
 bool read_old(json_t* old_roaming, const Band& band, Thresholds& thresholds) {
-    return json_unpack(old_roaming, "{s: i, s: i, s: i}",                     //
-                       band.quality_limit.text(), &thresholds.quality_limit,  //
-                       band.quality_width.text(), &thresholds.quality_width,  //
-                       band.max_timeout.text(), &thresholds.max_timeout) == 0;
+    json_error_t error;
+    return unpack(old_roaming, error, "{s: i, s: i, s: i}",              //
+                  band.quality_limit.text(), &thresholds.quality_limit,  //
+                  band.quality_width.text(), &thresholds.quality_width,  //
+                  band.max_timeout.text(), &thresholds.max_timeout) == 0;
 }
 
 int check(bool fits, Key key, const Report& report) {
@@ -60,11 +63,11 @@ int band_to_new(json_t* old_roaming, Key number, const Band& band, json_t* bands
                                 band.quality_width.text(), band.max_timeout.text());
     failures += check_ranges(band, thresholds, report);
     set(bands, number,
-        Json{json_pack("{s: s, s: i, s: i, s: i}",                //
-                       "Band", band.name.text(),                  //
-                       "MaximumTimeout", thresholds.max_timeout,  //
-                       "QualityLimit", thresholds.quality_limit,  //
-                       "QualityWidth", thresholds.quality_width)});
+        Json{noted(json_pack("{s: s, s: i, s: i, s: i}",                //
+                             "Band", band.name.text(),                  //
+                             "MaximumTimeout", thresholds.max_timeout,  //
+                             "QualityLimit", thresholds.quality_limit,  //
+                             "QualityWidth", thresholds.quality_width))});
     return failures;
 }
 
@@ -72,11 +75,12 @@ int band_to_new(json_t* old_roaming, Key number, const Band& band, json_t* bands
 void band_to_old(json_t* settings, json_t* old_roaming) {
     const char* name = nullptr;
     Thresholds thresholds;
-    json_unpack(settings, "{s: s, s: i, s: i, s: i}",       //
-                "Band", &name,                              //
-                "MaximumTimeout", &thresholds.max_timeout,  //
-                "QualityLimit", &thresholds.quality_limit,  //
-                "QualityWidth", &thresholds.quality_width);
+    json_error_t error;
+    unpack(settings, error, "{s: s, s: i, s: i, s: i}",  //
+           "Band", &name,                                //
+           "MaximumTimeout", &thresholds.max_timeout,    //
+           "QualityLimit", &thresholds.quality_limit,    //
+           "QualityWidth", &thresholds.quality_width);
     const Band& band = name != nullptr && name == k5GHz.name.view() ? k5GHz : k24GHz;
     set(old_roaming, band.max_timeout, integer(thresholds.max_timeout));
     set(old_roaming, band.quality_limit, integer(thresholds.quality_limit));

@@ -1,0 +1,18 @@
+#include "wifi/unpack.h"
+
+#include <cstdarg>
+
+#include "k_err.h"
+
+namespace kcnvrt {
+
+int unpack(json_t* source, json_error_t& error, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = json_vunpack_ex(source, &error, 0, format, arguments);
+    va_end(arguments);
+    if (result != 0 && json_error_code(&error) == json_error_out_of_memory) k_err_no_memory();
+    return result;
+}
+
+}  // namespace kcnvrt
