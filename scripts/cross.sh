@@ -51,9 +51,6 @@ install_packages() {
     install_package "$1" jansson "$sources/jansson" -DJANSSON_BUILD_SHARED_LIBS=ON -DJANSSON_BUILD_DOCS=OFF \
         -DJANSSON_EXAMPLES=OFF -DJANSSON_WITHOUT_TESTS=ON
     install_package "$1" googletest /usr/src/googletest -DBUILD_GMOCK=OFF
-    mkdir -p "$installed/include" "$installed/share/cmake"
-    cp -r /usr/include/CLI "$installed/include/"
-    cp -r /usr/share/cmake/CLI11 "$installed/share/cmake/"
     touch "$installed/complete"
 }
 

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Sourced by build.sh: the Debian packages that the build and its checks need, installed where they are missing.
 
-build_packages=(g++ cmake ninja-build pkg-config libjansson-dev libcli11-dev)
+build_packages=(g++ cmake ninja-build pkg-config libjansson-dev)
 docs_packages=(jq)
 test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats)
 

@@ -22,14 +22,14 @@ struct Options {
     bool to_old = false;
     bool dsl_vlan = false;
     bool merge_patch = false;
+    bool exit_code = false;
+    std::string topic;  // the command that help is asked for
 
     std::string output = kStandardStream;
     bool compact = false;
     std::optional<int> indent;
     ErrorFormat errors = ErrorFormat::kText;
-
-    // The files that the result is made of.
-    std::vector<std::string> inputs() const;
+    std::vector<std::string> inputs;  // the files that the result is made of
 };
 
 // Carries out the command line.

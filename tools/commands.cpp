@@ -3,6 +3,7 @@
 #include <k_cnvrt.h>
 #include <k_cnvrt_text.h>
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -39,27 +40,29 @@ int indent_of(const Options& options) {
     return options.compact ? static_cast<int>(K_TEXT_COMPACT) : options.indent.value_or(kReadableIndent);
 }
 
-void refuse_standard_input_twice(const Question& question) {
-    if (question.other != nullptr && *question.text == kStandardStream && *question.other == kStandardStream) {
-        throw Failure{kWrongUsage, "kcnvrt", "usage", "standard input can be read only once"};
-    }
-}
+// What the text layer makes of a question, and the texts that its problems are about.
+struct Answer {
+    Text text;
+    Text other;
+    Result result;
+};
 
-Result run(const Question& question, const Options& options) {
-    refuse_standard_input_twice(question);
-    const Text text = read_file(*question.text);
-    const Text other = question.other != nullptr ? read_file(*question.other) : Text();
+Answer ask(const Question& question, const Options& options) {
+    Answer answer;
+    answer.text = read_file(*question.text);
+    if (question.other != nullptr) answer.other = read_file(*question.other);
     k_text_request_t request = {};
     request.size = sizeof request;
     request.operation = question.operation;
     request.flags = flags_of(options);
     request.indent = indent_of(options);
     request.section = question.section;
-    request.text = text.bytes.get();
-    request.text_length = text.size;
-    request.other = other.bytes.get();
-    request.other_length = other.size;
-    return Result(k_text_run(&request));
+    request.text = answer.text.bytes.get();
+    request.text_length = answer.text.size;
+    request.other = answer.other.bytes.get();
+    request.other_length = answer.other.size;
+    answer.result = Result(k_text_run(&request));
+    return answer;
 }
 
 ExitStatus exit_status_of(const k_text_result_t* result) {
@@ -78,17 +81,30 @@ ExitStatus exit_status_of(const k_text_result_t* result) {
     }
 }
 
+std::string_view output_of(const Answer& answer) {
+    std::size_t length = 0;
+    const char* const output = k_text_output(answer.result.get(), &length);
+    return {output, length};
+}
+
 // Prints what the text layer has to say, under the names of the files, and writes its output.
-ExitStatus answer(const Question& question, const Options& options) {
-    const Result result = run(question, options);
-    Messages(options.errors).print(result.get(), *question.text, question.other);
-    const ExitStatus status = exit_status_of(result.get());
-    if (status == kConverted) {
-        std::size_t length = 0;
-        const char* const output = k_text_output(result.get(), &length);
-        write_result(options.output, options.inputs(), {output, length});
-    }
+ExitStatus deliver(const Answer& answer, const Question& question, const Options& options) {
+    Messages(options.errors).print(answer.result.get(), *question.text, question.other);
+    const ExitStatus status = exit_status_of(answer.result.get());
+    if (status == kConverted) write_result(options.output, options.inputs, output_of(answer));
     return status;
+}
+
+ExitStatus answer(const Question& question, const Options& options) {
+    return deliver(ask(question, options), question, options);
+}
+
+// Whether the difference that is the answer changes nothing. An empty merge patch makes an object of what is none.
+bool changes_nothing(const Answer& difference) {
+    const std::string_view base(difference.text.bytes.get(), difference.text.size);
+    const bool is_object = base.substr(std::min(base.find_first_not_of(" \t\r\n"), base.size())).starts_with('{');
+    const std::string_view change = output_of(difference);
+    return change == "[]" || (change == "{}" && is_object);
 }
 
 const std::string* base_of(const Options& options) {
@@ -126,7 +142,10 @@ ExitStatus sections(const Options& options) {
 }
 
 ExitStatus diff(const Options& options) {
-    return answer({K_TEXT_DIFF, nullptr, &options.from, &options.other}, options);
+    const Question question = {K_TEXT_DIFF, nullptr, &options.from, &options.other};
+    const Answer difference = ask(question, options);
+    const ExitStatus status = deliver(difference, question, options);
+    return status == kConverted && options.exit_code && !changes_nothing(difference) ? kDifferent : status;
 }
 
 ExitStatus apply(const Options& options) {

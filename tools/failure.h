@@ -8,6 +8,7 @@ namespace kcnvrt {
 enum ExitStatus {
     kConverted = 0,
     kRejected = 1,
+    kDifferent = 1,
     kWrongUsage = 2,
     kUnusableFile = 3,
 };

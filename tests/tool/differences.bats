@@ -63,3 +63,27 @@ load setup
     kcnvrt 3 apply base.json missing.json
     equal "$stderr" "missing.json: error: No such file or directory [read]"
 }
+
+@test "--exit-code says by the exit status whether there is a difference" {
+    write one.json ' {"a": 1}'
+    write two.json '{"a": 2}'
+    kcnvrt 0 diff one.json one.json --exit-code
+    equal "$output" "[]"
+    kcnvrt 1 diff one.json two.json --exit-code --compact
+    equal "$output" '[{"op":"replace","path":"/a","value":2}]'
+    equal "$stderr" ""
+    kcnvrt 1 diff one.json two.json --exit-code -o change.json
+    equal "$("$KCNVRT" apply one.json change.json --compact)" '{"a":2}'
+    kcnvrt 0 diff one.json two.json --compact
+    kcnvrt 0 diff --merge-patch one.json one.json --exit-code
+    equal "$output" "{}"
+    kcnvrt 1 diff --merge-patch one.json two.json --exit-code
+    kcnvrt 3 diff missing.json two.json --exit-code
+}
+
+@test "--exit-code sees an object in place of another value, which an empty merge patch makes" {
+    write array.json ' [1]'
+    write object.json '{}'
+    kcnvrt 1 diff --merge-patch array.json object.json --exit-code
+    equal "$output" "{}"
+}

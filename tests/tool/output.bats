@@ -71,10 +71,11 @@ load setup
     write new.json old
     write object.json '{}'
     convert 3 missing.json -o new.json
-    kcnvrt 1 section nosuch --to-new object.json -o new.json
+    write patch.json '[{"op": "remove", "path": "/b"}]'
+    kcnvrt 1 apply object.json patch.json -o new.json
     kcnvrt 2 section wan_pvid object.json -o new.json
     equal "$(cat new.json)" old
-    only_files new.json object.json
+    only_files new.json object.json patch.json
 }
 
 @test "a write that fails half-way leaves the old file alone" {

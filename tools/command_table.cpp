@@ -1,0 +1,158 @@
+#include "command_table.h"
+
+#include <k_cnvrt_text.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+#include "commands.h"
+#include "help.h"
+
+namespace kcnvrt {
+
+namespace {
+
+template <auto Member>
+const char* flag(Options& options, const char*) {
+    options.*Member = true;
+    return nullptr;
+}
+
+template <auto Member>
+const char* text(Options& options, const char* value) {
+    options.*Member = value;
+    return nullptr;
+}
+
+const char* indent(Options& options, const char* value) {
+    static_assert(K_TEXT_DEEPEST_INDENT == 31, "the message says so");
+    int blanks = 0;
+    const char* const end = value + std::strlen(value);
+    const auto [stop, error] = std::from_chars(value, end, blanks);
+    const bool fits = error == std::errc() && stop == end && blanks >= 0 && blanks <= K_TEXT_DEEPEST_INDENT;
+    if (!fits) return "a number from 0 to 31";
+    options.indent = blanks;
+    return nullptr;
+}
+
+const char* errors(Options& options, const char* value) {
+    const std::string_view format(value);
+    if (format != "text" && format != "json") return "text or json";
+    options.errors = format == "json" ? ErrorFormat::kJson : ErrorFormat::kText;
+    return nullptr;
+}
+
+// clang-format off
+
+//                          name      letter  value      names              stored by
+constexpr Option kOutput   {"output",  'o', "OUT",       Names::kOutput,  text<&Options::output>,
+                            "Write to OUT, which a run that fails leaves alone"};
+constexpr Option kCompact  {"compact",  0,  nullptr,     Names::kNothing, flag<&Options::compact>,
+                            "Print no white space"};
+constexpr Option kIndent   {"indent",   0,  "N",         Names::kNumber,  indent,
+                            "Indent by N blanks, at most 31 (4); 0 is one line", nullptr, &kCompact};
+constexpr Option kErrors   {"errors",   0,  "text|json", Names::kWord,    errors,
+                            "Messages as lines of text (default) or as JSON objects"};
+constexpr Option kDslVlan  {"dsl-vlan", 0,  nullptr,     Names::kNothing, flag<&Options::dsl_vlan>,
+                            "The device ties its VLANs to DSL services"};
+constexpr Option kToNew    {"to-new",   0,  nullptr,     Names::kNothing, flag<&Options::to_new>,
+                            "Convert to the new layout"};
+constexpr Option kToOld    {"to-old",   0,  nullptr,     Names::kNothing, flag<&Options::to_old>,
+                            "Convert to the old layout", nullptr, &kToNew};
+constexpr Option kBase     {"base",     0,  "BASE",      Names::kInput,   text<&Options::base>,
+                            "Print what has to change in BASE (the new layout) instead", nullptr, &kToOld};
+constexpr Option kChangeAsMergePatch{"merge-patch", 0, nullptr, Names::kNothing, flag<&Options::merge_patch>,
+                            "Print the change as a JSON Merge Patch, which cannot say null, not as a JSON Patch", &kBase};
+constexpr Option kMergePatch{"merge-patch", 0, nullptr,  Names::kNothing, flag<&Options::merge_patch>,
+                            "Print it as a JSON Merge Patch, which cannot say null, not as a JSON Patch"};
+constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
+                            "Exit with 1 when there is a difference"};
+
+constexpr const Option* kDirections[] = {&kToNew, &kToOld};
+constexpr const Option* kOfToNew[] = {
+    &kBase, &kChangeAsMergePatch, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
+constexpr const Option* kOfToOld[] = {&kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
+constexpr const Option* kOfSection[] = {
+    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
+constexpr const Option* kOfDiff[] = {&kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
+constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
+constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kHelp};
+constexpr const Option* kOfQuestions[] = {&kErrors, &kHelp};
+constexpr const Option* kGeneral[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kHelp, &kVersion};
+
+//                       name    names         stored by               purpose                           is required
+constexpr Operand kOldFile[] = {
+    {"FILE", Names::kInput, text<&Options::file>, "The old configuration; - (default) is standard input", false}};
+constexpr Operand kNewFile[] = {
+    {"FILE", Names::kInput, text<&Options::file>, "The new configuration; - (default) is standard input", false}};
+constexpr Operand kSectionAndFile[] = {
+    {"NAME", Names::kSection, text<&Options::section>, "The section's name in the layout that it is converted to", true},
+    {"FILE", Names::kInput, text<&Options::file>, "The section in the other layout; - (default) is standard input", false}};
+constexpr Operand kBaseAndOther[] = {
+    {"BASE", Names::kInput, text<&Options::from>, "The JSON to start from; - is standard input", true},
+    {"OTHER", Names::kInput, text<&Options::other>, "The JSON to arrive at; - is standard input", true}};
+constexpr Operand kBaseAndDifference[] = {
+    {"BASE", Names::kInput, text<&Options::from>, "The JSON to start from; - is standard input", true},
+    {"DIFFERENCE", Names::kInput, text<&Options::other>,
+     "A JSON Patch (array) or JSON Merge Patch (object); - is standard input", true}};
+constexpr Operand kTopic[] = {
+    {"COMMAND", Names::kCommand, text<&Options::topic>, "The command to tell of", false}};
+
+constexpr Command kCommands[] = {
+    {"to-new", "Convert a whole configuration to the new layout",
+     kOldFile, {}, kOfToNew,
+     "With --base the difference is printed whatever failed on the way; the messages tell, the exit status is 0.",
+     "kcnvrt to-new gateway.old.json -o gateway.new.json", to_new},
+    {"to-old", "Convert a whole configuration to the old layout",
+     kNewFile, {}, kOfToOld,
+     "",
+     "kcnvrt to-old --compact < gateway.new.json > gateway.old.json", to_old},
+    {"section", "Convert one section of a configuration",
+     kSectionAndFile, kDirections, kOfSection,
+     "kcnvrt sections lists the names. With --base the difference is printed whatever failed on the way; the messages "
+     "tell, the exit status is 0.",
+     "kcnvrt section wan_pvid --to-old wan_pvid.new.json", section},
+    {"sections", "List the sections that can be converted alone",
+     {}, {}, kOfSections,
+     "One a line: old (for --to-old) or new (for --to-new), a tab, the name.",
+     "kcnvrt sections | grep ^old", sections},
+    {"diff", "Print what has to change in BASE to make it equal to OTHER",
+     kBaseAndOther, {}, kOfDiff,
+     "",
+     "kcnvrt diff gateway.new.json candidate.new.json -o change.json", diff},
+    {"apply", "Print BASE with a difference applied",
+     kBaseAndDifference, {}, kOfApply,
+     "",
+     "kcnvrt apply gateway.new.json change.json -o candidate.new.json", apply},
+    {"self-check", "Check the library's section tables",
+     {}, {}, kOfQuestions,
+     "Silent with exit status 0 when they are sound; otherwise a message and 1.",
+     "kcnvrt self-check && echo sound", self_check},
+    {"help", "Show what a command does and takes",
+     kTopic, {}, kOfQuestions,
+     "",
+     "kcnvrt help to-new", help},
+};
+
+// clang-format on
+
+}  // namespace
+
+constexpr Option kHelp{"help", 'h', nullptr, Names::kNothing, nullptr, "Show this page"};
+constexpr Option kVersion{"version", 'V', nullptr, Names::kNothing, nullptr, "Print the version"};
+
+std::span<const Command> all_commands() {
+    return kCommands;
+}
+
+const Command* find_command(std::string_view name) {
+    const auto found = std::ranges::find(kCommands, name, &Command::name);
+    return found != std::end(kCommands) ? found : nullptr;
+}
+
+OptionList general_options() {
+    return kGeneral;
+}
+
+}  // namespace kcnvrt
