@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/field.h"
-#include "rows.h"
+#include "side.h"
 
 // One row of a table of fields, as the engine runs it on one object.
 struct RowRun {

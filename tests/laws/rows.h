@@ -6,9 +6,8 @@
 #include <vector>
 
 #include "pattern.h"
+#include "side.h"
 #include "tree.h"
-
-enum class Side { kOld, kNew };
 
 class WordPlaces;
 

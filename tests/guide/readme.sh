@@ -1,0 +1,76 @@
+#!/bin/bash
+# Does what README.md shows, line by line, in a copy of the tree: readme.sh TREE FOLDER. What it installs for a device goes
+# below the folder, and what is compiled from C is compiled with that. `./test` is not run: this is a part of it.
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/copy.bash"
+installed=$2/installed
+readme=$source_tree/README.md
+
+# commands SECTION: the commands of the section, as files in $blocks/SECTION.
+commands() {
+    mkdir -p "$blocks/$1"
+    awk -v heading="$1" -v into="$blocks/$1" -f "$source_tree/tests/guide/commands.awk" "$readme"
+    ls "$blocks/$1"/*.command > /dev/null 2>&1 || fail "README.md shows no commands in \"$1\"."
+}
+
+run_section() {
+    local command
+    commands "$1"
+    for command in "$blocks/$1"/*.command; do
+        [ "$(< "$command")" = ./test ] || run_shown "$command"
+    done
+}
+
+# check_usage COMMAND_FILE: what a usage line shows, which is no command yet, is what the tool's help knows.
+check_usage() {
+    local name help word
+    read -r _ name _ < "$1"
+    help=$(kcnvrt "$name" --help) || fail "The tool has no command $name."
+    { grep -o -e '--[a-z-]*' "$1" || true; } | while read -r word; do
+        [[ $help = *"$word"* ]] || fail "kcnvrt $name has no $word."
+    done
+}
+
+# check_message MESSAGE_FILE: what a message says, and who reports it, is what the tool prints of a field that does not fit.
+check_message() {
+    local message path printed
+    message=$(< "$1")
+    path=${message#*: error: /}
+    path=${path%%: *}
+    jq --arg path "$path" 'setpath($path / "/"; "x")' "$source_tree/examples/home-gateway.old.json" > "$copy/gateway.old.json"
+    printed=$(cd "$copy" && kcnvrt to-new gateway.old.json 2>&1 > /dev/null) || true
+    [[ $printed = *": ${message##*"$path": }" ]] || fail "Of a bad $path the tool says: $printed"
+}
+
+restore_all
+
+# The first lines of the page.
+run_section ""
+export PATH=$copy/build/release/bin:$PATH
+
+# "For a device" comes before "From C", which needs an installed copy. The host is the device.
+touch "$copy/your-toolchain.cmake"
+rm -rf "$installed"
+DESTDIR=$installed run_section "For a device"
+
+pkgconfig=$(dirname "$(find "$installed" -name k_cnvrt.pc)")
+sed "s|^prefix=.*|prefix=$installed/usr|" -i "$pkgconfig"/*.pc
+export PKG_CONFIG_PATH=$pkgconfig LD_LIBRARY_PATH=${pkgconfig%/pkgconfig}
+awk -v heading="From C" -v into="$blocks" -f "$source_tree/tests/guide/blocks.awk" "$readme"
+cp "$blocks"/0-*.c "$copy/main.c"
+run_section "From C"
+
+mkdir -p "$copy/configs"
+cp "$copy"/examples/*.old.json "$copy/configs"
+commands "The tool"
+for command in "$blocks/The tool"/*.command; do
+    case $(< "$command") in
+        kcnvrt*) check_usage "$command" ;;
+        find*) run_shown "$command" ;;
+        gateway.old.json:*) check_message "$command" ;;
+        *) fail "Nobody runs this: $(< "$command")" ;;
+    esac
+done
+for config in "$copy"/configs/*.json; do
+    kcnvrt to-new "$config" | cmp - "$config.new" || fail "$config was not converted."
+done
