@@ -8,11 +8,13 @@
 #include <string>
 
 #include "runner/case.h"
+#include "text/generator.h"
 
 namespace {
 
 constexpr size_t kLongestWord = 64;
 constexpr size_t kLargestSeed = 64 * 1024;
+constexpr uint64_t kTexts = 300;
 
 std::filesystem::path seeds;
 
@@ -74,6 +76,15 @@ void add_case(const json_t* data) {
     if (call == "k_cnvrt_get_ifaces_from_new") add_document(data, "document_to_old", "to-old");
 }
 
+// Of every layout and with every option, by number; each whole and damaged.
+void add_texts() {
+    for (uint64_t number = 0; number < kTexts; ++number) {
+        const std::string text = kcnvrt::text::text_number(number);
+        add_seed("text", static_cast<char>(number % 256) + text);
+        add_seed("text", static_cast<char>(number % 256) + kcnvrt::text::damaged(text, number));
+    }
+}
+
 void add_words(const json_t* tree, std::set<std::string>& words) {
     const auto add = [&words](std::string word) {
         if (word.size() <= kLongestWord && word.find('\0') == std::string::npos) words.insert(std::move(word));
@@ -129,7 +140,7 @@ void add_example(const std::filesystem::path& file) {
 int main(int argc, char** argv) {
     if (argc != 5) return 2;
     seeds = argv[3];
-    for (const char* target : {"document_to_new", "document_to_old", "section", "difference", "tool"})
+    for (const char* target : {"document_to_new", "document_to_old", "section", "difference", "tool", "text"})
         std::filesystem::create_directories(seeds / target);
 
     std::set<std::string> words;
@@ -141,6 +152,7 @@ int main(int argc, char** argv) {
         }
     }
     for (const auto& file : case_files(argv[2])) add_example(file);
+    add_texts();
     write_words(words, argv[4]);
     return 0;
 }
