@@ -8,4 +8,8 @@ namespace kcnvrt::text {
 // Whatever happens goes into the result.
 void run(const k_text_request_t* request, k_text_result_t& result);
 
+// k_text_run for a program that this is linked into, and that takes back the memory of all trees as a whole: they are
+// left as they are.
+k_text_result_t* run_and_leave_trees(const k_text_request_t* request);
+
 }  // namespace kcnvrt::text

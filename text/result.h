@@ -46,6 +46,7 @@ private:
 
 struct k_text_result {
     int status = K_TEXT_CONVERTED;
+    bool leaves_trees = false;
     kcnvrt::text::Record record;
     kcnvrt::text::KeptTexts texts;
     kcnvrt::text::List<kcnvrt::text::Problem> problems;

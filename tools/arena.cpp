@@ -66,6 +66,12 @@ void install_arenas() {
     json_set_alloc_funcs(allocate, release);
 }
 
+bool are_arenas_installed() {
+    json_malloc_t allocator;
+    json_get_alloc_funcs(&allocator, nullptr);
+    return allocator == allocate;
+}
+
 std::size_t failed_allocations() {
     return failures.load(std::memory_order_relaxed);
 }

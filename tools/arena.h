@@ -12,6 +12,7 @@ namespace kcnvrt {
 
 // Gives Jansson these arenas, in the whole process. Before the first call of Jansson's, which keeps some memory for good.
 void install_arenas();
+bool are_arenas_installed();
 
 // How many allocations failed since the process began, in any thread. Whoever sees one fail elsewhere adds it.
 std::size_t failed_allocations();

@@ -7,7 +7,9 @@
 #include <memory>
 #include <new>
 
+#include "arena.h"
 #include "diagnostics.h"
+#include "operations.h"
 #include "output.h"
 
 namespace kcnvrt {
@@ -61,7 +63,10 @@ Answer ask(const Question& question, const Options& options) {
     request.text_length = answer.text.size;
     request.other = answer.other.bytes.get();
     request.other_length = answer.other.size;
-    answer.result = Result(k_text_run(&request));
+    // What lies in an arena is released with it.
+    answer.result.reset(are_arenas_installed() ? text::run_and_leave_trees(&request) : k_text_run(&request));
+    // A tree that is not whole may look like any other, and its text like one with an error.
+    if (failed_allocations() != 0) throw std::bad_alloc();
     return answer;
 }
 

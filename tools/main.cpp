@@ -5,6 +5,7 @@
 
 #include <csignal>
 
+#include "arena.h"
 #include "command_line.h"
 #include "passing_file.h"
 
@@ -26,5 +27,6 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     kcnvrt::PassingFile::remove_on_ending_signals();
+    kcnvrt::install_arenas();
     return kcnvrt::run_command_line(argc, argv);
 }
