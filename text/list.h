@@ -35,6 +35,9 @@ public:
         return true;
     }
 
+    // Forgets the values from that one on.
+    void cut(size_t size) { size_ = size; }
+
 private:
     bool grow() {
         const size_t capacity = capacity_ == 0 ? kFirstCapacity : 2 * capacity_;

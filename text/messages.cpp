@@ -1,6 +1,10 @@
 #include "messages.h"
 
+#include <algorithm>
+
 #include "places.h"
+#include "pointer.h"
+#include "secrets.h"
 
 namespace kcnvrt::text {
 
@@ -19,23 +23,49 @@ void add_printed_lines(const Source& source, const char* printer, k_text_result_
     }
 }
 
-// Some messages end with a line break; null when memory ends.
-const char* without_line_break(const char* message, KeptTexts& texts) {
-    std::string_view text(message);
-    if (!text.ends_with('\n')) return message;
-    text.remove_suffix(1);
-    return texts.keep(text);
+// Replaces the value wherever the message shows it; null when memory ends.
+const char* mask(std::string_view message, std::string_view value, KeptTexts& texts) {
+    Buffer masked;
+    bool has_memory = true;
+    while (has_memory && !message.empty()) {
+        const size_t shown = message.find(value);
+        const size_t length = std::min(shown, message.size());
+        has_memory = masked.append({message.data(), length});
+        message.remove_prefix(length);
+        if (shown == std::string_view::npos) break;
+        has_memory = has_memory && masked.append(kMask);
+        message.remove_prefix(value.size());
+    }
+    return has_memory ? texts.keep(masked.view()) : nullptr;
 }
 
-void add_reports(const Source& source, k_text_result_t& result) {
+// What a message may show of a secret: the text at its place.
+std::string_view secret_at(json_t* root, const char* pointer) {
+    if (pointer == nullptr || !leads_to_secret(pointer)) return {};
+    const json_t* const value = value_at(root, pointer);
+    return json_is_string(value) ? std::string_view(json_string_value(value), json_string_length(value))
+                                 : std::string_view();
+}
+
+// Without the line break that some messages end with, and without a secret. Null when memory ends.
+const char* shown_message(const char* message, std::string_view secret, KeptTexts& texts) {
+    std::string_view text(message);
+    if (text.ends_with('\n')) text.remove_suffix(1);
+    if (!secret.empty() && text.find(secret) != std::string_view::npos) return mask(text, secret, texts);
+    return message[text.size()] == '\0' ? message : texts.keep(text);
+}
+
+void add_reports(const Source& source, json_t* root, k_text_result_t& result) {
     const k_err_t* const record = result.record.get();
     for (size_t i = 0; i < k_err_count(record); ++i) {
-        const char* const message = without_line_break(k_err_message(record, i), result.texts);
+        const char* const pointer = k_err_pointer(record, i);
+        const std::string_view secret = result.shows_secrets ? std::string_view() : secret_at(root, pointer);
+        const char* const message = shown_message(k_err_message(record, i), secret, result.texts);
         if (message == nullptr) return result.run_out_of_memory();
         const bool is_counted = k_err_is_counted(record, i) != 0;
         result.add({.which = source.which,
                     .severity = is_counted ? K_TEXT_ERROR : K_TEXT_WARNING,
-                    .pointer = k_err_pointer(record, i),
+                    .pointer = pointer,
                     .function = k_err_function(record, i),
                     .message = message});
     }
@@ -43,9 +73,9 @@ void add_reports(const Source& source, k_text_result_t& result) {
 
 }  // namespace
 
-void add_messages(const Source& source, const char* printer, k_text_result_t& result) {
+void add_messages(const Source& source, json_t* root, const char* printer, k_text_result_t& result) {
     add_printed_lines(source, printer, result);
-    add_reports(source, result);
+    add_reports(source, root, result);
     find_places(source, result);
 }
 

@@ -5,8 +5,8 @@
 
 namespace kcnvrt::text {
 
-// One problem for each line that the result's record kept, and one for each message, with its place in the source.
-// `printer` is the pointer of what prints lines.
-void add_messages(const Source& source, const char* printer, k_text_result_t& result);
+// One problem for each line that the result's record kept, and one for each message, with its place in the source, whose
+// tree is `root`. `printer` is the pointer of what prints lines.
+void add_messages(const Source& source, json_t* root, const char* printer, k_text_result_t& result);
 
 }  // namespace kcnvrt::text

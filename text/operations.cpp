@@ -134,7 +134,8 @@ void answer(const Operation& operation, const k_text_request_t& request, k_text_
     trees.converted.reset(operation.answer({request, trees.text.get(), trees.other.get()}, result.record.get()));
     // Only roaming prints, and only towards the old layout.
     const char* const printer = operation.number == K_TEXT_TO_OLD ? "/Device/Roaming" : "";
-    add_messages(operation.messages == K_TEXT_IN_TEXT ? text : other, printer, result);
+    const bool is_text = operation.messages == K_TEXT_IN_TEXT;
+    add_messages(is_text ? text : other, (is_text ? trees.text : trees.other).get(), printer, result);
     if (k_err_is_complete(result.record.get()) == 0) return result.run_out_of_memory();
     if (result.status != K_TEXT_CONVERTED) return;
     if (trees.converted) {
@@ -152,6 +153,8 @@ void run(const k_text_request_t* given, k_text_result_t& result) {
     const Operation* const operation = find_operation(request.operation);
     if (operation == nullptr) return refuse("this version does not know the operation", result);
     if (const char* why = check_request(request, operation->allowed)) return refuse(why, result);
+    result.operation = request.operation;
+    result.shows_secrets = (request.flags & K_TEXT_SHOW_SECRETS) != 0;
     answer(*operation, request, result);
 }
 

@@ -31,7 +31,8 @@ const char* check_other(const k_text_request_t& request, Part part) {
 }
 
 const char* check_flags(const k_text_request_t& request, const Allowed& allowed) {
-    const uint32_t flags = allowed.flags | (request.other != nullptr ? allowed.flags_of_other : 0);
+    const uint32_t flags =
+        K_TEXT_SHOW_SECRETS | allowed.flags | (request.other != nullptr ? allowed.flags_of_other : 0);
     return (request.flags & ~flags) != 0 ? "the operation does not take these flags" : nullptr;
 }
 

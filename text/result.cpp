@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include "excerpt.h"
 #include "operations.h"
 
 namespace kcnvrt::text {
@@ -92,6 +93,44 @@ int k_text_problem(const k_text_result_t* result, size_t index, k_text_problem_t
     const uint32_t size = problem->size;
     *problem = public_form(result->problems[index]);
     problem->size = size;
+    return 0;
+}
+
+namespace {
+
+// Null when memory ends.
+const kcnvrt::text::List<kcnvrt::text::Span>* secrets_of(k_text_result_t& result, uint32_t which,
+                                                         std::string_view text) {
+    kcnvrt::text::Secrets& secrets = result.secrets[which == K_TEXT_IN_TEXT ? 0 : 1];
+    if (secrets.are_found) return &secrets.spans;
+    const bool is_difference = result.operation == K_TEXT_APPLY && which == K_TEXT_IN_OTHER;
+    secrets.spans.cut(0);
+    secrets.are_found = find_secrets(text, is_difference, secrets.spans);
+    return secrets.are_found ? &secrets.spans : nullptr;
+}
+
+}  // namespace
+
+int k_text_excerpt(k_text_result_t* result, size_t index, const char* text, size_t length, size_t width,
+                   k_text_excerpt_t* excerpt) {
+    if (index >= k_text_problem_count(result) || excerpt == nullptr || excerpt->size < sizeof *excerpt) return -1;
+    const Problem& problem = result->problems[index];
+    if (problem.spot.line == 0 || text == nullptr) return -1;
+    kcnvrt::text::View view = {{text, length}, nullptr};
+    if (!result->shows_secrets) {
+        view.secrets = secrets_of(*result, problem.which, view.text);
+        if (view.secrets == nullptr) return -1;
+    }
+    const size_t start = problem.spot.offset;
+    // Of an object or an array only the bracket is marked.
+    const bool is_container = start < length && (text[start] == '{' || text[start] == '[');
+    kcnvrt::text::Mark mark = {0, 0};
+    result->excerpt.cut(0);
+    const bool is_shown =
+        show_line(view, {start, start + (is_container ? 1 : problem.length)}, width, result->excerpt, mark) &&
+        result->excerpt.append({"", 1});
+    if (!is_shown) return -1;
+    *excerpt = {excerpt->size, result->excerpt.data(), mark.offset, mark.length};
     return 0;
 }
 

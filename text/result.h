@@ -10,6 +10,7 @@
 #include "buffer.h"
 #include "list.h"
 #include "position.h"
+#include "secrets.h"
 
 namespace kcnvrt::text {
 
@@ -42,15 +43,25 @@ private:
     List<char*> texts_;
 };
 
+// What is secret in a text: found when it is first asked for.
+struct Secrets {
+    List<Span> spans;
+    bool are_found = false;
+};
+
 }  // namespace kcnvrt::text
 
 struct k_text_result {
     int status = K_TEXT_CONVERTED;
     bool leaves_trees = false;
+    uint32_t operation = 0;
+    bool shows_secrets = false;
     kcnvrt::text::Record record;
     kcnvrt::text::KeptTexts texts;
     kcnvrt::text::List<kcnvrt::text::Problem> problems;
     kcnvrt::text::Buffer output;
+    kcnvrt::text::Secrets secrets[2];  // of the text and of the other one
+    kcnvrt::text::Buffer excerpt;
 
     // Ends the request without an output. A problem that finds no room makes it one of memory.
     void fail(int why, const kcnvrt::text::Problem& problem);

@@ -15,6 +15,17 @@ ReadOptions options_of(Shape shape) {
     return {.any_value = is_any, .nul_in_strings = is_any};
 }
 
+// Of the word there, in a text that is no JSON: as far as letters and digits go.
+size_t length_of_word(std::string_view text, size_t offset) {
+    const auto is_part = [](unsigned char byte) {
+        return byte >= 0x80 || (byte >= '0' && byte <= '9') || ((byte | 0x20) >= 'a' && (byte | 0x20) <= 'z') ||
+               byte == '+' || byte == '-' || byte == '.' || byte == '_';
+    };
+    size_t end = offset;
+    while (end < text.size() && is_part(static_cast<unsigned char>(text[end]))) ++end;
+    return end - offset;
+}
+
 void report(const Source& source, const ReadError& error, k_text_result_t& result) {
     if (error.kind == ReadErrorKind::kOutOfMemory) return result.run_out_of_memory();
     Problem problem;
@@ -27,6 +38,7 @@ void report(const Source& source, const ReadError& error, k_text_result_t& resul
         Buffer words;
         const char* const message = explain(error, source, words);
         problem.spot = error.spot;
+        problem.length = length_of_word(source.text, error.spot.offset);
         problem.message = message == nullptr ? nullptr : result.texts.keep(message);
     }
     if (problem.message == nullptr) return result.run_out_of_memory();

@@ -43,10 +43,10 @@ ExitStatus run_command_line(int argc, char** argv) {
     } catch (const ClosedPipe&) {
         return kConverted;
     } catch (const Failure& failure) {
-        Messages(options.errors).print(failure.source, failure.function, failure.message);
+        Messages(options.errors, options.color).print(failure.source, failure.function, failure.message);
         return failure.status;
     } catch (const std::bad_alloc&) {
-        Messages(options.errors).print("kcnvrt", "memory", "out of memory");
+        Messages(options.errors, options.color).print("kcnvrt", "memory", "out of memory");
         return kUnusableFile;
     }
 }

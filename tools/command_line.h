@@ -29,6 +29,8 @@ struct Options {
     bool compact = false;
     std::optional<int> indent;
     ErrorFormat errors = ErrorFormat::kText;
+    ColorChoice color = ColorChoice::kAuto;
+    bool show_secrets = false;
     std::vector<std::string> inputs;  // the files that the result is made of
 };
 

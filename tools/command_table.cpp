@@ -43,6 +43,15 @@ const char* errors(Options& options, const char* value) {
     return nullptr;
 }
 
+const char* color(Options& options, const char* value) {
+    const std::string_view when(value);
+    if (when != "auto" && when != "always" && when != "never") return "auto, always or never";
+    options.color = when == "always"  ? ColorChoice::kAlways
+                    : when == "never" ? ColorChoice::kNever
+                                      : ColorChoice::kAuto;
+    return nullptr;
+}
+
 // clang-format off
 
 //                          name      letter  value      names              stored by
@@ -54,6 +63,10 @@ constexpr Option kIndent   {"indent",   0,  "N",         Names::kNumber,  indent
                             "Indent by N blanks, at most 31 (4); 0 is one line", nullptr, &kCompact};
 constexpr Option kErrors   {"errors",   0,  "text|json", Names::kWord,    errors,
                             "Messages as lines of text (default) or as JSON objects"};
+constexpr Option kColor    {"color",    0,  "auto|always|never", Names::kWord, color,
+                            "Colours in messages; auto (default) where the terminal has them"};
+constexpr Option kShowSecrets{"show-secrets", 0, nullptr, Names::kNothing, flag<&Options::show_secrets>,
+                            "Do not mask passwords and keys in messages"};
 constexpr Option kDslVlan  {"dsl-vlan", 0,  nullptr,     Names::kNothing, flag<&Options::dsl_vlan>,
                             "The device ties its VLANs to DSL services"};
 constexpr Option kToNew    {"to-new",   0,  nullptr,     Names::kNothing, flag<&Options::to_new>,
@@ -71,15 +84,19 @@ constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&
 
 constexpr const Option* kDirections[] = {&kToNew, &kToOld};
 constexpr const Option* kOfToNew[] = {
-    &kBase, &kChangeAsMergePatch, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
-constexpr const Option* kOfToOld[] = {&kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
+    &kBase, &kChangeAsMergePatch, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfToOld[] = {
+    &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSection[] = {
-    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
-constexpr const Option* kOfDiff[] = {&kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
-constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kHelp};
-constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kHelp};
-constexpr const Option* kOfQuestions[] = {&kErrors, &kHelp};
-constexpr const Option* kGeneral[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kHelp, &kVersion};
+    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets,
+    &kHelp};
+constexpr const Option* kOfDiff[] = {
+    &kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
+constexpr const Option* kOfQuestions[] = {&kErrors, &kColor, &kHelp};
+constexpr const Option* kGeneral[] = {
+    &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp, &kVersion};
 
 //                       name    names         stored by               purpose                           is required
 constexpr Operand kOldFile[] = {

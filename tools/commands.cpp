@@ -35,6 +35,7 @@ uint32_t flags_of(const Options& options) {
     uint32_t flags = 0;
     if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
     if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
+    if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
     return flags;
 }
 
@@ -44,25 +45,30 @@ int indent_of(const Options& options) {
 
 // What the text layer makes of a question, and the texts that its problems are about.
 struct Answer {
-    Text text;
-    Text other;
+    Source text;
+    Source other;
     Result result;
 };
 
+Source read_source(const std::string* file) {
+    if (file == nullptr) return {};
+    return {*file, read_file(*file)};
+}
+
 Answer ask(const Question& question, const Options& options) {
     Answer answer;
-    answer.text = read_file(*question.text);
-    if (question.other != nullptr) answer.other = read_file(*question.other);
+    answer.text = read_source(question.text);
+    answer.other = read_source(question.other);
     k_text_request_t request = {};
     request.size = sizeof request;
     request.operation = question.operation;
     request.flags = flags_of(options);
     request.indent = indent_of(options);
     request.section = question.section;
-    request.text = answer.text.bytes.get();
-    request.text_length = answer.text.size;
-    request.other = answer.other.bytes.get();
-    request.other_length = answer.other.size;
+    request.text = answer.text.text.bytes.get();
+    request.text_length = answer.text.text.size;
+    request.other = answer.other.text.bytes.get();
+    request.other_length = answer.other.text.size;
     // What lies in an arena is released with it.
     answer.result.reset(are_arenas_installed() ? text::run_and_leave_trees(&request) : k_text_run(&request));
     // A tree that is not whole may look like any other, and its text like one with an error.
@@ -93,20 +99,20 @@ std::string_view output_of(const Answer& answer) {
 }
 
 // Prints what the text layer has to say, under the names of the files, and writes its output.
-ExitStatus deliver(const Answer& answer, const Question& question, const Options& options) {
-    Messages(options.errors).print(answer.result.get(), *question.text, question.other);
+ExitStatus deliver(const Answer& answer, const Options& options) {
+    Messages(options.errors, options.color).print(answer.result.get(), answer.text, answer.other);
     const ExitStatus status = exit_status_of(answer.result.get());
     if (status == kConverted) write_result(options.output, options.inputs, output_of(answer));
     return status;
 }
 
 ExitStatus answer(const Question& question, const Options& options) {
-    return deliver(ask(question, options), question, options);
+    return deliver(ask(question, options), options);
 }
 
 // Whether the difference that is the answer changes nothing. An empty merge patch makes an object of what is none.
 bool changes_nothing(const Answer& difference) {
-    const std::string_view base(difference.text.bytes.get(), difference.text.size);
+    const std::string_view base(difference.text.text.bytes.get(), difference.text.text.size);
     const bool is_object = base.substr(std::min(base.find_first_not_of(" \t\r\n"), base.size())).starts_with('{');
     const std::string_view change = output_of(difference);
     return change == "[]" || (change == "{}" && is_object);
@@ -149,7 +155,7 @@ ExitStatus sections(const Options& options) {
 ExitStatus diff(const Options& options) {
     const Question question = {K_TEXT_DIFF, nullptr, &options.from, &options.other};
     const Answer difference = ask(question, options);
-    const ExitStatus status = deliver(difference, question, options);
+    const ExitStatus status = deliver(difference, options);
     return status == kConverted && options.exit_code && !changes_nothing(difference) ? kDifferent : status;
 }
 
@@ -161,7 +167,7 @@ ExitStatus apply(const Options& options) {
 ExitStatus self_check(const Options& options) {
     StdoutSetAside aside;
     const bool sound = k_cnvrt_check_valid_hashes() == 0;
-    Messages(options.errors).print_lines("kcnvrt", "k_cnvrt_check_valid_hashes", aside.restore());
+    Messages(options.errors, options.color).print_lines("kcnvrt", "k_cnvrt_check_valid_hashes", aside.restore());
     return sound ? kConverted : kRejected;
 }
 

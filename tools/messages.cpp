@@ -2,103 +2,63 @@
 
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <cstdio>
-#include <string>
+
+#include "printable.h"
 
 namespace kcnvrt {
 
 namespace {
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+// How a severity looks.
+struct Look {
+    const char* name;
+    const char* color;
+};
 
-bool is_control(unsigned char byte) {
-    return byte < 0x20 || byte == 0x7f;
-}
+constexpr const char* kBold = "\x1b[1m";
+constexpr const char* kMarkColor = "\x1b[1;32m";
+constexpr const char* kPlain = "\x1b[m";
 
-void append_escaped_control(std::string& line, char byte) {
-    std::array<char, 8> escape;
-    switch (byte) {
-        case '\n':
-            line += "\\n";
-            return;
-        case '\r':
-            line += "\\r";
-            return;
+Look look_of(uint32_t severity) {
+    switch (severity) {
+        case K_TEXT_WARNING:
+            return {"warning", "\x1b[1;35m"};
+        case K_TEXT_NOTE:
+            return {"note", "\x1b[1;36m"};
         default:
-            std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned char>(byte));
-            line += escape.data();
+            return {"error", "\x1b[1;31m"};
     }
 }
 
-// A control character of the second set (U+0080 to U+009F) can move a cursor, too.
-bool starts_long_control(std::string_view text) {
-    return text.size() >= 2 && text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0;
-}
-
-// A name or a message may hold anything; what reaches the terminal stays on one line and moves no cursor.
-void append_printable(std::string& line, std::string_view text) {
-    while (!text.empty()) {
-        const bool is_long = starts_long_control(text);
-        if (is_long || (is_control(static_cast<unsigned char>(text[0])) && text[0] != '\t')) {
-            append_escaped_control(line, text[is_long ? 1 : 0]);
-        } else {
-            line += text[0];
-        }
-        text.remove_prefix(is_long ? 2 : 1);
-    }
-}
-
-// The length of the UTF-8 sequence at the start of `text`, 0 where there is none.
-std::size_t utf8_length(std::string_view text) {
-    const auto lead = static_cast<unsigned char>(text[0]);
-    if (lead < 0x80) return 1;
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) return 0;
-    }
-    const auto second = static_cast<unsigned char>(text[1]);
-    const bool overlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
-    const bool no_character = (lead == 0xED && second >= 0xA0) || (lead == 0xF4 && second >= 0x90);
-    return overlong || no_character ? 0 : length;
-}
-
-// File names need not be UTF-8, and JSON must be.
-void append_json_string(std::string& line, std::string_view text) {
-    line += '"';
-    while (!text.empty()) {
-        const std::size_t length = utf8_length(text);
-        if (length == 0) {
-            line += kReplacement;
-        } else if (is_control(static_cast<unsigned char>(text[0]))) {
-            append_escaped_control(line, text[0]);
-        } else {
-            if (text[0] == '"' || text[0] == '\\') line += '\\';
-            line += text.substr(0, length);
-        }
-        text.remove_prefix(length == 0 ? 1 : length);
-    }
-    line += '"';
+const char* name_of(uint32_t severity) {
+    return look_of(severity).name;
 }
 
 void append_number(std::string& line, std::size_t number) {
     line += std::to_string(number);
 }
 
-void append_text_line(std::string& line, const Message& message) {
+void append_place(std::string& line, const Message& message) {
     append_printable(line, message.file);
     line += ':';
-    if (message.line != 0) {
-        append_number(line, message.line);
-        line += ':';
-        append_number(line, message.column);
-        line += ':';
-    }
+    if (message.line == 0) return;
+    append_number(line, message.line);
+    line += ':';
+    append_number(line, message.column);
+    line += ':';
+}
+
+void append_text_line(std::string& line, const Message& message, bool has_colors) {
+    const Look look = look_of(message.severity);
+    if (has_colors) line += kBold;
+    append_place(line, message);
     line += ' ';
-    line += message.severity;
-    line += ": ";
+    if (has_colors) line += look.color;
+    line += look.name;
+    line += ':';
+    if (has_colors) line += kPlain;
+    line += ' ';
     if (message.pointer != nullptr && *message.pointer != '\0') {
         append_printable(line, message.pointer);
         line += ": ";
@@ -139,10 +99,46 @@ void append_json_line(std::string& line, const Message& message) {
         append_member(line, "pointer");
         line += "null";
     }
-    append_text_member(line, "severity", message.severity);
+    append_text_member(line, "severity", name_of(message.severity));
     append_text_member(line, "function", message.function);
     append_text_member(line, "message", message.text);
     line += "}\n";
+}
+
+// An excerpt that fits into the columns, which count otherwise than characters where some are wide.
+bool find_excerpt(k_text_result_t* result, std::size_t index, const Source& source, std::size_t columns,
+                  k_text_excerpt_t& excerpt) {
+    std::size_t width = columns;
+    for (int attempts = 0; attempts < 4; ++attempts) {
+        if (k_text_excerpt(result, index, source.text.bytes.get(), source.text.size, width, &excerpt) != 0)
+            return false;
+        const std::size_t taken = columns_of(excerpt.line);
+        if (taken <= columns) return true;
+        width = width > taken - columns ? width - (taken - columns) : 0;
+    }
+    return true;
+}
+
+// The line of the source, and a caret under the value:
+//     212 | "auth": "chap",
+//         |         ^~~~~~
+void append_excerpt(std::string& lines, k_text_result_t* result, std::size_t index, const Source& source,
+                    std::size_t line_number, bool has_colors) {
+    const std::string number = "  " + std::to_string(line_number);
+    const std::size_t gutter = number.size() + 3;
+    const std::size_t columns = terminal_columns();
+    k_text_excerpt_t excerpt;
+    excerpt.size = sizeof excerpt;
+    if (!find_excerpt(result, index, source, columns > gutter ? columns - gutter : 0, excerpt)) return;
+
+    const std::size_t before = columns_of({excerpt.line, excerpt.mark});
+    const std::size_t marked = columns_of({excerpt.line + excerpt.mark, excerpt.mark_length});
+    lines.append(number).append(" | ").append(excerpt.line).append("\n");
+    lines.append(number.size(), ' ').append(" | ").append(before, ' ');
+    if (has_colors) lines += kMarkColor;
+    lines.append("^").append(marked > 1 ? marked - 1 : 0, '~');
+    if (has_colors) lines += kPlain;
+    lines += '\n';
 }
 
 // Lines of several processes that share a pipe stay whole as long as each is one write. There is nobody to tell of a
@@ -155,23 +151,17 @@ void write_to_stderr(std::string_view line) {
     }
 }
 
-const char* name_of(uint32_t severity) {
-    switch (severity) {
-        case K_TEXT_WARNING:
-            return "warning";
-        case K_TEXT_NOTE:
-            return "note";
-        default:
-            return "error";
-    }
-}
-
 }  // namespace
 
-void Messages::print(const Message& message) const {
-    std::string line;
-    (format_ == ErrorFormat::kJson ? append_json_line : append_text_line)(line, message);
-    write_to_stderr(line);
+Messages::Messages(ErrorFormat format, ColorChoice color)
+    : format_(format), has_colors_(stderr_has_colors(color)), shows_lines_(stderr_is_terminal()) {}
+
+void Messages::append(std::string& line, const Message& message) const {
+    if (format_ == ErrorFormat::kJson) {
+        append_json_line(line, message);
+    } else {
+        append_text_line(line, message, has_colors_);
+    }
 }
 
 void Messages::print(std::string_view file, std::string_view function, std::string_view text) const {
@@ -179,24 +169,30 @@ void Messages::print(std::string_view file, std::string_view function, std::stri
     message.file = file;
     message.function = function;
     message.text = text;
-    print(message);
+    std::string line;
+    append(line, message);
+    write_to_stderr(line);
 }
 
-void Messages::print(const k_text_result_t* result, const std::string& text_file, const std::string* other_file) const {
+void Messages::print(k_text_result_t* result, const Source& text, const Source& other) const {
+    std::string lines;
     k_text_problem_t problem;
     problem.size = sizeof problem;
     for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i) {
+        const Source& source = problem.which == K_TEXT_IN_OTHER ? other : text;
         Message message;
-        message.file = problem.which == K_TEXT_IN_TEXT    ? std::string_view(text_file)
-                       : problem.which == K_TEXT_IN_OTHER ? std::string_view(*other_file)
-                                                          : std::string_view("kcnvrt");
+        message.file = problem.which == K_TEXT_IN_REQUEST ? "kcnvrt" : std::string_view(source.file);
         message.line = problem.line;
         message.column = problem.column;
         message.pointer = problem.pointer;
-        message.severity = name_of(problem.severity);
+        message.severity = problem.severity;
         message.function = problem.function;
         message.text = problem.message;
-        print(message);
+        lines.clear();
+        append(lines, message);
+        if (shows_lines_ && format_ == ErrorFormat::kText && problem.line != 0)
+            append_excerpt(lines, result, i, source, problem.line, has_colors_);
+        write_to_stderr(lines);
     }
 }
 

@@ -1,4 +1,4 @@
-// Messages for people and programs, on standard error, each line by one write.
+// Messages for people and programs, on standard error.
 #pragma once
 
 #include <k_cnvrt_text.h>
@@ -6,10 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "input.h"
+#include "terminal.h"
+
 namespace kcnvrt {
 
 enum class ErrorFormat {
-    kText,  // FILE:LINE:COLUMN: severity: POINTER: message [function]
+    kText,  // FILE:LINE:COLUMN: severity: POINTER: message [function], and on a terminal the line of the file
     kJson,  // an object with the members of Message
 };
 
@@ -18,28 +21,36 @@ struct Message {
     std::size_t line = 0;  // from 1, as the column; 0 where there is no place
     std::size_t column = 0;
     const char* pointer = nullptr;
-    const char* severity = "error";
+    uint32_t severity = K_TEXT_ERROR;
     std::string_view function;
     std::string_view text;
 };
 
+// A text that was asked about, and the file that it is from.
+struct Source {
+    std::string file;
+    Text text;
+};
+
 class Messages {
 public:
-    explicit Messages(ErrorFormat format) : format_(format) {}
-
-    void print(const Message& message) const;
+    explicit Messages(ErrorFormat format, ColorChoice color = ColorChoice::kAuto);
 
     // An error that has no place.
     void print(std::string_view file, std::string_view function, std::string_view text) const;
 
-    // The problems of a result, whose texts are those of the two files; there may be no other.
-    void print(const k_text_result_t* result, const std::string& text_file, const std::string* other_file) const;
+    // The problems of a result.
+    void print(k_text_result_t* result, const Source& text, const Source& other) const;
 
     // One message for each line of `text` that is not empty.
     void print_lines(std::string_view file, std::string_view function, std::string_view text) const;
 
 private:
+    void append(std::string& line, const Message& message) const;
+
     ErrorFormat format_;
+    bool has_colors_;
+    bool shows_lines_;
 };
 
 }  // namespace kcnvrt

@@ -126,3 +126,14 @@ load setup
     kcnvrt 3 to-new text.json
     kcnvrt 3 section wan_pvid --to-new text.json
 }
+
+@test "every line of messages is one write" {
+    write old.json '{"rejected": 1}'
+    for format in text json; do
+        rm -f calls
+        LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=calls "$TALKATIVE_KCNVRT" to-new --errors "$format" old.json 2> messages ||
+            true
+        equal "$(wc -l < messages)" 4
+        equal "$(sed -n 's/^write .*messages = //p' calls)" "$(awk '{ print length($0) + 1 }' messages)"
+    done
+}

@@ -10,7 +10,10 @@
  *    silence; so is a NUL inside a text, but for K_TEXT_DIFF and K_TEXT_APPLY, which carry it.
  * 4. Nothing is printed, nothing is global, and there are no callbacks. Calls may run on any threads at the same time;
  *    a result belongs to one thread at a time.
- * 5. Later versions may add operations, flags, members at the end of a structure, and problems. An operation or a flag
+ * 5. A secret is never shown but in an output: in messages and excerpts *** stands for the value of a member whose name
+ *    contains pass, key, psk, secret, pin or loid in letters of either case, and for all that is inside it, unless
+ *    K_TEXT_SHOW_SECRETS is set.
+ * 6. Later versions may add operations, flags, members at the end of a structure, and problems. An operation or a flag
  *    that a version does not know is wrong usage.
  */
 #ifndef K_CNVRT_TEXT_H
@@ -46,8 +49,9 @@ enum {
 
 /* The flags of a request. */
 enum {
-    K_TEXT_DSL_VLAN = 1u << 0,   /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
-    K_TEXT_MERGE_PATCH = 1u << 1 /* a difference is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902) */
+    K_TEXT_DSL_VLAN = 1u << 0,    /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
+    K_TEXT_MERGE_PATCH = 1u << 1, /* a difference is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902) */
+    K_TEXT_SHOW_SECRETS = 1u << 2 /* of every operation: nothing is masked */
 };
 
 /* Values of `indent`: 0 (one line, with blanks) to K_TEXT_DEEPEST_INDENT blanks a level, or no white space at all. */
@@ -128,6 +132,23 @@ size_t k_text_problem_count(const k_text_result_t *result);
 /* Fills `problem` with the one at `index`, counted from 0. 0 on success; -1 when there is none, or the size is smaller
  * than the first version's. */
 int k_text_problem(const k_text_result_t *result, size_t index, k_text_problem_t *problem);
+
+/* A line of a text, shown to a person. Set `size` to its sizeof before the call. */
+typedef struct {
+    uint32_t size;
+    const char *line;   /* without what it is indented by; lives until the next excerpt of the result */
+    size_t mark;        /* where in it the value stands, from 0, in bytes; its end where nothing is there */
+    size_t mark_length; /* in bytes, as far as it is shown; 0 where nothing is there */
+} k_text_excerpt_t;
+
+/*
+ * Fills `excerpt` with the line of problem `index`, at most `width` Unicode code points of it (24 at least), around the
+ * value where it is longer. Each secret is a ***; characters that would move a cursor are replaced, so that the line
+ * stays one. `text` is again the text that the problem is in, unchanged, and `length` its length in bytes.
+ * 0 on success; -1 when there is no such problem, it has no place, or memory runs out.
+ */
+int k_text_excerpt(k_text_result_t *result, size_t index, const char *text, size_t length, size_t width,
+                   k_text_excerpt_t *excerpt);
 
 /* Releases the result and all it handed out; null is allowed. */
 void k_text_free(k_text_result_t *result);
