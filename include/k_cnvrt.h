@@ -8,9 +8,9 @@
  *
  * 1. A json_t argument named `source`, `value`, `base`, ... is borrowed and never modified. A `destination` is borrowed
  *    and filled. A returned json_t belongs to the caller, who releases it with json_decref.
- * 2. Values that both layouts share are carried by reference, not copied: the result may share values with the source
- *    at any depth. Either may be released first. Editing a shared value in place changes both, so that who edits the
- *    result or the source makes a json_deep_copy of it first.
+ * 2. A value that stays the same is carried: by reference and not copied, so that the result may share values with the
+ *    source at any depth. Either may be released first. Editing a shared value in place changes both, so that who edits
+ *    the result or the source makes a json_deep_copy of it first.
  * 3. A null json_t is an absent value. A member of a value that is not an object is absent, and a value that is not an
  *    array has no elements. Absent is never an error unless a function says so, and for a null source a section handler
  *    writes nothing and returns 0 unless it says otherwise.
@@ -28,6 +28,10 @@
  *    that convert a whole configuration or one section; who calls a handler by itself calls k_err_locate first.
  * 7. Memory that runs out is not reported, except where a message below says so: what could not be stored is missing.
  *    Nothing leaks and nothing crashes. k_err_is_complete is 0 then: ask it before a result is stored for good.
+ * 8. A carried value passes whatever its type: nothing about it is checked.
+ * 9. Members that a section does not know are dropped. Those that it knows are not listed here, except where there is
+ *    more to say of a member than under which name it is carried.
+ * 10. "Towards new" and "towards old" are the two directions. What is said before either holds for both.
  */
 #ifndef K_CNVRT_H
 #define K_CNVRT_H
@@ -67,53 +71,54 @@ extern "C" {
 typedef int (*k_cnvrt_handler_t)(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * A whole configuration, from the new layout to the old. K_CNVRT_DSL_VLAN is the only flag looked at. A section that is
- * absent is absent from the result, but for the users, whose "passwd" is then [].
+ * A whole configuration, towards new. "Ifaces", "Services", "Routing", "Customization" and "Users" are always there.
+ * "QoS" is made of "queuemanagement" or "qos"; of both, the latter is kept.
  *
- * Every section is attempted, so that the record holds every message. The result is null when the sections' results add
- * up to anything but 0. What a handler reports without counting it, as it says (of a static route, for one), does not
- * make it null.
+ * Every section is attempted, so that the record holds every message. Without `base` the result is the new
+ * configuration, or null when the sections' results add up to anything but 0. What a handler reports without counting
+ * it, as it says (of a static route, of DNS or IPsec), does not make it null.
+ * With `base` the result is what has to change in `base` to make it the converted configuration, whatever failed on the
+ * way: look at the record. Its form follows K_CNVRT_MERGE_PATCH; a merge patch takes a member that the conversion made
+ * null out of `base` instead. It is null where k_conf_diff_set2 is.
+ * Messages: those of the handlers and of k_conf_diff_set2.
+ */
+json_t *k_cnvrt_to_new(json_t *old_root, json_t *base, uint8_t flags, k_err_t *err);
+
+/*
+ * A whole configuration, towards old. K_CNVRT_DSL_VLAN is the only flag looked at. A section that is absent is absent
+ * from the result, but for the users, whose "passwd" is then [].
+ *
+ * Every section is attempted, and the result is null where it is without a base above.
+ * Where "Device" has "Roaming", one line is printed on standard output, mostly an empty one; a record can keep it
+ * instead (k_err_keep_printed).
  * Messages: those of the handlers, and
  *     Users json is not object or array! (the users, tried as an array and then as an object, failed as both)
  */
 json_t *k_cnvrt_to_old(json_t *new_root, uint8_t flags, k_err_t *err);
 
 /*
- * A whole configuration, from the old layout to the new. "Ifaces", "Services", "Routing", "Customization" and "Users"
- * are always there. "QoS" is made of "queuemanagement" or "qos"; of both, the latter is kept.
- *
- * Without `base` the new configuration, or null when the sections' results add up to anything but 0. What is reported
- * without being counted (here of DNS and IPsec, too) does not make it null.
- * With `base`, what has to change in `base` to make it the converted configuration, whatever failed on the way: look at
- * the record. Its form follows K_CNVRT_MERGE_PATCH; a merge patch takes a member that the conversion made null out of
- * `base` instead. It is null where k_conf_diff_set2 is.
- * Messages: those of the handlers and of k_conf_diff_set2.
- */
-json_t *k_cnvrt_to_new(json_t *old_root, json_t *base, uint8_t flags, k_err_t *err);
-
-/*
- * One section of the old configuration, by its old name, from the corresponding new section: what the handler of the
- * section makes of `new_section` as its source. The result is an object or an array, as the old section is.
+ * One section of the new configuration, by its new name, from the corresponding old section: an object, what the
+ * handler of the section makes of `old_section` as its source; with `base` the difference to it, whatever failed on the
+ * way, as k_cnvrt_to_new gives it. K_CNVRT_MERGE_PATCH is the only flag looked at.
  *
  * Null when the section is null, the name is unknown (exact spelling; k_cnvrt_section_name has them; a null name is "")
- * or the handler's result is not 0. The users are tried as an array and then as an object.
- * Messages: those of the handler, and
- *     In object NAME is null!
- *     Section "NAME" in old config not found
- *     JSON is not array or object! (the users, after their own messages)
- */
-json_t *k_cnvrt_get_section_to_old(const char *section_name, json_t *new_section, k_err_t *err);
-
-/*
- * One section of the new configuration, by its new name, from the corresponding old section: an object. Null as above;
- * with `base` the difference to it, whatever failed on the way, as k_cnvrt_to_new does. K_CNVRT_MERGE_PATCH is the only
- * flag looked at.
+ * or, without a base, the handler's result is not 0.
  * Messages: those of the handler and of k_conf_diff_set2, and
  *     In object is null!
  *     Section "NAME" in new config not found
  */
 json_t *k_cnvrt_get_section_to_new(const char *section_name, json_t *old_section, json_t *base, uint8_t flags,
                                    k_err_t *err);
+
+/*
+ * One section of the old configuration, by its old name, from the corresponding new section: an object or an array, as
+ * the old section is. Null as above; the users are tried as an array and then as an object.
+ * Messages: those of the handler, and
+ *     In object NAME is null!
+ *     Section "NAME" in old config not found
+ *     JSON is not array or object! (the users, after their own messages)
+ */
+json_t *k_cnvrt_get_section_to_old(const char *section_name, json_t *new_section, k_err_t *err);
 
 /* Which of the two section tables: the names of old sections, or of new ones. */
 typedef enum { K_CNVRT_OLD_SECTIONS, K_CNVRT_NEW_SECTIONS } k_cnvrt_table_t;
@@ -129,8 +134,7 @@ const char *k_cnvrt_version(void);
 /* 0 when the hashes of both section tables are right and unique; otherwise -1 and one line on standard output. */
 int k_cnvrt_check_valid_hashes(void);
 
-/* A handler for sections that are the same in both layouts: sets every member of `source` in `destination`, shared.
- * Always 0. */
+/* A handler for sections that are the same in both layouts: carries every member of `source`. Always 0. */
 int json_section_copy(json_t *source, json_t *destination, k_err_t *err);
 
 /*

@@ -22,7 +22,35 @@ extern "C" {
 #pragma GCC visibility push(default)
 #endif
 
-/* Towards the old layout. */
+/* Towards new. */
+
+/* An integer is carried; a string of digits up to 4294967295 becomes an integer, read as a signed 32-bit number
+ * ("4294967295" is -1); "" stores nothing and is no failure.
+ * Otherwise: Invalid field "KEY", is not digit (a string), or Invalid field "KEY", is not string (anything else) */
+int json_integer_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
+                          k_err_t *err);
+
+/* true and false are carried; "1", "true" and 1 become true, "0", "false" and 0 false.
+ * Otherwise: Invalid field "KEY", "TEXT"!=["0","1","true","false"], Invalid field "KEY", number != 0 or 1, or
+ * Invalid field "KEY", is not string or int or bool! */
+int json_boolean_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
+                          k_err_t *err);
+
+/* A string is carried, null becomes "". Otherwise: Invalid field "KEY", is not null or string */
+int json_string_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
+                         k_err_t *err);
+
+/* "" becomes `default_text`, null counting as "" (one that is not UTF-8 is not stored); any other string is carried.
+ * Otherwise: Invalid field "", is not string (the message has always come without the key) */
+int json_string_set_def(json_t *destination, const char *key, json_t *value, const char *default_text,
+                        const char *function, int line, k_err_t *err);
+
+/* Plain text becomes base64, null becomes "". Otherwise: Invalid field "KEY", is not string, or
+ * Invalid field "KEY", error convert password to base64 (memory ran out) */
+int json_string_set_password(json_t *destination, const char *key, json_t *value, const char *function, int line,
+                             k_err_t *err);
+
+/* Towards old. */
 
 /* An integer becomes its decimal text, cut to seven characters. Otherwise: Invalid field "KEY", is not integer */
 int json_integer_old_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
@@ -32,7 +60,7 @@ int json_integer_old_set_safe(json_t *destination, const char *key, json_t *valu
 int json_boolean_old_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
                               k_err_t *err);
 
-/* "" becomes null; any other string is shared. Otherwise: Invalid field "KEY", is not string */
+/* "" becomes null; any other string is carried. Otherwise: Invalid field "KEY", is not string */
 int json_string_old_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
                              k_err_t *err);
 
@@ -41,41 +69,13 @@ int json_string_old_set_safe(json_t *destination, const char *key, json_t *value
 int json_string_set_password_old(json_t *destination, const char *key, json_t *value, const char *function, int line,
                                  k_err_t *err);
 
-/* Towards the new layout. */
-
-/* A string is shared, null becomes "". Otherwise: Invalid field "KEY", is not null or string */
-int json_string_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
-                         k_err_t *err);
-
-/* An integer is shared; a string of digits up to 4294967295 becomes an integer, read as a signed 32-bit number
- * ("4294967295" is -1); "" stores nothing and is no failure.
- * Otherwise: Invalid field "KEY", is not digit (a string), or Invalid field "KEY", is not string (anything else) */
-int json_integer_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
-                          k_err_t *err);
-
-/* true and false are shared; "1", "true" and 1 become true, "0", "false" and 0 false.
- * Otherwise: Invalid field "KEY", "TEXT"!=["0","1","true","false"], Invalid field "KEY", number != 0 or 1, or
- * Invalid field "KEY", is not string or int or bool! */
-int json_boolean_set_safe(json_t *destination, const char *key, json_t *value, const char *function, int line,
-                          k_err_t *err);
-
-/* Plain text becomes base64, null becomes "". Otherwise: Invalid field "KEY", is not string, or
- * Invalid field "KEY", error convert password to base64 (memory ran out) */
-int json_string_set_password(json_t *destination, const char *key, json_t *value, const char *function, int line,
-                             k_err_t *err);
-
-/* "" becomes `default_text`, null counting as "" (one that is not UTF-8 is not stored); any other string is shared.
- * Otherwise: Invalid field "", is not string (the message has always come without the key) */
-int json_string_set_def(json_t *destination, const char *key, json_t *value, const char *default_text,
-                        const char *function, int line, k_err_t *err);
-
 /* Objects whose members are named by instance numbers. */
 
 /* The highest number among the member names, each read as atoi reads it, at most INT_MAX; -1 for anything but an object
  * and when there is no number of 1 or more. */
 int getMaxKey(json_t *object);
 
-/* The number of members less one, never below 0: the entries of an object with one bookkeeping member. */
+/* The number of members minus one, never below 0: the entries of an object with one bookkeeping member. */
 int getNumberOfEntries(json_t *object);
 
 /* The member names in ascending strcmp order ("10" before "2") as a new array of new texts, for freeArrayOfString.

@@ -17,17 +17,12 @@ extern "C" {
 #endif
 
 /*
- * "enabled" as it stands and, where the source has it, "tunnels": an array in the old layout, a numbered list in the
- * new one. Of a tunnel the shared key "key" is a password (json_string_set_password, json_string_set_password_old),
- * "nets" and "status" are lists whose entries are attached, and twenty-two settings are attached: "alg", "hash",
- * "peer", "iface", "nat_t", "int_id", "tcpmss", "dhgroup", "alg_ph2", "auth_alg", "my_ident", "pfsgroup", "anonymous",
- * "dpd_delay", "enable_pfs", "dpd_maxfail", "tcpmss_value", "exchange_mode", "enable_routing", "my_ident_value",
- * "sainfo_lifetime", "remote_lifetime". What is attached passes as it is, whatever its type. Other members are dropped.
+ * "tunnels", where the source has it, is an array in the old layout and a numbered list in the new one. Of a tunnel the
+ * shared key "key" is a password (json_string_set_password, json_string_set_password_old), and "nets" and "status" are
+ * lists likewise, whose entries are carried. A tunnel whose key failed is written without it.
  *
  * Towards new, entries are numbered by their position. Towards old, a missing number appends {}; "tunnels", "nets" and
  * "status" are bounded.
- *
- * The result is the number of failed fields; a tunnel whose key failed is written without it.
  */
 int parse_old_ipsec(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ipsec(json_t *source, json_t *destination, k_err_t *err);

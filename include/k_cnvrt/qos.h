@@ -5,15 +5,15 @@
  * There are two generations of the section. An old one is of the current generation when it has "Queue", else of the
  * legacy generation when it has "links"; a new one says which in "QosVersion", 2 or 1.
  *
- * Current generation (old "queuemanagement"): "Queue", "Classification", "Policer" and fourteen settings, carried;
- * other members are left out. What differs:
+ * Current generation (old "queuemanagement"): "Queue", "Classification", "Policer" and the settings are carried. What
+ * differs:
  *                                               old layout                        new layout
  *   a class's "DestMask" and "SourceMask"       "", a prefix length or a mask     -1, prefix length
  *   "Policer"."PolicesStatus"                   may be ""                         "" became "Enabled"
- *   "QueueNumberOfEntries" and the policer's    the members less one              left out
- *   "ClassificationNumberOfEntries"             the members less two              left out
+ *   "QueueNumberOfEntries" and the policer's    the members minus one             left out
+ *   "ClassificationNumberOfEntries"             the members minus two             left out
  *
- * Legacy generation (old "qos"), every entry under its number and "max_instance" as it stands:
+ * Legacy generation (old "qos"), every entry under its number, "max_instance" carried:
  *   A "links" entry is a "Queue" entry; a "filters" entry is an entry of "Classification" and one of "Policer". The
  *   three lists, or the two, are always written. Protocols and DSCP marks are names in the old layout and numbers in
  *   the new (the mark 0 comes back as "CS0"), and "multiport" and "iprange" are first and last apart. The scheduler of
@@ -34,7 +34,7 @@ extern "C" {
 #endif
 
 /*
- * "QoS" from the old section. A section of neither generation, a null one included, writes nothing and returns 1.
+ * "QoS", towards new. A section of neither generation, a null one included, writes nothing and returns 1.
  * Messages, each one failure but for that of a mask's type, which is not counted, come under
  *   k_cnvrt_get_qos_from_old  Error version QoS!
  *   convert_new_qos           Error mask! Is not in range 0-32! It value N
@@ -53,7 +53,7 @@ extern "C" {
 int k_cnvrt_get_qos_from_old(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * "queuemanagement" or "qos" from the new section. Another "QosVersion" than 1 and 2, none, or a null section writes
+ * "queuemanagement" or "qos", towards old. Another "QosVersion" than 1 and 2, none, or a null section writes
  * nothing and returns 1.
  * Messages, each one failure but for that of a mask's type, which is not counted, come under
  *   k_cnvrt_get_qos_from_new  Error version QoS!

@@ -8,8 +8,8 @@
  *
  * Unless a function says otherwise, entries are numbered by their position from 1 towards new, "max_instance" is their
  * count, and a source that is not an array, a null one too, gives {"max_instance": 0}. Towards old the numbers from 1
- * to the highest are walked, a missing one appends {}, and the list is bounded. Attached members pass as they are,
- * whatever their type. Members that are not named here are dropped. An entry with a failed field is written without it.
+ * to the highest are walked, a missing one appends {}, and the list is bounded. An entry with a failed field is written
+ * without it.
  */
 #ifndef K_CNVRT_SERVICE_LISTS_H
 #define K_CNVRT_SERVICE_LISTS_H
@@ -26,10 +26,10 @@ extern "C" {
 #endif
 
 /*
- * The IP filter. Attached: "ports", "portd", "proto", "state", "ipd", "ips". "action" is 0 or 1 in the old layout,
- * "Allow" or "Deny" in the new one. "is_ipv6": true in the old layout is "ipVersion": "IPv6" in the new one, anything
- * else "IPv4". Towards new "ipdType" and "ipsType" say what a string in "ipd" and "ips" is: "IPRange" with a "-" in it,
- * else "IPPrefix" with a "/", else "IPAddress". Towards old "id" is the rule's number.
+ * The IP filter. "action" is 0 or 1 in the old layout, "Allow" or "Deny" in the new one. "is_ipv6": true in the old
+ * layout is "ipVersion": "IPv6" in the new one, anything else "IPv4". Towards new, "ipdType" and "ipsType" say what a
+ * string in "ipd" and "ips" is: "IPRange" with a "-" in it, else "IPPrefix" with a "/", else "IPAddress". Towards old,
+ * "id" is the rule's number.
  * Messages towards new:
  *     Invalid field "action", number != 0 or 1
  *     Invalid field "action", is not int
@@ -41,10 +41,10 @@ int parse_old_ipfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ipfilter(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The MAC filter. "mac" is a string (json_string_set_safe, json_string_old_set_safe), "state" is attached, old "enable"
- * is new "action", attached. The old "id", an integer, is the number of the new entry: entries keep their gaps, a later
- * rule replaces an earlier one of the same id, and "max_instance" is the largest id, at least 0. Towards old nothing is
- * appended for a gap, so that any number up to 2147483647 will do.
+ * The MAC filter. "mac" is a string (json_string_set_safe, json_string_old_set_safe). The old "id", an integer, is the
+ * number of the new entry: entries keep their gaps, a later rule replaces an earlier one of the same id, and
+ * "max_instance" is the largest id, at least 0. Towards old, nothing is appended for a gap, so that any number up to
+ * 2147483647 will do.
  * Messages towards new:
  *     Invalid field "id", is not integer (absent, too: the rule is skipped)
  */
@@ -54,24 +54,23 @@ int parse_new_macfilter(json_t *source, json_t *destination, k_err_t *err);
 /*
  * The URL filter. Old {"setting": {"enable", "type"}, "url_list"} against new {"enable", "exclude", "url_list"}.
  * "enable" is a boolean in both layouts (json_boolean_set_safe); "exclude" is whether "type" is "Exclude", which is
- * "Include" otherwise. The entries of "url_list", which is bounded, are attached. Each part is written only where the
- * source has it; towards old "setting" is, where the source has "enable" or "exclude".
+ * "Include" otherwise. The entries of "url_list", which is bounded, are carried. Each part is written only where the
+ * source has it; towards old, "setting" is, where the source has "enable" or "exclude".
  */
 int parse_old_urlfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_urlfilter(json_t *source, json_t *destination, k_err_t *err);
 
-/* The DHCP option rules: "ip", a string (json_string_set_safe in both directions), and "port", attached. */
+/* The DHCP option rules. "ip" is a string (json_string_set_safe in both directions). */
 int parse_old_dhcp_opt_rule(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_dhcp_opt_rule(json_t *source, json_t *destination, k_err_t *err);
 
 /*
  * The virtual servers. "ports_begin", "ports_end", "portd_begin" and "portd_end" are texts in the old layout and
- * integers in the new one, "" and 0 for none; towards new each must be there (a string of digits up to 4294967295, read
- * as a signed 32-bit number, or an integer), towards old it may be absent, and its text is not cut. Attached: "name",
- * "source_iface", "proto", "ipd", "remote_ip", "type", "enable_snat".
- * Towards new a source that is not an array writes nothing at all. Towards old the members that are objects are
+ * integers in the new one, "" and 0 for none; towards new, each must be there (a string of digits up to 4294967295,
+ * read as a signed 32-bit number, or an integer); towards old, it may be absent, and its text is not cut.
+ * Towards new, a source that is not an array writes nothing at all. Towards old, the members that are objects are
  * appended in their own order, gaps leave nothing, and "num" is the number that the member name begins with (2147483647
- * for any above) less 1.
+ * for any above) minus 1.
  * Messages towards new:
  *     Invalid field "KEY", error parsing integer from string
  *     Invalid field "KEY", is not string
@@ -84,8 +83,7 @@ int parse_new_vserver(json_t *source, json_t *destination, k_err_t *err);
 
 /*
  * The dynamic DNS accounts. Old "pass" is new "user_pass", a password (json_string_set_password,
- * json_string_set_password_old), "period" an integer (json_integer_set_safe, json_integer_old_set_safe), old "usr_name"
- * new "user_name", attached. Attached under one name: "host_name", "system", "pid", "iface", "service".
+ * json_string_set_password_old), "period" an integer (json_integer_set_safe, json_integer_old_set_safe).
  */
 int parse_old_ddns(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ddns(json_t *source, json_t *destination, k_err_t *err);

@@ -2,8 +2,7 @@
  * services.h: the services as a whole, and the small ones. Part of k_cnvrt.h, whose conventions hold; every function is
  * a section handler (k_cnvrt_handler_t) that fills an object.
  *
- * parse_old_X reads the old section and fills the new one, parse_new_X the other way. Attached members pass as they
- * are, whatever their type, and members that are not named here are dropped.
+ * parse_old_X reads the old section and fills the new one, parse_new_X the other way.
  */
 #ifndef K_CNVRT_SERVICES_H
 #define K_CNVRT_SERVICES_H
@@ -27,71 +26,66 @@ extern "C" {
  * All services: "Services" of the new layout against sections of the old root. Towards new, `source` is the old root
  * and `destination` "Services"; towards old, `source` is "Services" and `destination` the old root.
  *
- * Attached: "autoupdate", "dmz", "dru_filtering", "ftpd", "printserver", "redirect", "rlx_iptv_qos", "samba", "ssh",
- * "syslog", "telnet", "upnp", "wan_failover", "DCMS", "hot_wifi", "sla_agent", and old "igmp", which is new "igmpx";
- * towards old "yandex", too. Every other service that is there goes through its parse_old_X and parse_new_X, and is
- * written when it failed, too. Old "dns" and "dns6" are new "dns" (see parse_old_dns), old "ipsec" is "ipsec" in new
- * "vpn".
+ * A service that is there goes through its parse_old_X or parse_new_X, and is written when it failed, too; one without
+ * them is carried as a whole, as "yandex" is towards old. Old "dns" and "dns6" are new "dns" (see parse_old_dns), old
+ * "ipsec" is "ipsec" in new "vpn", old "igmp" is new "igmpx".
  *
- * The result is the sum of the converters' results; towards new less those of "dns", "dns6" and "ipsec", whose failures
- * are reported and do not fail the services.
+ * The result is the sum of the converters' results; towards new without those of "dns", "dns6" and "ipsec", whose
+ * failures are reported and do not fail the services.
  */
 int k_cnvrt_get_services_from_old(json_t *source, json_t *destination, k_err_t *err);
 int k_cnvrt_get_services_from_new(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The multicast proxy. Attached: "enabled", "iface_lan", "iface_wan", "default_iface". Integers (json_integer_set_safe,
- * json_integer_old_set_safe): "port", "maxcli", "bufcli", "socbuf". Towards new a wrong "maxcli" is reported twice and
- * counts 2.
+ * The multicast proxy. Integers (json_integer_set_safe, json_integer_old_set_safe): "port", "maxcli", "bufcli",
+ * "socbuf". Towards new, a wrong "maxcli" is reported twice and counts 2.
  */
 int parse_old_udpxy(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_udpxy(json_t *source, json_t *destination, k_err_t *err);
 
-/* The filtered DNS, towards new only. Attached: "enabled". "default" is a string, "safe" in place of ""
- * (json_string_set_def: absent stays absent). */
+/* The filtered DNS, towards new only. "default" is a string, "safe" in place of "" (json_string_set_def: absent stays
+ * absent). */
 int parse_old_yandex(json_t *source, json_t *destination, k_err_t *err);
 
 /* The web server. "enable" is a boolean in both layouts (json_boolean_set_safe). Old "use_ssl" is new "https_enable":
- * towards new a boolean (json_boolean_set_safe), towards old attached. Attached: "port", "port_s". */
+ * towards new a boolean (json_boolean_set_safe), towards old carried. */
 int parse_old_httpd(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_httpd(json_t *source, json_t *destination, k_err_t *err);
 
-/* The BitTorrent client. Attached: "enable", "peer-port", "peer-limit", "main-dir", "device-dir", "rpc-port",
- * "open-files-limit", "using-auth", "user". "pass" is a password (json_string_set_password,
- * json_string_set_password_old). */
+/* The BitTorrent client. "pass" is a password (json_string_set_password, json_string_set_password_old). */
 int parse_old_transmission(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_transmission(json_t *source, json_t *destination, k_err_t *err);
 
-/* The GPON registration. Attached: "loid". Passwords (json_string_set_password, json_string_set_password_old):
- * "loid_password", "ploam_password". */
+/* The GPON registration. Passwords (json_string_set_password, json_string_set_password_old): "loid_password",
+ * "ploam_password". */
 int parse_old_gpon_settings(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_gpon_settings(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The watchdog. "enable" is a boolean in both layouts (json_boolean_set_safe), "primary_timeo" is attached. The watched
- * entries, objects, are members named by number: from 0 in the old section itself, from 1 in the numbered list "list"
- * of the new one, which is always written. They are attached under their number plus or less 1, with their gaps;
- * "max_instance" is the largest number, 0 for none. A member that is no object, or whose name is not a number up to
- * 4294967295 in digits, is no entry. Numbers wrap in 32 bits: 0 in "list" becomes 4294967295.
+ * The watchdog. "enable" is a boolean in both layouts (json_boolean_set_safe). The watched entries, objects, are
+ * members named by number: from 0 in the old section itself, from 1 in the numbered list "list" of the new one, which
+ * is always written. They are carried, each under its number plus or minus 1, with their gaps; "max_instance" is the
+ * largest number, 0 for none. A member that is no object, or whose name is not a number up to 4294967295 in digits, is
+ * no entry. Numbers wrap in 32 bits: 0 in "list" becomes 4294967295.
  */
 int parse_old_watchdog(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_watchdog(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The media server. Old "enabled" is new "enable", a boolean in both layouts (json_boolean_set_safe). Attached:
- * "interval", "name". "media_dirs", where the source has it, is an array in the old layout and a numbered list in the
- * new one: towards new each entry has the "path" and "type" of its element, attached; towards old an entry is attached
- * as a whole, and a missing number appends {}; it is bounded.
+ * The media server. Old "enabled" is new "enable", a boolean in both layouts (json_boolean_set_safe). "media_dirs",
+ * where the source has it, is an array in the old layout and a numbered list in the new one: towards new, each entry
+ * has the "path" and "type" of its element; towards old, an entry is carried as a whole, and a missing number appends
+ * {}; it is bounded.
  */
 int parse_old_dlna(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_dlna(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The NTP client. Attached: "dst", "time", "enable", "use_dhcp". "hour" is a text in the old layout and an integer in
- * the new: towards new it must be there, is read as strtol reads it, leading blanks and a sign allowed, into 64 bits,
- * and "" is 0; towards old it may be absent (json_integer_old_set_safe). "servers" and "dhcp-servers", each where the
- * source has it, are arrays of names in the old layout and numbered lists of {"name"} in the new one; names are
- * attached. Towards old an entry without "name" appends nothing and a missing number ""; both are bounded.
+ * The NTP client. "hour" is a text in the old layout and an integer in the new: towards new, it must be there, is read
+ * as strtol reads it, leading blanks and a sign allowed, into 64 bits, and "" is 0; towards old, it may be absent
+ * (json_integer_old_set_safe). "servers" and "dhcp-servers", each where the source has it, are arrays of names in the
+ * old layout and numbered lists of {"name"} in the new one; names are carried. Towards old, an entry without "name"
+ * appends nothing and a missing number ""; both are bounded.
  * Messages towards new:
  *     Invalid field "hour", string not contains digits
  *     Invalid field "hour", is not string (absent, too, so that a null source fails)
@@ -104,10 +98,10 @@ int parse_new_ntpclient(json_t *source, json_t *destination, k_err_t *err);
  * `source` is the old section and `destination` new "dns", which gets its part, {} for an absent section. Towards old,
  * `source` is new "dns" and `destination` the old section, which stays empty for an absent part.
  *
- * Attached: "manual", "ifname", "contag", "defroute". "servers" is a text in the old layout, "|" after each address,
- * and a numbered list of addresses in the new one. Towards new, nothing between two "|" is no address, and a value that
- * is not a string gives an empty list. Towards old the text is always written, a missing number leaves nothing, and a
- * bad entry is left out; any number up to 2147483647 will do.
+ * "servers" is a text in the old layout, "|" after each address, and a numbered list of addresses in the new one.
+ * Towards new, nothing between two "|" is no address, and a value that is not a string gives an empty list. Towards
+ * old, the text is always written, a missing number leaves nothing, and a bad entry is left out; any number up to
+ * 2147483647 will do.
  * Messages towards new, under "parse_dns":
  *     Invalid field "servers", is not string
  * Messages towards old, under "parse_dns":

@@ -18,44 +18,36 @@ extern "C" {
 
 /*
  * Integers are converted by json_integer_set_safe and json_integer_old_set_safe, booleans by json_boolean_set_safe and
- * json_boolean_old_set_safe, passwords by json_string_set_password and json_string_set_password_old. Attached members
- * pass as they are, whatever their type.
+ * json_boolean_old_set_safe, passwords by json_string_set_password and json_string_set_password_old.
  *
- * Attached: "iface", "enable", "l2_key", "l3_key". Integers: "end_port", "debug_mode", "start_port", "authenticate",
- * "getrpcmethodsenable", "schedule_inform_time". "max_envs" is an integer that is "" in the old layout when it is 0;
- * towards new a value that is not a string is dropped, towards old one that is not an integer becomes "", both without
- * a message. The rest is written where the source has it:
+ * Integers: "end_port", "debug_mode", "start_port", "authenticate", "getrpcmethodsenable", "schedule_inform_time".
+ * "max_envs" is an integer that is "" in the old layout when it is 0; towards new, a value that is not a string is
+ * dropped, towards old, one that is not an integer becomes "", both without a message. The rest is written where the
+ * source has it:
  *
- * "notify"            an array against a numbered list, entries attached.
+ * "notify"            an array against a numbered list, entries carried.
  * "misc"              see below. Reported under "parse_misc".
- * "managementserver"  how the server is reached: "periodicinformenable" (a boolean), "periodicinforminterval" (an
- *                     integer), "password" and "connectionrequestpassword" (passwords), and attached "url", "username",
- *                     "connectionrequesturl", "connectionrequestusername" and "periodicinformtime". Reported under
+ * "managementserver"  how the server is reached: "periodicinformenable" is a boolean, "periodicinforminterval" an
+ *                     integer, "password" and "connectionrequestpassword" are passwords. Reported under
  *                     "parse_managementserver".
- * "file_trans"        an array against a numbered list of transfers: "password" (a password), and attached "status",
- *                     "cmd_key", "file_type", "url", "username", "end_time", "delay", "file_size" and "fault". Reported
- *                     under "parse_file_trans".
+ * "file_trans"        an array against a numbered list of transfers, of which "password" is a password. Reported under
+ *                     "parse_file_trans".
  *
  * Towards old, a missing number appends {}; "notify" and "file_trans" are bounded.
  *
- * Inside "misc", objects keyed by instance number keep their names, and their "max_instance" is attached:
+ * Inside "misc", objects keyed by instance number keep their names, and their "max_instance" is carried:
  *
- * "wandevice"         each object: "pos", attached, and of each object in "ipconn" and "pppconn" "mio_id" and
- *                     "PortMapping", attached.
- * "bridge"            each object: "VLANID", an integer, of which 1 is null in the old layout, and attached "Port",
- *                     "pos", "BridgeKey", "BridgeName", "BridgeEnable", "BridgeStatus" and "BridgeStandard".
+ * "wandevice"         each object, and in it each object in "ipconn" and "pppconn".
+ * "bridge"            each object: "VLANID" is an integer, of which 1 is null in the old layout.
  * "route_17_33"       each instance is one JSON text in the old layout, compact, and the value itself in the new one.
- *                     Towards new an instance is a member named by decimal digits, up to 4294967295, and must be a
+ *                     Towards new, an instance is a member named by decimal digits, up to 4294967295, and must be a
  *                     string with the JSON text of an object or an array; a text that is a single number, say, is none.
- *                     Towards old an instance is a member that is an object; others, arrays too, are dropped.
+ *                     Towards old, an instance is a member that is an object; others, arrays too, are dropped.
  * "arp"               the same.
- * "Filter","Marking"  towards new a copy (of what is no object, of {}) with "FilterStatus", "MarkingStatus": "Enabled"
+ * "Filter","Marking"  towards new, a copy (of what is no object, of {}) with "FilterStatus", "MarkingStatus": "Enabled"
  *                     where it is absent or ""; a status that is not a string is reported (json_string_set_def) and
- *                     stays as it is. Towards old attached.
- * the others          "previousurl", "rebootcmdkey", "schedulecmdkey", "wc", "landevice" and "AvailableInterface" are
- *                     attached.
+ *                     stays as it is. Towards old, carried as a whole.
  *
- * The result is the number of failed fields. Other members, also of the objects inside, are dropped.
  * Messages towards new:
  *     Invalid field "VLANID"! Is not NULL ot INTEGER
  *     Invalid invalid instance of object "route_17_33"
