@@ -7,7 +7,7 @@
 
 namespace kcnvrt {
 
-inline bool is_digit(char character) {
+constexpr bool is_digit(char character) {
     return character >= '0' && character <= '9';
 }
 

@@ -1,7 +1,8 @@
 // The port list of a layer-2 interface: "Ports:1,2,3.1;WiFi:1" against a numbered list of "Port1", "Port2", "Port3.1",
 // "WiFi1". A single interface name, without a colon, is itself in both layouts.
 //
-// The scan formats decide what is understood, in both directions; a list of one name has others than a longer one.
+// Numbers are read with the formats of scanf. What a format does not match is dropped, and is no failure unless it is
+// the only name. Stored configurations depend on every detail of it, so the formats stay as they are.
 #include "ifaces/port_list.h"
 
 #include <algorithm>
@@ -11,26 +12,50 @@
 
 #include "frame/growing_text.h"
 #include "frame/list.h"
+#include "frame/number.h"
 
 namespace kcnvrt::ways {
 
 namespace {
 
-// Towards the new layout: a part of the compact list.
-
-constexpr size_t kLongestPart = 63;  // the width in the formats
-constexpr size_t kLongestName = 63;
-
-struct Part {
-    const char* label;
-    const char* scan;
-    const char* prefix;  // of each name
+// A kind of port.
+struct Kind {
+    char prefix[5];  // of its names
+    char label[7];   // of its part of the compact text
+    char part[11];   // the format of what follows the label: numbers and commas
+    char single[9];  // the format of the number of a name that is alone in its list
 };
 
-constexpr Part kPorts = {"Ports:", "Ports:%63[0-9.,]", "Port"};
-constexpr Part kRadios = {"WiFi:", "WiFi:%63[0-9,]", "WiFi"};
+// clang-format off
+//                               prefix  label     part          single
+constexpr Kind kPorts         = {"Port", "Ports:", "%63[0-9.,]", "%7[0-9.]"};
+constexpr Kind kRadios        = {"WiFi", "WiFi:",  "%63[0-9,]",  "%7[0-9]"};
 // The other spelling of radios. Both exist on devices, and neither is made into the other.
-constexpr Part kCapitalRadios = {"WIFI:", "WIFI:%63[0-9,]", "WIFI"};
+constexpr Kind kCapitalRadios = {"WIFI", "WIFI:",  "%63[0-9,]",  "%7[0-9]"};
+// clang-format on
+
+// The format of the number of a name that is one of several: whatever follows the prefix.
+constexpr char kListed[] = "%7s";
+
+constexpr size_t kLongestPart = 63;
+constexpr size_t kLongestNumber = 7;
+
+// How many characters a format takes at most.
+constexpr size_t width_of(const char* format) {
+    size_t width = 0;
+    while (is_digit(*++format)) width = width * 10 + static_cast<size_t>(*format - '0');
+    return width;
+}
+
+constexpr bool has_known_widths(const Kind& kind) {
+    return width_of(kind.part) == kLongestPart && width_of(kind.single) == kLongestNumber;
+}
+static_assert(has_known_widths(kPorts) && has_known_widths(kRadios) && has_known_widths(kCapitalRadios));
+static_assert(width_of(kListed) == kLongestNumber);
+
+// Towards the new layout.
+
+constexpr size_t kLongestName = 63;
 
 Json entry_of(Json name) {
     Json entry = object();
@@ -49,11 +74,11 @@ void add_names(ListBuilder& list, const char* prefix, char* numbers) {
 }
 
 // True when the part is there, even if it names nothing.
-bool add_part(ListBuilder& list, const Part& part, const char* text) {
-    const char* const start = std::strstr(text, part.label);
+bool add_part(ListBuilder& list, const Kind& kind, const char* text) {
+    const char* const start = std::strstr(text, kind.label);
     char numbers[kLongestPart + 1];
-    if (start == nullptr || std::sscanf(start, part.scan, numbers) != 1) return false;
-    add_names(list, part.prefix, numbers);
+    if (start == nullptr || std::sscanf(start + std::strlen(kind.label), kind.part, numbers) != 1) return false;
+    add_names(list, kind.prefix, numbers);
     return true;
 }
 
@@ -69,60 +94,44 @@ Json names_of(json_t* ports) {
     return names.finish();
 }
 
-// Towards the old layout: a name read back.
+// Towards the old layout.
 
-constexpr size_t kLongestNumber = 7;  // the width in the formats
+// The orders in which a name is compared with the kinds, which differ.
+constexpr const Kind* kSingleOrder[] = {&kPorts, &kRadios, &kCapitalRadios};
+constexpr const Kind* kListedOrder[] = {&kPorts, &kCapitalRadios, &kRadios};
 
-struct NameForm {
-    const char* prefix;
-    const char* scan;
-    const char* label;  // of the part that the number goes to
-};
-
-constexpr const char* kPortLabel = "Ports:";
-
-// In the order in which a name is looked at, which differs as the formats do.
-constexpr NameForm kSingleNames[] = {
-    {"Port", "Port%7[0-9.]", kPortLabel},
-    {"WiFi", "WiFi%7[0-9]", "WiFi:"},
-    {"WIFI", "WIFI%7[0-9]", "WIFI:"},
-};
-constexpr NameForm kListedNames[] = {
-    {"Port", "Port%7s", kPortLabel},
-    {"WIFI", "WIFI%7s", "WIFI:"},
-    {"WiFi", "WiFi%7s", "WiFi:"},
-};
-
-bool is_port(const NameForm& name) {
-    return name.label == kPortLabel;
-}
-
-// The first that the text contains. It is scanned from the start all the same: "xPort1" is a port without a number.
-const NameForm* kind_of(const NameForm (&names)[3], const char* text) {
-    for (const NameForm& name : names)
-        if (std::strstr(text, name.prefix) != nullptr) return &name;
+// The first kind whose prefix the name contains, wherever it is.
+const Kind* kind_of(const char* name, const Kind* const (&order)[3]) {
+    for (const Kind* const kind : order)
+        if (std::strstr(name, kind->prefix) != nullptr) return kind;
     return nullptr;
 }
 
-// A client of someone else's radio is an interface of its own. Only a single name is looked at so: in a longer list
-// "WiFiClient" is a radio numbered "Client".
-bool is_client(const NameForm& name, const char* text) {
-    constexpr std::string_view kClient = "WiFiClient";
-    return !is_port(name) && std::strncmp(text, kClient.data(), kClient.size()) == 0;
+// The number behind the prefix, which must begin the name: "xPort1" is a port without a number.
+bool read_number(const char* name, const Kind& kind, const char* format, char (&number)[kLongestNumber + 1]) {
+    const size_t prefix = std::strlen(kind.prefix);
+    return std::strncmp(name, kind.prefix, prefix) == 0 && std::sscanf(name + prefix, format, number) == 1;
 }
 
-int single_to_old(json_t* destination, Key key, json_t* name, const Report& report) {
-    const char* const text = text_of(name);
-    if (text == nullptr) return 0;
-    const NameForm* const kind = kind_of(kSingleNames, text);
-    if (kind == nullptr || is_client(*kind, text)) {
-        kcnvrt::carry(destination, key, name);
+// A radio that is the client of another access point is an interface of its own. Only a name that is alone is looked at
+// so: in a longer list "WiFiClient" is a radio with the number "Client".
+bool is_client(const Kind& kind, const char* name) {
+    constexpr std::string_view kClient = "WiFiClient";
+    return &kind != &kPorts && std::strncmp(name, kClient.data(), kClient.size()) == 0;
+}
+
+int single_to_old(json_t* destination, Key key, json_t* value, const Report& report) {
+    const char* const name = text_of(value);
+    if (name == nullptr) return 0;
+    const Kind* const kind = kind_of(name, kSingleOrder);
+    if (kind == nullptr || is_client(*kind, name)) {
+        kcnvrt::carry(destination, key, value);
         return 0;
     }
     char number[kLongestNumber + 1];
-    if (std::sscanf(text, kind->scan, number) != 1)
-        return report.fail("Error parsing port number! Port name is %s", text);
-    char part[sizeof "Ports:" + kLongestNumber];
+    if (!read_number(name, *kind, kind->single, number))
+        return report.fail("Error parsing port number! Port name is %s", name);
+    char part[sizeof kind->label + kLongestNumber];
     std::snprintf(part, sizeof part, "%s%s", kind->label, number);
     set(destination, key, string(part));
     return 0;
@@ -168,11 +177,11 @@ int list_to_old(json_t* destination, Key key, json_t* list) {
     GrowingPart radios;
     const Instances instances{list};
     for (const auto [number, entry] : instances) {
-        const char* const text = text_of(entry, "name");
-        const NameForm* const kind = text == nullptr ? nullptr : kind_of(kListedNames, text);
-        char digits[kLongestNumber + 1];
-        if (kind == nullptr || std::sscanf(text, kind->scan, digits) != 1) continue;
-        (is_port(*kind) ? ports : radios).add(kind->label, digits);
+        const char* const name = text_of(entry, "name");
+        const Kind* const kind = name == nullptr ? nullptr : kind_of(name, kListedOrder);
+        char read[kLongestNumber + 1];
+        if (kind == nullptr || !read_number(name, *kind, kListed, read)) continue;
+        (kind == &kPorts ? ports : radios).add(kind->label, read);
     }
     ports.join(radios);
     set(destination, key, checked_string(ports.text()));
