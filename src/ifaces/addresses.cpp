@@ -1,4 +1,4 @@
-// The list that the first address makes.
+// How a plain address becomes the first entry of a list.
 #include "ifaces/addresses.h"
 
 namespace kcnvrt::ways {

@@ -32,7 +32,7 @@ constinit const Key kContypeGroups[] = {"ip", "ppp", "ipv6", "pppv6"};
 json_t* contype_of(json_t* new_services) {
     for (const Key name : kContypeGroups) {
         json_t* const group = get(new_services, name);
-        if (size_of(group) < 2) continue;  // An entry stands beside "max_instance".
+        if (size_of(group) < 2) continue;  // Nothing beside "max_instance".
         for (const auto [number, entry] : members(group))
             if (json_t* const contype = get(entry, "contype")) return contype;
     }

@@ -19,8 +19,7 @@ constexpr auto kModem = fields(
     string_field  ("mac"));
 // clang-format on
 
-// What a dial-up service has beyond a PPP session. Unlike other PPP services it names no
-// interface in "l2_iface".
+// What a dial-up service has beyond a PPP session. Unlike other PPP services it names no interface in "l2_iface".
 // clang-format off
 constexpr auto kDialUp = fields(
     carried("apn"),

@@ -43,7 +43,7 @@ constexpr size_t kTypeCount = std::size(kTypes);
 constexpr Layer2 kOrderToOld[kTypeCount] = {kBridge, kEthernet, kAuto, k3g, kLte, kAtm};
 static_assert(takes_each_row_once(kOrderToOld));
 
-// A type's row, or kTypeCount for a type that there is not.
+// The row of a type, or kTypeCount for an unknown one.
 size_t row_of(json_t* type) {
     size_t row = 0;
     while (row < kTypeCount && !is_text(type, kTypes[row].type.view())) ++row;

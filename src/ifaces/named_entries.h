@@ -15,7 +15,7 @@ inline Json named_entry(Key name_key, Key name) {
 
 // The entries of a new list, in the list's own order, as members of an old object, each filled by
 // `convert(entry, old_member)`, which returns its count of failed fields. An entry whose name is not a string is
-// converted, so that its problems are told, but not stored; of two with the same name the later one stays.
+// converted, so that its problems are reported, but not stored; of two with the same name the later one stays.
 template <class Convert>
 int entries_to_old(json_t* list, Key name_key, json_t* old_object, Convert convert) {
     int failures = 0;

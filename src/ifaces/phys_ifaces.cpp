@@ -57,7 +57,7 @@ int k_cnvrt_parse_old_phys_ifaces(json_t* source, json_t* destination, k_err_t* 
 int k_cnvrt_parse_new_phys(json_t* source, json_t* destination, k_err_t* err) {
     if (source == nullptr) return 1;
     radios_to_old(get(source, "wifi"), destination);
-    // Only an absent section is a failure; a list that is refused is told and left empty.
+    // Only an absent section is a failure; a list beyond the bound is reported and written empty.
     to_old(kPorts, source, destination, Report{__func__, err});
     return 0;
 }

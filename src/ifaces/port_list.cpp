@@ -96,7 +96,7 @@ Json names_of(json_t* ports) {
 
 // Towards the old layout.
 
-// The orders in which a name is compared with the kinds, which differ.
+// A name that is alone in its list is compared with the kinds in another order than one of several.
 constexpr const Kind* kSingleOrder[] = {&kPorts, &kRadios, &kCapitalRadios};
 constexpr const Kind* kListedOrder[] = {&kPorts, &kCapitalRadios, &kRadios};
 

@@ -56,7 +56,7 @@ constexpr auto ppp_session(const char (&type)[N]) {
 
 // clang-format on
 
-// Of a service.
+// The session of a PPP service or a dial-up service.
 inline constexpr auto kPppSession = ppp_session("contype");
 
 }  // namespace kcnvrt

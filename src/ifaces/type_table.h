@@ -18,7 +18,7 @@ constexpr bool has_each_type_once(const Row (&rows)[Rows]) {
     return true;
 }
 
-// Whether an order of rows leaves none out.
+// Whether an order has every row, and none twice.
 template <class Order>
 constexpr bool takes_each_row_once(const Order& order) {
     for (size_t row = 0; row < std::size(order); ++row) {

@@ -43,7 +43,7 @@ const NamedNumber<5>* mark_named(std::string_view name) {
     return name == kDefaultMark ? by_number(kMarks, 0) : by_name(kMarks, name);
 }
 
-// In the new layout the absence of a mark, as a number.
+// What the new layout says for no mark.
 constexpr json_int_t kNoMark = -1;
 
 }  // namespace

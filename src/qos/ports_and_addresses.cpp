@@ -50,7 +50,8 @@ AddressNames destination_addresses() {
     return {"DestIP", "DestIPRangeMax"};
 }
 
-// The longest text of one address towards the new layout, and of both joined towards the old, with its NUL.
+// The longest text of one address towards the new layout, and of both joined towards the old, with its NUL. The widths
+// in the format below are one less.
 constexpr size_t kAddressSize = 64;
 
 int convert_iprange(json_t* range, json_t* new_class, const AddressNames& names, const Report& report) {

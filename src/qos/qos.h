@@ -32,7 +32,7 @@ void addresses_to_old(json_t* new_class, json_t* filter);
 
 namespace ways {
 
-// The mark of a DSCP, by its name and by its number.
+// A DSCP mark, by its name and by its number.
 int mark_to_new(json_t* new_class, Key key, json_t* value, const Report& report);
 int mark_to_old(json_t* filter, Key key, json_t* value, const Report& report);
 

@@ -16,7 +16,7 @@ int servers_to_new(json_t* part, Key key, json_t* servers, const Report& report)
     return json_is_string(servers) ? 0 : report.fail("Invalid field \"servers\", is not string");
 }
 
-// Written without servers, too, and without a list of them.
+// Written in every case: "" where there is no list, or no server in it.
 int servers_to_old(json_t* section, Key key, json_t* servers, const Report& report) {
     int failures = 0;
     const GrowingText text{string_init(0)};

@@ -21,7 +21,7 @@ constexpr auto kWatchdog = fields(
 constexpr uint32_t kToNew = 1;
 constexpr uint32_t kToOld = UINT32_MAX;
 
-// Attaches the entries under their numbers plus `shift`, gaps and all. Returns the largest number written, 0 for none.
+// Carries the entries under their numbers plus `shift`, gaps and all. Returns the largest number written, 0 for none.
 uint32_t renumber(json_t* entries, json_t* destination, uint32_t shift) {
     uint32_t largest = 0;
     for (const auto [name, entry] : members(entries)) {

@@ -7,7 +7,7 @@ using namespace kcnvrt;
 
 namespace {
 
-// Ports in one network: the "type" of a group, and the "dest" of its VLANs.
+// A bridge: the "type" of a group, and the "dest" of its VLANs.
 constexpr char kBridgedType[] = "L2";
 constexpr char kBridgedDest[] = "bridge";
 

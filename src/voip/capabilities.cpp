@@ -22,7 +22,7 @@ int multiinstance_to_string(json_t* sip, Key key, json_t* value, const Report& r
 
 constexpr Word<string_to_multiinstance, multiinstance_to_string> names;
 
-// A member that is no list of names, by its type, stays in the copy as it was.
+// A member of another type stays in the copy as it was.
 // clang-format off
 constexpr auto kSip = fields(
     names("Extensions"),

@@ -11,7 +11,7 @@ constexpr auto kCallOffHook = fields(
     password("X_KAVRO_CallOffHookPassword"));
 // clang-format on
 
-// A copy but for one password; one that does not convert stays in it as it was.
+// A copy in which one password is converted. A password that does not convert stays as it was.
 template <auto Cross>
 int convert_calling_features(json_t* line, Key key, json_t* value, const Report& report) {
     Json features = shallow_copy(value);

@@ -20,7 +20,7 @@ void set_count(json_t* tone, Key counter, json_t* entries) {
     set(tone, counter, integer(getNumberOfEntries(entries)));
 }
 
-// Two of the three counters come back; the patterns have none in what is written.
+// Two of the three counters come back. That of the patterns has never been written.
 int tone_to_old(json_t* profile, Key key, json_t* value, const Report&) {
     Json tone = shallow_copy(value);
     set_count(tone.get(), "EventNumberOfEntries", get(value, "Event"));

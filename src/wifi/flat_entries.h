@@ -22,7 +22,8 @@ int entries_to_new(PlacedFields entry, const OldRadio& old, json_t* list, const 
 // whole.
 int complete_entries_to_new(PlacedFields entry, const OldRadio& old, json_t* object, Key key, const Report& report);
 
-// The flat names of the members that are objects, counted in their own order: the member names say nothing.
+// Writes the members that are objects under flat names, numbered in their order. What the members are called does not
+// matter.
 int entries_to_old(PlacedFields entry, json_t* list, const OldRadio& old, const Report& report);
 
 }  // namespace kcnvrt

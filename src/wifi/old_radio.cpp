@@ -46,7 +46,7 @@ int to_new(PlacedFields table, const OldRadio& old, json_t* new_object, const Re
 }
 
 int to_old(PlacedFields table, json_t* new_object, const OldRadio& old, const Report& report) {
-    // What stands once for each radio is the section's own to report, also where an SSID brought it.
+    // A field that stands once for each radio reports under the name of the section, also where an SSID brought it.
     const Report of_section = report.under("k_cnvrt_get_wifi_from_new");
     int failures = 0;
     const Place* place = table.places;

@@ -76,7 +76,7 @@ int k_cnvrt_get_roaming_from_old(json_t* source, json_t* destination, k_err_t* e
         failures += check_multicast(old, report);
     else
         use_defaults(old);
-    // Without an address, which is a failure by now, there are no settings.
+    // Without an address, which has been reported by now, no settings are written.
     Json multicast{old.address == nullptr
                        ? nullptr
                        : noted(json_pack("{s: i, s: s}", "TTL", old.ttl, "GroupAddress", old.address))};
