@@ -6,8 +6,8 @@
 
 namespace kcnvrt::bench {
 
-// The example with every outer list `scale` times as long. A copy of an entry has names of its own, and names the copies
-// of the interfaces that the entry names. The same arguments give the same bytes.
+// The example with every outer list `scale` times as long. A copy of an entry has names of its own, and names the
+// copies of the interfaces that the entry names. The same arguments give the same bytes.
 Json grown(json_t* example, Layout layout, unsigned scale);
 
 }  // namespace kcnvrt::bench

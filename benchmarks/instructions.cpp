@@ -23,8 +23,8 @@ Text dumped(json_t* value) {
     return Text{json_dumps(value, JSON_COMPACT)};
 }
 
-// One step, counted. What it makes is given back only at the end: memory that steps before it left behind would be found
-// by the allocator of one step and not of another.
+// One step, counted. What it makes is given back only at the end: memory that steps before it left behind would be
+// found by the allocator of one step and not of another.
 template <class Step>
 auto counted(const Subject& subject, const char* step_name, Step step) {
     const std::string label = std::string{step_name} + " " + subject.label;

@@ -1,5 +1,5 @@
-// Prints, for every conversion, its allocations against the fewest that its result needs, the bytes of the result and how
-// far the heap rose above it on the way. Every allocation of the process is counted, Jansson's and our own.
+// Prints, for every conversion, its allocations against the fewest that its result needs, the bytes of the result and
+// how far the heap rose above it on the way. Every allocation of the process is counted, Jansson's and our own.
 #include <malloc.h>
 
 #include <algorithm>

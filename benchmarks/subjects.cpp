@@ -88,7 +88,8 @@ Json read(const std::string& file) {
 
 // Groups that the example home, which has no DSL VLANs, does not have. Without that flag nobody reads them.
 constexpr char kDslGroups[] = R"({
-    "br0": {"name": "LAN", "wans": [], "lans": ["Port1", "Port2", "Port3", "wlan0", "wlan1"], "type": "L2", "nat": false},
+    "br0": {"name": "LAN", "wans": [], "lans": ["Port1", "Port2", "Port3", "wlan0", "wlan1"],
+            "type": "L2", "nat": false},
     "ppp0": {"name": "Internet", "wans": ["ppp0"], "lans": [], "type": "L3", "nat": true},
     "ip1": {"name": "IPTV", "wans": ["ip1"], "lans": ["Port4"], "type": "L2", "nat": false}
 })";

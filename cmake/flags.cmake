@@ -45,13 +45,16 @@ function(kcnvrt_shared_library name)
     file(STRINGS ${symbols} exported REGEX "^[a-zA-Z]")
     list(JOIN exported ";\n        " exported)
     set(script ${CMAKE_CURRENT_BINARY_DIR}/${name}.map)
-    file(CONFIGURE OUTPUT ${script} CONTENT "@name@_1 {\n    global:\n        @exported@;\n    local:\n        *;\n};\n" @ONLY)
+    file(CONFIGURE OUTPUT ${script} @ONLY
+         CONTENT "@name@_1 {\n    global:\n        @exported@;\n    local:\n        *;\n};\n")
 
-    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${script})
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${script})
     target_link_options(${name} PRIVATE -Wl,--version-script=${script} -Wl,--as-needed)
     if(NOT KCNVRT_SANITIZE AND NOT KCNVRT_COVERAGE)
         set_target_properties(${name} PROPERTIES LINKER_LANGUAGE C)
-        target_link_options(${name} PRIVATE -Wl,--gc-sections -Wl,-z,defs -Wl,-z,noseparate-code -Wl,-Bsymbolic-functions)
+        target_link_options(${name} PRIVATE
+            -Wl,--gc-sections -Wl,-z,defs -Wl,-z,noseparate-code -Wl,-Bsymbolic-functions)
     endif()
 endfunction()
 

@@ -1,5 +1,5 @@
-# What Debian's cross compilers have in common. Libraries of the other machine are looked for where its C library is, and
-# in CMAKE_PREFIX_PATH; never where this machine has its own.
+# What Debian's cross compilers have in common. Libraries of the other machine are looked for where its C library is,
+# and in CMAKE_PREFIX_PATH; never where this machine has its own.
 set(CMAKE_C_COMPILER ${triplet}-gcc)
 set(CMAKE_CXX_COMPILER ${triplet}-g++)
 set(CMAKE_STRIP ${triplet}-strip)

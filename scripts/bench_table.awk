@@ -1,5 +1,5 @@
-# The table of instructions, from the sizes that bench_instructions printed (the first file) and from what callgrind wrote
-# about each step (the others).
+# The table of instructions, from the sizes that bench_instructions printed (the first file) and from what callgrind
+# wrote about each step (the others).
 
 FILENAME == ARGV[1] && NF == 0 { next } # between two conversions
 

@@ -1,6 +1,7 @@
 # shellcheck shell=bash
-# Sourced: configuring, building and testing in the folders under build/. Each step that has something to do says so in a
-# line of standard error; what compilers and installers print is shown when they fail, and on a terminal while they build.
+# Sourced: configuring, building and testing in the folders under build/. Each step that has something to do says so in
+# a line of standard error; what compilers and installers print is shown when they fail, and on a terminal while they
+# build.
 
 root=$(dirname "$(dirname "$(realpath "${BASH_SOURCE[0]}")")")
 . "$root/scripts/packages.sh"
@@ -33,14 +34,15 @@ unlock() { exec 9>&-; }
 # configure FOLDER PRESET TESTS [ARGUMENT...]: configures build/FOLDER, unless it has been. TESTS is ON or OFF.
 configure() {
     local folder=$root/build/$1
-    if [ ! -f "$folder/build.ninja" ] || { [ "$3" = ON ] && ! grep -q '^KCNVRT_TESTS:BOOL=ON$' "$folder/CMakeCache.txt"; }; then
+    if [ ! -f "$folder/build.ninja" ] ||
+        { [ "$3" = ON ] && ! grep -q '^KCNVRT_TESTS:BOOL=ON$' "$folder/CMakeCache.txt"; }; then
         say "Configuring build/$1"
         quietly cmake -S "$root" --preset "$2" -B "$folder" "-DKCNVRT_TESTS=$3" "${@:4}"
     fi
 }
 
-# tell WORDS LOG: reads what ninja prints into LOG, says the words when it has something to do, and shows its last line on
-# a terminal.
+# tell WORDS LOG: reads what ninja prints into LOG, says the words when it has something to do, and shows its last line
+# on a terminal.
 tell() {
     local line said=no width=
     [ ! -t 2 ] || width=$(tput cols || echo 80)
@@ -73,7 +75,8 @@ may_skip=${KCNVRT_MAY_SKIP:-}
 skipped_tests() {
     awk '
         /<testcase / { name = $0; sub(/.*<testcase name="/, "", name); sub(/".*/, "", name) }
-        /<testcase .* status="notrun"/ || /\[  SKIPPED \]/ || /^(<system-out>)?ok [0-9].* # skip/ { print name }' "$1" | sort -u
+        /<testcase .* status="notrun"/ || /\[  SKIPPED \]/ || /^(<system-out>)?ok [0-9].* # skip/ { print name }
+        ' "$1" | sort -u
 }
 
 # refuse_skipped REPORT: fails where a test was skipped that was not asked to be.

@@ -1,8 +1,8 @@
 #!/bin/bash
 # What ten times the entries cost, for every kind of list: instructions per conversion, as callgrind counts them, of the
-# examples' lists with a thousand and with ten thousand entries. Nothing is asserted: it prints a table of the lists that
-# are read entry by entry, the steepest first, and one of those that cost the same whatever they hold. Takes about ten
-# minutes.
+# examples' lists with a thousand and with ten thousand entries. Nothing is asserted: it prints a table of the lists
+# that are read entry by entry, the steepest first, and one of those that cost the same whatever they hold. Takes about
+# ten minutes.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
@@ -34,7 +34,8 @@ awk -F '\t' '
 
 echo "| list | instructions, 1,000 entries | 10,000 entries | ratio |"
 echo "|---|---:|---:|---:|"
-sort -t '|' -k 5,5nr -k 1,1 "$counts/lists" | awk -F '|' '$5 >= 2 { printf "| %s | %d | %d | %.1f |\n", $1, $3, $4, $5 }'
+sort -t '|' -k 5,5nr -k 1,1 "$counts/lists" |
+    awk -F '|' '$5 >= 2 { printf "| %s | %d | %d | %.1f |\n", $1, $3, $4, $5 }'
 echo
 echo "| list | what becomes of it | instructions, 10,000 entries |"
 echo "|---|---|---:|"

@@ -1,6 +1,6 @@
 #!/bin/bash
-# The cases on other machines, 32-bit little-endian ARM and 32-bit big-endian MIPS: each has to hold there, and everything
-# that they observe has to be what it is here, byte for byte. So has what the tool makes of the examples.
+# The cases on other machines, 32-bit little-endian ARM and 32-bit big-endian MIPS: each has to hold there, and
+# everything that they observe has to be what it is here, byte for byte. So has what the tool makes of the examples.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
@@ -17,8 +17,8 @@ fail() {
 
 # apt-get with the machine's own sources of packages, read as sources of their source text.
 apt_source() {
-    apt-get -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$sources/apt" -o Dir::State::Lists="$sources/lists" \
-        -o APT::Sandbox::User=root "$@"
+    apt-get -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$sources/apt" \
+        -o Dir::State::Lists="$sources/lists" -o APT::Sandbox::User=root "$@"
 }
 
 fetch_jansson() {
@@ -39,7 +39,8 @@ fetch_jansson() {
 # install_package TRIPLET NAME SOURCE [ARGUMENT...]: builds a CMake package for the other machine.
 install_package() {
     local folder=$cross/$1/$2
-    quietly cmake -S "$3" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release "-DCMAKE_INSTALL_PREFIX=$cross/$1/installed" \
+    quietly cmake -S "$3" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        "-DCMAKE_INSTALL_PREFIX=$cross/$1/installed" \
         "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/toolchain-$1.cmake" "${@:4}"
     quietly cmake --build "$folder" --parallel "$(nproc)" --target install
 }
@@ -62,7 +63,8 @@ build_for() {
     unset PKG_CONFIG_LIBDIR
 }
 
-# outcomes FOLDER COMMAND...: what the cases observe and what the tool makes of the examples, through an emulator if any.
+# outcomes FOLDER COMMAND...: what the cases observe and what the tool makes of the examples, through an emulator if
+# any.
 outcomes() {
     local folder=$1 example direction
     shift
@@ -76,8 +78,10 @@ outcomes() {
 # The libraries need Jansson, each other and the C library, and nothing else.
 check_needed() {
     local needed
-    needed=$("$1-readelf" --dynamic "$cross/$1/release/lib/"lib*.so | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort -u | xargs)
-    [ "$needed" = "libc.so.6 libjansson.so.4 libk_cnvrt.so.1 libk_support.so.1" ] || fail "$1: the libraries need $needed"
+    needed=$("$1-readelf" --dynamic "$cross/$1/release/lib/"lib*.so |
+        sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort -u | xargs)
+    [ "$needed" = "libc.so.6 libjansson.so.4 libk_cnvrt.so.1 libk_support.so.1" ] ||
+        fail "$1: the libraries need $needed"
 }
 
 # In the flash of a device.

@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034,SC2154
 # Sourced by build.sh: the Debian packages that the build and its checks need, installed where they are missing.
 
 build_packages=(g++ cmake ninja-build pkg-config libjansson-dev)

@@ -15,8 +15,8 @@ bool same(json_t* a, json_t* b) {
 // long names around many changes could otherwise fill any memory.
 constexpr size_t kMostPathText = 64 << 20;
 
-// Walks both documents side by side and writes down the operations. Every function returns false when memory runs out or
-// the paths are too long together.
+// Walks both documents side by side and writes down the operations. Every function returns false when memory runs out
+// or the paths are too long together.
 class Walk {
 public:
     // An absent base is an addition, an absent candidate a removal.

@@ -1,8 +1,8 @@
 // k_err_record.h: what an error record is made of.
 //
-// While a conversion runs, the place of a message is a pair: an object of the source, borrowed, and the name of a member
-// that need not be there. Locating makes a node of the object, the end of a chain of names up to the root, which needs
-// the source no more. The text of a pointer is only written when it is asked for.
+// While a conversion runs, the place of a message is a pair: an object of the source, borrowed, and the name of a
+// member that need not be there. Locating makes a node of the object, the end of a chain of names up to the root, which
+// needs the source no more. The text of a pointer is only written when it is asked for.
 #pragma once
 
 #include <cstddef>

@@ -33,8 +33,9 @@ void encode_group(const char* bytes, size_t count, char* out) {
     for (size_t i = 0; i < 4; ++i) out[i] = i <= count ? kAlphabet[bits >> (18 - 6 * i) & 63] : kPadding;
 }
 
-// `count` bytes, one to three, from count + 1 digits. False where a character is no digit, and where a byte is NUL. Bits of
-// the last digit beyond the bytes are not looked at: another encoder may have set them, and a password is not lost for it.
+// `count` bytes, one to three, from count + 1 digits. False where a character is no digit, and where a byte is NUL.
+// Bits of the last digit beyond the bytes are not looked at: another encoder may have set them, and a password is not
+// lost for it.
 bool decode_group(const char* digits, size_t count, char* out) {
     uint32_t bits = 0;
     for (size_t i = 0; i <= count; ++i) {

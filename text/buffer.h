@@ -20,7 +20,8 @@ public:
     size_t size() const { return size_; }
     std::string_view view() const { return {bytes_, size_}; }
 
-    // Room for `more` bytes behind the last one; null when memory ends. What is written there counts from advance_to on.
+    // Room for `more` bytes behind the last one; null when memory ends. What is written there counts from advance_to
+    // on.
     char* room(size_t more) {
         if ((bytes_ == nullptr || capacity_ - size_ < more) && !grow(more)) return nullptr;
         return bytes_ + size_;

@@ -6,7 +6,8 @@
 namespace kcnvrt::text {
 
 // Writes a number in the notation of json_dumps, as "%.17g" would and with ".0" where nothing else says that it is a
-// real. It is given by the fewest digits that it needs, the first of which stands before the point, and the power of ten.
+// real. It is given by the fewest digits that it needs, the first of which stands before the point, and the power of
+// ten.
 inline char* print_digits(bool is_negative, const char* digits, int count, int exponent, char* place) {
     constexpr int kMostDigits = 17;
     const auto put = [&place](const char* bytes, int length) {

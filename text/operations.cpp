@@ -116,7 +116,7 @@ Layout layout_of(const k_text_request_t& request) {
 
 // Every text in a tree is UTF-8, so that only memory can be missing.
 void put_out(const json_t* value, const k_text_request_t& request, k_text_result_t& result) {
-    const bool is_written = write(value, layout_of(request), result.output) && result.output.append({"", 1});
+    const bool is_written = write(value, layout_of(request), result.output) && result.output.append({"\0", 1});
     if (!is_written) result.run_out_of_memory();
 }
 

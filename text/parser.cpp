@@ -26,8 +26,8 @@ size_t nul_outside_strings(std::string_view text) {
     return std::string_view::npos;
 }
 
-// Of a token that the parser gave up at `reached`, in the middle or behind it, the byte to point at: a control character
-// or a bad escape inside a string, else the token's first.
+// Of a token that the parser gave up at `reached`, in the middle or behind it, the byte to point at: a control
+// character or a bad escape inside a string, else the token's first.
 size_t start_of_problem(std::string_view text, size_t reached) {
     size_t start = skip_blanks(text, 0);
     size_t end = start;

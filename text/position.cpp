@@ -28,8 +28,8 @@ void advance(Spot& spot, std::string_view text, size_t offset) {
     }
 }
 
-// Pointers are sorted token by token, so that those below one value stand together, first those that are the value's own.
-// A slash ends a token, so it comes before every byte.
+// Pointers are sorted token by token, so that those below one value stand together, first those that are the value's
+// own. A slash ends a token, so it comes before every byte.
 int rank(char byte) {
     return byte == '/' ? -1 : static_cast<unsigned char>(byte);
 }

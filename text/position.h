@@ -6,8 +6,8 @@
 
 namespace kcnvrt::text {
 
-// Line and column are counted from 1, in code points; a line ends at a line feed, a tab is one column. Bytes that are no
-// UTF-8 count as whatever they start like.
+// Line and column are counted from 1, in code points; a line ends at a line feed, a tab is one column. Bytes that are
+// no UTF-8 count as whatever they start like.
 struct Spot {
     size_t offset = 0;  // in bytes, from 0
     size_t line = 0;    // 0: nowhere

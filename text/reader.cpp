@@ -1,13 +1,14 @@
-// A reader of its own for nearly every text that there is, several times as fast as Jansson's parser. It accepts and never
-// refuses: a text that it is not sure of, for whatever reason, goes to Jansson's parser, whose answer and error count.
+// A reader of its own for nearly every text that there is, several times as fast as Jansson's parser. It accepts and
+// never refuses: a text that it is not sure of, for whatever reason, goes to Jansson's parser, whose answer and error
+// count.
 //
 // It accepts objects and arrays, up to Jansson's depth, of
 //   - texts in valid UTF-8 with any escape but \u0000 and half a surrogate pair,
 //   - integers of up to 18 digits, which surely fit, and reals that the C++ library reads,
 //   - true, false and null;
 // and names of members without escapes, none twice in one object. Left to Jansson are a single value at the top, longer
-// integers, numbers beyond a double, and every error: which of several comes first, and how it is called, is a subject of
-// its own that is worth having only once.
+// integers, numbers beyond a double, and every error: which of several comes first, and how it is called, is a subject
+// of its own that is worth having only once.
 #include "reader.h"
 
 #include "buffer.h"

@@ -38,7 +38,8 @@ struct ReadError {
     char text[JSON_ERROR_TEXT_LENGTH];  // in the parser's words
 };
 
-// A new reference, or null with `error` filled. Members given twice are always refused. The text needs no byte behind it.
+// A new reference, or null with `error` filled. Members given twice are always refused. The text needs no byte behind
+// it.
 json_t* read(std::string_view text, ReadOptions options, ReadError& error);
 
 // What read() does by itself: the tree of a text that it is sure of; null for any other, which is Jansson's to judge.

@@ -52,8 +52,8 @@ double value_of(const Decimal& decimal) {
     return std::strtod(text.data(), nullptr);
 }
 
-// Whether so many digits say what the value is. Below a power of two doubles stand closer together than above it, so that
-// the nearest decimal may be another double's, and the one above is not.
+// Whether so many digits say what the value is. Below a power of two doubles stand closer together than above it, so
+// that the nearest decimal may be another double's, and the one above is not.
 bool is_enough(double value, int count, Decimal& decimal) {
     decimal = nearest(value, count);
     if (value_of(decimal) == value) return true;

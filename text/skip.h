@@ -1,5 +1,5 @@
-// skip.h: passing over parts of a JSON text without looking at more than where they end. Offsets go in and come out; none
-// is beyond the end of the text.
+// skip.h: passing over parts of a JSON text without looking at more than where they end. Offsets go in and come out;
+// none is beyond the end of the text.
 #pragma once
 
 #include <cstddef>

@@ -33,8 +33,8 @@ inline size_t first_byte(Word word) {
     return static_cast<size_t>(std::countr_zero(word)) / 8;
 }
 
-// Marks the bytes of a JSON string that do not stand for themselves, a quote, a backslash or a control character, and those
-// that are not ASCII. The first mark is right; subtracting may carry on into the bytes above it.
+// Marks the bytes of a JSON string that do not stand for themselves, a quote, a backslash or a control character, and
+// those that are not ASCII. The first mark is right; subtracting may carry on into the bytes above it.
 inline Word special_bytes(Word word) {
     const Word quotes = (word ^ repeated('"')) - repeated(1);
     const Word backslashes = (word ^ repeated('\\')) - repeated(1);

@@ -12,8 +12,8 @@ struct Layout {
     unsigned indent = 4;   // 0 is one line with blanks; at most 31
 };
 
-// Appends the text that json_dumps would make, any value at the top, but each real with the fewest digits that read back
-// as the same number. False when memory ends or a text is no UTF-8, with the buffer as it was.
+// Appends the text that json_dumps would make, any value at the top, but each real with the fewest digits that read
+// back as the same number. False when memory ends or a text is no UTF-8, with the buffer as it was.
 bool write(const json_t* value, Layout layout, Buffer& buffer);
 
 }  // namespace kcnvrt::text

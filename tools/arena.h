@@ -1,5 +1,5 @@
-// arena.h: the memory that Jansson's trees lie in. Taking some is adding to a pointer, and nothing is given back singly:
-// a tree costs half as much to make and nothing to release.
+// arena.h: the memory that Jansson's trees lie in. Taking some is adding to a pointer, and nothing is given back
+// singly: a tree costs half as much to make and nothing to release.
 //
 // Each thread has two arenas. What Jansson allocates goes to the document's, which can be emptied when a document is
 // done, or back to a mark; while a LastingMemory lives it goes to the other one, for a base or a patch that many
@@ -10,7 +10,8 @@
 
 namespace kcnvrt {
 
-// Gives Jansson these arenas, in the whole process. Before the first call of Jansson's, which keeps some memory for good.
+// Gives Jansson these arenas, in the whole process. Before the first call of Jansson's, which keeps some memory for
+// good.
 void install_arenas();
 bool are_arenas_installed();
 

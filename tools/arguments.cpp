@@ -90,8 +90,8 @@ Request Reader::read() {
     return request_;
 }
 
-// The dash makes getopt give operands where they stand among the options, the colon makes it tell a missing value from an
-// unknown option.
+// The dash makes getopt give operands where they stand among the options, the colon makes it tell a missing value from
+// an unknown option.
 void Reader::expect(OptionList list) {
     list_ = list;
     letters_ = "-:";
@@ -141,8 +141,8 @@ void Reader::read_option(const Option& option) {
     }
 }
 
-// An empty value names no file and no number. One that starts with a dash is rather the next option, and the argument behind it
-// would be taken for something else.
+// An empty value names no file and no number. One that starts with a dash is rather the next option, and the argument
+// behind it would be taken for something else.
 void Reader::read_value(const Option& option) {
     if (option.value != nullptr) {
         const std::string_view value = optarg;

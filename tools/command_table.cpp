@@ -76,7 +76,8 @@ constexpr Option kToOld    {"to-old",   0,  nullptr,     Names::kNothing, flag<&
 constexpr Option kBase     {"base",     0,  "BASE",      Names::kInput,   text<&Options::base>,
                             "Print what has to change in BASE (the new layout) instead", nullptr, &kToOld};
 constexpr Option kChangeAsMergePatch{"merge-patch", 0, nullptr, Names::kNothing, flag<&Options::merge_patch>,
-                            "Print the change as a JSON Merge Patch, which cannot say null, not as a JSON Patch", &kBase};
+                            "Print the change as a JSON Merge Patch, which cannot say null, not as a JSON Patch",
+                            &kBase};
 constexpr Option kMergePatch{"merge-patch", 0, nullptr,  Names::kNothing, flag<&Options::merge_patch>,
                             "Print it as a JSON Merge Patch, which cannot say null, not as a JSON Patch"};
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
@@ -104,8 +105,10 @@ constexpr Operand kOldFile[] = {
 constexpr Operand kNewFile[] = {
     {"FILE", Names::kInput, text<&Options::file>, "The new configuration; - (default) is standard input", false}};
 constexpr Operand kSectionAndFile[] = {
-    {"NAME", Names::kSection, text<&Options::section>, "The section's name in the layout that it is converted to", true},
-    {"FILE", Names::kInput, text<&Options::file>, "The section in the other layout; - (default) is standard input", false}};
+    {"NAME", Names::kSection, text<&Options::section>,
+     "The section's name in the layout that it is converted to", true},
+    {"FILE", Names::kInput, text<&Options::file>,
+     "The section in the other layout; - (default) is standard input", false}};
 constexpr Operand kBaseAndOther[] = {
     {"BASE", Names::kInput, text<&Options::from>, "The JSON to start from; - is standard input", true},
     {"OTHER", Names::kInput, text<&Options::other>, "The JSON to arrive at; - is standard input", true}};

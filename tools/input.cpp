@@ -15,7 +15,7 @@ namespace kcnvrt {
 
 namespace {
 
-constexpr std::size_t kFirstCapacity = 64 * 1024;
+constexpr std::size_t kFirstCapacity = std::size_t{64} * 1024;
 
 class Descriptor {
 public:

@@ -7,7 +7,7 @@
 
 namespace kcnvrt {
 
-inline const std::string kStandardStream = "-";
+inline constexpr char kStandardStream[] = "-";
 
 struct FreeBytes {
     void operator()(char* bytes) const { std::free(bytes); }

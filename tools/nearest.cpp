@@ -19,8 +19,8 @@ bool are_alike(char one, char other) {
     return lower(one) == lower(other);
 }
 
-// How many letters have to be put in, left out, changed or swapped with their neighbour to make one word the other, whatever
-// their case.
+// How many letters have to be put in, left out, changed or swapped with their neighbour to make one word the other,
+// whatever their case.
 std::size_t errors_between(std::string_view one, std::string_view other) {
     std::vector<std::size_t> before_last;
     std::vector<std::size_t> last;

@@ -17,7 +17,7 @@ namespace kcnvrt {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 constexpr int kMostLinks = 40;
 constexpr mode_t kOwnersAlone = 0600;
 
@@ -66,8 +66,8 @@ int create_for_owner(PassingFile& file, const std::string& folder, const struct 
     return descriptor;
 }
 
-// The system gives a new file its group, and takes from its permissions what the umask says. Where it is a group that could
-// not read the inputs the file is made anew, so that it was never open to that group.
+// The system gives a new file its group, and takes from its permissions what the umask says. Where it is a group that
+// could not read the inputs the file is made anew, so that it was never open to that group.
 int create_like(PassingFile& file, const std::string& folder, const Permissions& inputs) {
     const int descriptor = file.create(folder, inputs.mode);
     if (descriptor < 0) return -1;

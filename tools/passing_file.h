@@ -14,8 +14,8 @@ public:
     PassingFile(const PassingFile&) = delete;
     PassingFile& operator=(const PassingFile&) = delete;
 
-    // Makes a file of a new name in the folder, "" or with a slash at its end. Its descriptor for writing; -1 with errno
-    // set where it cannot be made. The umask applies to `permissions`.
+    // Makes a file of a new name in the folder, "" or with a slash at its end. Its descriptor for writing; -1 with
+    // errno set where it cannot be made. The umask applies to `permissions`.
     int create(const std::string& folder, mode_t permissions);
 
     // False, with errno set, where it cannot take the place of `path`.

@@ -54,9 +54,8 @@ int k_cnvrt_get_voip_from_new(json_t *source, json_t *destination, k_err_t *err)
  * A numbered list of texts as one text, stored under `key` in `destination` and replacing any member there: the texts
  * of the entries in the order of their numbers, with a comma after each but the last. Entries that are no strings and
  * missing numbers leave no empty place; without any text the result is "". Any number up to 2147483647 will do, and
- * "max_instance" is not looked at.
- * 0 on success, and when the list or the key is null, which stores nothing. Otherwise nothing is stored and the result
- * is 1. The key must be UTF-8. Callers link against this spelling of the name.
+ * "max_instance" is not looked at. 0 on success, and when the list or the key is null, which stores nothing. Otherwise
+ * nothing is stored and the result is 1. The key must be UTF-8. Callers link against this spelling of the name.
  * Messages:
  *     Error field "KEY", is not object
  */

@@ -1,4 +1,5 @@
-// The sections that are converted alone, by their names in either layout, and the two tables that are made of their list.
+// The sections that are converted alone, by their names in either layout, and the two tables that are made of their
+// list.
 #include "document/sections.h"
 
 #include <algorithm>
@@ -37,11 +38,11 @@ constexpr Section kSections[] = {
     {"vlan",            "Vlan",           k_cnvrt_get_vlan_from_new,            k_cnvrt_get_vlan_from_old},
     {"dsl_vlan",        "DSL_Vlan",       k_cnvrt_get_vlan_dsl_from_new,        k_cnvrt_get_vlan_dsl_from_old},
     {"wifi",            "WiFi",           k_cnvrt_get_wifi_from_new,            k_cnvrt_get_wifi_from_old},
-    {"httpaccess",      "RemoteAccess",   k_cnvrt_get_remote_from_new,          k_cnvrt_get_remote_from_old,     kArray},
-    {"users",           "Users",          k_cnvrt_get_users_from_new,           k_cnvrt_get_users_from_old,      kEither},
-    {"sysusers",        "",               k_cnvrt_get_sysusers_from_new,        nullptr,                         kArray},
+    {"httpaccess",      "RemoteAccess",   k_cnvrt_get_remote_from_new,          k_cnvrt_get_remote_from_old,   kArray},
+    {"users",           "Users",          k_cnvrt_get_users_from_new,           k_cnvrt_get_users_from_old,    kEither},
+    {"sysusers",        "",               k_cnvrt_get_sysusers_from_new,        nullptr,                       kArray},
     {"wan_pvid",        "wan_pvid",       k_cnvrt_get_wan_pvid_from_new,        k_cnvrt_get_wan_pvid_from_old},
-    {"route",           "Static",         k_cnvrt_get_route_from_new,           k_cnvrt_get_route_from_old,      kArray},
+    {"route",           "Static",         k_cnvrt_get_route_from_new,           k_cnvrt_get_route_from_old,    kArray},
     {"rip",             "rip",            k_cnvrt_get_rip_from_new,             k_cnvrt_get_rip_from_old},
     {"queuemanagement", "QoS",            k_cnvrt_get_qos_from_new,             k_cnvrt_get_qos_from_old},
     {"voip",            "Voip",           k_cnvrt_get_voip_from_new,            k_cnvrt_get_voip_from_old},

@@ -1,8 +1,8 @@
 // field_table.h: how a table of fields is kept, so that it stays in read-only pages which every process shares.
 //
-// A row is a few numbers: its names are offsets into one pool of characters, and its ways are indexes. Without a pointer a
-// table needs no relocation. Only the lists of ways have pointers: one list for the ways that many tables have, and one
-// that continues it for the other ways of a table, which tables with the same other ways share.
+// A row is a few numbers: its names are offsets into one pool of characters, and its ways are indexes. Without a
+// pointer a table needs no relocation. Only the lists of ways have pointers: one list for the ways that many tables
+// have, and one that continues it for the other ways of a table, which tables with the same other ways share.
 #pragma once
 
 #include <array>

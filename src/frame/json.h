@@ -27,7 +27,8 @@ struct Release {
 // One reference to a value, given back on scope exit; release() hands it over.
 using Json = std::unique_ptr<json_t, Release>;
 
-// A member name with its length, which saves Jansson a walk over the text. Borrowed: a literal or a text that outlives it.
+// A member name with its length, which saves Jansson a walk over the text. Borrowed: a literal or a text that outlives
+// it.
 class Key {
 public:
     template <size_t N>
@@ -114,8 +115,8 @@ inline Json string(const char* literal) {
     return string(std::string_view{literal});
 }
 
-// A string of text that may be anything, made by the library itself or given by its caller: null when it is absent or not
-// UTF-8.
+// A string of text that may be anything, made by the library itself or given by its caller: null when it is absent or
+// not UTF-8.
 Json checked_string(const char* text);
 
 Json share(json_t* value);
@@ -146,8 +147,8 @@ inline const char* text_of(json_t* object, Key key) {
 // The same with its length, which may be empty for either reason.
 std::string_view view_of(json_t* string);
 
-// The text as the name of a member, which JSON can write but not read when it holds a NUL: it ends before one. An absent
-// name for anything but a string.
+// The text as the name of a member, which JSON can write but not read when it holds a NUL: it ends before one. An
+// absent name for anything but a string.
 Key name_of(json_t* string);
 
 bool is_text(json_t* value, std::string_view text);

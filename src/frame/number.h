@@ -11,8 +11,8 @@ constexpr bool is_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-// The whole text as an unsigned 32-bit decimal number: digits and nothing else. The strict reading of k_str.h for text of
-// known length.
+// The whole text as an unsigned 32-bit decimal number: digits and nothing else. The strict reading of k_str.h for text
+// of known length.
 inline bool read_strictly(std::string_view text, uint32_t& number) {
     uint64_t value = 0;
     for (const char character : text) {

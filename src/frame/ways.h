@@ -1,7 +1,8 @@
 // ways.h: the ways a value crosses from one layout to the other, which the words of field.h put together.
 //
 // Every way has one signature: it stores one value, which may be absent, under one name. It returns the count of failed
-// fields, 0 or 1 for a single value, and has reported each. An absent value stores nothing, where no other rule is given.
+// fields, 0 or 1 for a single value, and has reported each. An absent value stores nothing, where no other rule is
+// given.
 #pragma once
 
 #include <cstddef>

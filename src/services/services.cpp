@@ -16,8 +16,8 @@ bool has_section_of(json_t* old_root, Key group) {
 }
 
 // A group is made when any of its sections is there, and then all its converters run: DNS has {} for an absent section.
-// What they count is left out: a failed name server or tunnel never rejects a configuration on its way to the new layout;
-// on the way back it does.
+// What they count is left out: a failed name server or tunnel never rejects a configuration on its way to the new
+// layout; on the way back it does.
 void group_to_new(json_t* old_root, Key group, json_t* services, k_err_t* err) {
     if (!has_section_of(old_root, group)) return;
     Json made = object();

@@ -1,6 +1,6 @@
 // Jansson's parser does not always say that memory ran out: inside a longer token it goes on without one of the
-// characters, in silence. So what was read is compared with the text: by the lengths of its strings where they tell, and
-// else by reading it again.
+// characters, in silence. So what was read is compared with the text: by the lengths of its strings where they tell,
+// and else by reading it again.
 #include "services/text_reading.h"
 
 #include <algorithm>
@@ -24,8 +24,8 @@ Json parsed(const char* text) {
     return value;
 }
 
-// How long a text's strings are together. Not known where one has an escape, which may be longer than what it stands for,
-// or where something else is so long that it may be a number without one of its digits.
+// How long a text's strings are together. Not known where one has an escape, which may be longer than what it stands
+// for, or where something else is so long that it may be a number without one of its digits.
 constexpr size_t kUnknown = SIZE_MAX;
 
 size_t length_of_strings(std::string_view text) {

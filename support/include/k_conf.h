@@ -3,9 +3,9 @@
  *
  * 1. Every json_t argument is borrowed and never modified. A returned difference or document belongs to the caller,
  *    who releases it with json_decref; values that stay as they are may be shared with the arguments.
- * 2. A json_t returned by k_conf_find_branch is borrowed from the root. 3. The error record may be null (k_err.h). A
- * message about a candidate, or about a difference that is applied, has its
- *    place in it: "/3" is the fourth operation. Messages about a base, or about memory, have none.
+ * 2. A json_t returned by k_conf_find_branch is borrowed from the root.
+ * 3. The error record may be null (k_err.h). A message about a candidate, or about a difference that is applied, has
+ *    its place in it: "/3" is the fourth operation. Messages about a base, or about memory, have none.
  * 4. Differences walk documents recursively. A document with more than K_CONF_MAX_LEVELS arrays and objects inside one
  *    another, which is more than Jansson's parser accepts, is refused.
  */

@@ -8,7 +8,9 @@ import mergePatch from 'json-merge-patch';
 const PAIRS = 3000;
 const JSON_PATCH = 0;
 const MERGE_PATCH = 2;
-const NAMES = ['a', 'b', 'c', '', '/', '~', '~0', '~1', 'a/b', 'm~n', '0', '1', '-', '01', ' ', '"\\', 'é', '€', '%25', 'a.b'];
+const NAMES = [
+  'a', 'b', 'c', '', '/', '~', '~0', '~1', 'a/b', 'm~n', '0', '1', '-', '01', ' ', '"\\', 'é', '€', '%25', 'a.b',
+];
 
 const copy = (value) => structuredClone(value);
 const isContainer = (value) => typeof value === 'object' && value !== null;
@@ -22,7 +24,8 @@ function generator(seed, { nulls }) {
   };
   const pick = (list) => list[below(list.length)];
 
-  const leaf = () => pick([true, false, 0, 1, -7, 0.5, 1e21, '', 'text', 'ü', 'a\nb', pick(NAMES), ...(nulls ? [null, null] : [])]);
+  const leaves = [true, false, 0, 1, -7, 0.5, 1e21, '', 'text', 'ü', 'a\nb'];
+  const leaf = () => pick([...leaves, pick(NAMES), ...(nulls ? [null, null] : [])]);
   const value = (levels) => {
     const kind = levels === 0 ? 0 : below(5);
     if (kind < 2) return leaf();
@@ -122,8 +125,8 @@ function applyForeign(base, difference) {
   }
 }
 
-// There, "move" and "copy" let through a value moved into itself and an index beyond an array's end; what they stand for,
-// "remove" and "add", do not.
+// There, "move" and "copy" let through a value moved into itself and an index beyond an array's end; what they stand
+// for, "remove" and "add", do not.
 function step(document, operation) {
   const { op, from, path } = operation;
   const carry = (changed, steps) => jsonPatch.applyPatch(copy(changed), copy(steps), true).newDocument;
@@ -170,11 +173,13 @@ function check(what, result, expected, details) {
 function checkForm(program, { name, flag, nulls, make, apply }) {
   const pairs = Array.from({ length: PAIRS }, (_, seed) => makePair(seed, { nulls }));
   const ours = ask(program, pairs.map((pair) => ({ ...pair, flag })));
-  const theirs = ask(program, pairs.map(({ base, candidate }) => ({ base, difference: make(copy(base), copy(candidate)) })));
+  const made = ({ base, candidate }) => make(copy(base), copy(candidate));
+  const theirs = ask(program, pairs.map((pair) => ({ base: pair.base, difference: made(pair) })));
   pairs.forEach((pair, i) => {
     const { difference } = ours[i];
-    check(`${name}: ours applied by ours`, ours[i].applied, pair.candidate, { ...pair, difference });
-    check(`${name}: ours applied by theirs`, apply(copy(pair.base), copy(difference)), pair.candidate, { ...pair, difference });
+    const details = { ...pair, difference };
+    check(`${name}: ours applied by ours`, ours[i].applied, pair.candidate, details);
+    check(`${name}: ours applied by theirs`, apply(copy(pair.base), copy(difference)), pair.candidate, details);
     check(`${name}: theirs applied by ours`, theirs[i].applied, pair.candidate, { ...pair, answer: theirs[i] });
   });
 }

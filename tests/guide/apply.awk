@@ -1,6 +1,6 @@
-# Makes a change to a file as a block of a guide shows it: awk -v root=FOLDER -f apply.awk BLOCK. The block's first line is
-# the file's name. The others are lines of the file, marked by " " where they stay, "-" where they go and "+" where they
-# come; a line without a mark is an empty one. What stays and goes has to stand in the file, and once.
+# Makes a change to a file as a block of a guide shows it: awk -v root=FOLDER -f apply.awk BLOCK. The block's first line
+# is the file's name. The others are lines of the file, marked by " " where they stay, "-" where they go and "+" where
+# they come; a line without a mark is an empty one. What stays and goes has to stand in the file, and once.
 
 FNR == 1 { name = $0; next }
 $0 == "" && marked == 0 { next }

@@ -1,6 +1,6 @@
 # The commands in the indented blocks of one section of a Markdown page: awk -v heading=HEADING -v into=FOLDER. An empty
-# heading is what comes before the first. Each command becomes a file N.command; what a page shows of its output, which is
-# where the command stands behind "$ ", becomes N.output. A line that ends in "\" is continued.
+# heading is what comes before the first. Each command becomes a file N.command; what a page shows of its output, which
+# is where the command stands behind "$ ", becomes N.output. A line that ends in "\" is continued.
 
 /^## / { is_inside = ($0 == "## " heading) }
 NR == 1 && heading == "" { is_inside = 1 }

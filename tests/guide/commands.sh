@@ -1,6 +1,6 @@
 #!/bin/bash
-# Runs the commands that a section of a page shows, in a copy of the tree: commands.sh TREE FOLDER PAGE SECTION. They print
-# what the page says that they print.
+# Runs the commands that a section of a page shows, in a copy of the tree: commands.sh TREE FOLDER PAGE SECTION. They
+# print what the page says that they print.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/copy.bash"
 

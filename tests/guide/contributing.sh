@@ -1,7 +1,7 @@
 #!/bin/bash
-# Follows a section of CONTRIBUTING.md to the letter, in a copy of the tree: contributing.sh TREE FOLDER SECTION. With each
-# of its steps done, the laws, the cases and the documentation's own tests pass; with one left out they fail, and say what
-# the section says that they do.
+# Follows a section of CONTRIBUTING.md to the letter, in a copy of the tree: contributing.sh TREE FOLDER SECTION. With
+# each of its steps done, the laws, the cases and the documentation's own tests pass; with one left out they fail, and
+# say what the section says that they do.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/copy.bash"
 section=$3
@@ -15,13 +15,15 @@ follow() {
     local block
     restore_all
     for block in "$blocks"/*.diff; do
-        [[ $(basename "$block") = "${1:-none}"-* ]] || awk -v root="$copy" -f "$source_tree/tests/guide/apply.awk" "$block"
+        [[ $(basename "$block") = "${1:-none}"-* ]] ||
+            awk -v root="$copy" -f "$source_tree/tests/guide/apply.awk" "$block"
     done
 }
 
 # passes: builds the copy, and whether its tests pass. What they say is in $said.
 passes() {
-    said=$(cmake --build "$copy/build/release" --target laws case_rows cases 2>&1) || fail "$said" "The copy does not build."
+    said=$(cmake --build "$copy/build/release" --target laws case_rows cases 2>&1) ||
+        fail "$said" "The copy does not build."
     said=$(ctest --test-dir "$copy/build/release" --output-on-failure -R '^(laws|case_rows|cases\..*|docs\..*)$' 2>&1)
 }
 

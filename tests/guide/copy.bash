@@ -36,7 +36,8 @@ restore_all() {
     restore "${file[@]}"
 }
 
-# run_shown COMMAND_FILE: runs it in the copy, and what it prints has to be what the page shows, where the page shows it.
+# run_shown COMMAND_FILE: runs it in the copy, and what it prints has to be what the page shows, where the page shows
+# it.
 run_shown() {
     local command printed output=${1%.command}.output
     command=$(< "$1")

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Does what README.md shows, line by line, in a copy of the tree: readme.sh TREE FOLDER. What it installs for a device goes
-# below the folder, and what is compiled from C is compiled with that. `./test` is not run: this is a part of it.
+# Does what README.md shows, line by line, in a copy of the tree: readme.sh TREE FOLDER. What it installs for a device
+# goes below the folder, and what is compiled from C is compiled with that. `./test` is not run: this is a part of it.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/copy.bash"
 installed=$2/installed
@@ -31,13 +31,15 @@ check_usage() {
     done
 }
 
-# check_message MESSAGE_FILE: what a message says, and who reports it, is what the tool prints of a field that does not fit.
+# check_message MESSAGE_FILE: what a message says, and who reports it, is what the tool prints of a field that does not
+# fit.
 check_message() {
     local message path printed
     message=$(< "$1")
     path=${message#*: error: /}
     path=${path%%: *}
-    jq --arg path "$path" 'setpath($path / "/"; "x")' "$source_tree/examples/home-gateway.old.json" > "$copy/gateway.old.json"
+    jq --arg path "$path" 'setpath($path / "/"; "x")' "$source_tree/examples/home-gateway.old.json" \
+        > "$copy/gateway.old.json"
     printed=$(cd "$copy" && kcnvrt to-new gateway.old.json 2>&1 > /dev/null) || true
     [[ $printed = *": ${message##*"$path": }" ]] || fail "Of a bad $path the tool says: $printed"
 }

@@ -1,8 +1,8 @@
 // generator.h: valid documents, made from an example by chance.
 //
 // Every member of the example is there or not; every list has as many entries as chance gives it, each made from one of
-// the example's; every leaf gets a value of its kind. values.json says what cannot be seen from the example: which leaves
-// take which values, which objects are keyed by names of their own, which members are never absent.
+// the example's; every leaf gets a value of its kind. values.json says what cannot be seen from the example: which
+// leaves take which values, which objects are keyed by names of their own, which members are never absent.
 #pragma once
 
 #include <initializer_list>

@@ -139,8 +139,8 @@ void collect(json_t* object, const std::string& path, std::vector<json_t*>& foun
     }
 }
 
-// Entries that share one value in the other layout all get it: that of the last one that has any, or of the first entry,
-// also when that has none.
+// Entries that share one value in the other layout all get it: that of the last one that has any, or of the first
+// entry, also when that has none.
 size_t share_values(const Row& row, json_t* document) {
     size_t seen = 0;
     const std::string in = row.says("in") ? json_string_value(row["in"]) : "";

@@ -1,4 +1,5 @@
-// A configuration that goes to the other layout and back comes back as it was, less the losses that losses.json declares.
+// A configuration that goes to the other layout and back comes back as it was, less the losses that losses.json
+// declares.
 //
 // Each section of the examples is a test in each direction: generated documents of that section are converted there and
 // back as whole documents, without a message, and compared member by member with what the losses leave of them.

@@ -89,7 +89,8 @@ Tree stations_of(json_t* addresses) {
     return stations;
 }
 
-// What a member that comes in addition holds: a value, the number of the entry that it is in, the name of something above it, or what another member holds.
+// What a member that comes in addition holds: a value, the number of the entry that it is in, the name of something
+// above it, or what another member holds.
 Tree added_value(const Row& row, const Path& object_path, json_t* object) {
     if (json_t* levels = row["name above"]) {
         const size_t up = static_cast<size_t>(json_integer_value(levels));

@@ -1,5 +1,6 @@
-// rows.h: rows that are data, read from a JSON file: an array of objects, each with "layout" ("old", "new" or both when it
-// is left out), "places" (patterns) or "words" (every place that a table has them for), and what the row says of them.
+// rows.h: rows that are data, read from a JSON file: an array of objects, each with "layout" ("old", "new" or both when
+// it is left out), "places" (patterns) or "words" (every place that a table has them for), and what the row says of
+// them.
 #pragma once
 
 #include <string>

@@ -1,7 +1,7 @@
 // word_places.h: where in a document the ordinary words of tables stand, as the document's own conversion finds it out.
 //
-// An ordinary word is one of the vocabulary that every room's tables are written in. What it makes of a value is the same
-// wherever it stands, so that rows of data can speak of a word where they would otherwise list its places.
+// An ordinary word is one of the vocabulary that every room's tables are written in. What it makes of a value is the
+// same wherever it stands, so that rows of data can speak of a word where they would otherwise list its places.
 #pragma once
 
 #include <map>

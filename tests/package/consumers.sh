@@ -2,6 +2,7 @@
 # Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX GENERATOR
 # Installs a copy, moves it, and builds and runs programs against it: two in C11 found through pkg-config, of which one
 # knows texts only, and two in C++ found through the CMake package. All must print what the installed tool prints.
+# shellcheck disable=SC2046 # what pkg-config prints is words
 set -eu
 
 build=$1
@@ -35,7 +36,8 @@ export PKG_CONFIG_PATH
 document='{"lang": "en", "wan_pvid": {"ppp0": 10}}'
 printf '%s' "$document" > "$scratch/old.json"
 loaded=$(ldd "$prefix/bin/kcnvrt" | sed -n 's/.*libk_support.* => \(.*\) (.*/\1/p')
-expect "the installed tool loads libk_support from" "$(readlink -f "$libraries")" "$(dirname "$(readlink -f "$loaded")")"
+expect "the installed tool loads libk_support from" \
+    "$(readlink -f "$libraries")" "$(dirname "$(readlink -f "$loaded")")"
 "$prefix/bin/kcnvrt" to-new --compact "$scratch/old.json" > "$scratch/new.json"
 new=$(cat "$scratch/new.json")
 case $new in
@@ -60,7 +62,8 @@ expect "the C program converts" "$new" "$("$scratch/c_consumer" convert "$docume
 expect "the C program converts texts" "$new" "$("$scratch/text_consumer" "$document")"
 expect "the C program names the version" "kcnvrt $("$scratch/text_consumer")" "$("$prefix/bin/kcnvrt" --version)"
 
-cmake -S "$here/cpp_consumer" -B "$scratch/cpp" -G "$generator" "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \
+cmake -S "$here/cpp_consumer" -B "$scratch/cpp" -G "$generator" \
+    "-DCMAKE_CXX_COMPILER=$cxx" "-DCMAKE_PREFIX_PATH=$prefix" \
     > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 cmake --build "$scratch/cpp" > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 expect "the C++ program converts" "$new" "$("$scratch/cpp/cpp_consumer" "$document")"

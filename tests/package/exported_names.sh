@@ -31,7 +31,9 @@ exported() {
 check() { # NAME LIBRARY HEADER_FOLDER
     grep '^[a-zA-Z]' "$source/abi/$1.symbols" | LC_ALL=C sort > "$scratch/listed"
     exported "$2" > "$scratch/exported"
-    "$here/declared_functions.sh" "$cc" "$3" "-I$source/support/include" "-I$build/include" $(pkg-config --cflags jansson) |
+    # shellcheck disable=SC2046 # what pkg-config prints is words
+    "$here/declared_functions.sh" \
+        "$cc" "$3" "-I$source/support/include" "-I$build/include" $(pkg-config --cflags jansson) |
         cut -d ' ' -f 2 | LC_ALL=C sort > "$scratch/declared"
     differ "$scratch/listed" "$scratch/exported" "$1: listed in abi/ (<) and exported by the library (>)"
     differ "$scratch/listed" "$scratch/declared" "$1: listed in abi/ (<) and declared in the headers (>)"

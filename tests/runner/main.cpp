@@ -26,7 +26,7 @@
 //   getSortedKeys                                     "source"; the result is the count
 //   json_set_max_instance                             "destination", "count"                             no "result"
 //   multiinstanse_to_string                           "key", "list", "destination"
-//   k_cnvrt_get_remote_from_old_element               "source", "errors" (default 0); the result is the count afterwards
+//   k_cnvrt_get_remote_from_old_element               "source", "errors" (default 0); the result is their count then
 //   k_conf_find_branch                                "source", "path"                                   no "result"
 //   k_conf_diff_set2                                  "base", "candidate", "flag" (default 0)            no "result"
 //   k_conf_apply                                      "base", "difference"                               no "result"

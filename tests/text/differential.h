@@ -18,8 +18,8 @@ struct Finding {
     size_t values = 0;         // found by their pointers
 };
 
-// Reads the text in both ways, compares trees or refusals; writes the tree in both ways, and compares texts; finds every
-// value by its pointer, and compares what stands there.
+// Reads the text in both ways, compares trees or refusals; writes the tree in both ways, and compares texts; finds
+// every value by its pointer, and compares what stands there.
 Finding compare_with_jansson(std::string_view text, ReadOptions options, Layout layout);
 
 }  // namespace kcnvrt::text

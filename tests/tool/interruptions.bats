@@ -2,8 +2,8 @@
 load setup
 
 # At the moment of each call the file is what it was (nothing, where it was missing), or new and whole.
-# at_every_call ACTION STATUS BEFORE: runs the conversion over and over, with ACTION at another of its calls each time. The
-# runs end with STATUS. The states that were met are left in $met.
+# at_every_call ACTION STATUS BEFORE: runs the conversion over and over, with ACTION at another of its calls each time.
+# The runs end with STATUS. The states that were met are left in $met.
 at_every_call() {
     local action=$1 expected=$2 before=$3 calls call status state
     met=
@@ -15,7 +15,8 @@ at_every_call() {
     for call in $(seq "$calls"); do
         restore
         status=0
-        env LD_PRELOAD="$SHIM_LIBRARY" SHIM="any:$call=$action" "$KCNVRT" "${conversion[@]}" old.json -o new.json || status=$?
+        env LD_PRELOAD="$SHIM_LIBRARY" SHIM="any:$call=$action" \
+            "$KCNVRT" "${conversion[@]}" old.json -o new.json || status=$?
         state=$(cat new.json 2> ../messages || echo missing)
         case $state in
             "$before") met+=" before" ;;

@@ -1,8 +1,8 @@
 # Who may read and write what the tool makes.
 load setup
 
-# as_user STATUS ARGUMENT...: the tool as a user for whom permissions count. Root's tests have one of their own, who gets
-# the folder, and a copy of the tool, since he may not reach the folder that it was built in.
+# as_user STATUS ARGUMENT...: the tool as a user for whom permissions count. Root's tests have one of their own, who
+# gets the folder, and a copy of the tool, since he may not reach the folder that it was built in.
 readonly user=31415 group=27182
 as_user() {
     local expected=$1 as=()
@@ -60,6 +60,7 @@ other_group() {
 
 @test "what came through a pipe is its owner's alone" {
     document
+    # shellcheck disable=SC2002 # the pipe is what is tested
     cat old.json | "$KCNVRT" "${conversion[@]}" -o new.json
     equal "$(permissions_of new.json)" 600
     mkfifo pipe

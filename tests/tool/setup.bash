@@ -27,8 +27,8 @@ shimmed() {
     run --separate-stderr "-$expected" env LD_PRELOAD="${SHIM_LIBRARY:?}" SHIM="$rules" "$KCNVRT" "$@"
 }
 
-# recorded FILE ARGUMENT...: the calls that the tool makes, one a line. A passing file is called "passing", as its name is
-# never the same.
+# recorded FILE ARGUMENT...: the calls that the tool makes, one a line. A passing file is called "passing", as its name
+# is never the same.
 recorded() {
     local file=$1
     shift

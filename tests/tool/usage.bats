@@ -24,7 +24,8 @@ commands() { "$KCNVRT" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z-]*\) .*/\1/
         contains "$output" "Usage: kcnvrt $command"
         contains "$output" "Example: kcnvrt $command"
         page=$output
-        for way in "$command --help" "$command -h" "--help $command" "-h $command" "$command --errors json --help --unknown"; do
+        for way in "$command --help" "$command -h" "--help $command" "-h $command" \
+            "$command --errors json --help --unknown"; do
             # shellcheck disable=SC2086 # the words of a way
             kcnvrt 0 $way
             equal "$way: $output" "$way: $page"

@@ -1,5 +1,6 @@
-// Every allocation fails, once each and from then on: nothing crashes, nothing leaks, the source stays as it was, and the
-// result is a tree that can be walked and printed, or null. The record says that something may be missing, or nothing is.
+// Every allocation fails, once each and from then on: nothing crashes, nothing leaks, the source stays as it was, and
+// the result is a tree that can be walked and printed, or null. The record says that something may be missing, or
+// nothing is.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -17,7 +17,8 @@ void count_blocks();
 struct Conduct {
     size_t messages = 0;
     bool has_result = false;
-    // The most that the first of the two conversions held at a time, beside what was there before, and how long it took.
+    // The most that the first of the two conversions held at a time, beside what was there before, and how long it
+    // took.
     long blocks = 0;
     long bytes = 0;
     double seconds = 0;

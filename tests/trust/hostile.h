@@ -25,10 +25,17 @@ void for_each_place(size_t step, const std::function<void(Part& part, const Plac
 // Puts a value there for one conversion, which keeps the contract.
 Conduct convert_with(Part& part, const Place& place, json_t* value, const char* what);
 
-// What the documents of one kind cost at worst, printed as a line of a table when the last of them is through.
+// What a kind of document is bound to.
+struct Expected {
+    size_t documents;  // at least, in an ordinary run; a sample has its share of them
+    long kib;          // at most held at a time
+};
+
+// What the documents of one kind cost at worst, printed as a line of a table when the last of them is through, and
+// compared with what is expected. The time is not: it is the machine's.
 class Worst {
 public:
-    explicit Worst(std::string kind) : kind_{std::move(kind)} {}
+    Worst(std::string kind, Expected expected) : kind_{std::move(kind)}, expected_{expected} {}
     ~Worst();
     Worst(const Worst&) = delete;
     Worst& operator=(const Worst&) = delete;
@@ -37,6 +44,7 @@ public:
 
 private:
     std::string kind_;
+    Expected expected_;
     size_t documents_ = 0;
     size_t rejected_ = 0;
     double seconds_ = 0;

@@ -48,7 +48,7 @@ TEST(HostileLists, EnormousNumbersCostNothing) {
         "65536",      "2147483647",          "2147483648",          "4294967295",
         "4294967296", "9223372036854775807", "9223372036854775808", "99999999999999999999999999"};
     for (const std::string& number : numbers) {
-        Worst worst{"a list with an entry numbered " + number};
+        Worst worst{"a list with an entry numbered " + number, {.documents = 150, .kib = 80}};
         for_each_list([&](Part& part, const Place& list) {
             const long ordinary = expect_contract(part.direction, part.document.get(), part.name).blocks;
             const Tree forged = with_entry(list.value.get(), number);
@@ -61,7 +61,7 @@ TEST(HostileLists, EnormousNumbersCostNothing) {
 // Up to the bound each missing number may get a placeholder, and no more than that.
 TEST(HostileLists, TheHighestNumberForPlaceholders) {
     size_t filled = 0;
-    Worst worst{"a list with an entry numbered 65535"};
+    Worst worst{"a list with an entry numbered 65535", {.documents = 150, .kib = 30000}};
     for_each_list([&](Part& part, const Place& list) {
         const long ordinary = expect_contract(part.direction, part.document.get(), part.name).blocks;
         const Tree forged = with_entry(list.value.get(), std::to_string(K_CNVRT_MAX_INSTANCE));
@@ -73,7 +73,7 @@ TEST(HostileLists, TheHighestNumberForPlaceholders) {
 }
 
 TEST(HostileLists, NamesThatAreNoNumbers) {
-    Worst worst{"a list with an entry whose name is no number"};
+    Worst worst{"a list with an entry whose name is no number", {.documents = 2100, .kib = 80}};
     const std::string names[] = {"0",  "00", "01", "-1",  "+1",  " 1",          "1 ",
                                  "1x", "x1", "",   "1.0", "0x1", "-2147483648", "max_instance"};
     for_each_list([&](Part& part, const Place& list) {
@@ -85,7 +85,7 @@ TEST(HostileLists, NamesThatAreNoNumbers) {
 }
 
 TEST(HostileLists, ForgedCounts) {
-    Worst worst{"a list with a forged count"};
+    Worst worst{"a list with a forged count", {.documents = 900, .kib = 60}};
     for_each_list([&](Part& part, const Place& list) {
         const long ordinary = expect_contract(part.direction, part.document.get(), part.name).blocks;
         for (const json_int_t count : {json_int_t{-1}, json_int_t{0}, json_int_t{65536}, json_int_t{4294967295},

@@ -1,9 +1,12 @@
 #include "hostile.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdio>
 
 #include "conversions.h"
+#include "effort.h"
 #include "examples.h"
 
 namespace {
@@ -70,4 +73,8 @@ Conduct Worst::add(const Conduct& conduct) {
 Worst::~Worst() {
     std::printf("| %s | %zu | %zu | %.1f ms | %.1f KiB |\n", kind_.c_str(), documents_, rejected_, seconds_ * 1000,
                 static_cast<double>(bytes_) / 1024);
+    // A sample of every tenth is rounded down for each of the loops that take it.
+    const size_t share = stride(1) == 1 ? expected_.documents : expected_.documents / stride(1) * 9 / 10;
+    EXPECT_GE(documents_, share) << kind_;
+    EXPECT_LE(bytes_, expected_.kib * 1024) << kind_;
 }

@@ -42,7 +42,7 @@ TEST(HostileSizes, NestingToTheParsersLimit) {
     const Tree arrays = nested(kDeepest - 8, true);
     const Tree objects = nested(kDeepest - 8, false);
     size_t documents = 0;
-    Worst worst{"a value nested to 2,048 levels"};
+    Worst worst{"a value nested to 2,048 levels", {.documents = 1200, .kib = 300}};
     for_each_kind_of_place([](const json_t*) { return true; },
                            [&](Part& part, const Place& place) {
                                if (documents++ % (is_thorough() ? 1 : 5) != 0) return;
@@ -77,7 +77,7 @@ TEST(HostileSizes, TextsOfSixteenMegabytes) {
     constexpr size_t kSize = size_t{16} << 20;
     const std::string letters(kSize, 'A');
     const std::string digits(kSize, '1');
-    Worst worst{"a text of 16 MB"};
+    Worst worst{"a text of 16 MB", {.documents = 180, .kib = 60000}};
     const Tree texts[] = {Tree{json_stringn(letters.data(), kSize)}, Tree{json_stringn(digits.data(), kSize)}};
     size_t count = 0;
     for_each_kind_of_place([](const json_t* value) { return json_is_string(value); },
@@ -89,7 +89,7 @@ TEST(HostileSizes, TextsOfSixteenMegabytes) {
 
 // Texts that are cut into pieces.
 TEST(HostileSizes, TextsOfManyPieces) {
-    Worst worst{"a text of 128 KiB in as many pieces as it can have"};
+    Worst worst{"a text of 128 KiB in as many pieces as it can have", {.documents = 2300, .kib = 15000}};
     for (const char* piece : {"a,", "a|", ",", "|", "Ports:1,2;WiFi:1,2;", "192.0.2.1-", "1:", "[[", "{\"a\":"}) {
         const std::string pieces = repeated(piece, 1 << 17);
         const Tree text{json_stringn(pieces.data(), pieces.size())};
@@ -102,8 +102,8 @@ TEST(HostileSizes, TextsOfManyPieces) {
     }
 }
 
-// The leaves of a container's first entry, or the entry itself where it is a leaf: what tells entries apart is kept, and
-// a hundred thousand of them stay small.
+// The leaves of a container's first entry, or the entry itself where it is a leaf: what tells entries apart is kept,
+// and a hundred thousand of them stay small.
 Tree small_entry(json_t* container) {
     json_t* first =
         json_is_array(container) ? json_array_get(container, 0) : json_object_iter_value(json_object_iter(container));
@@ -134,9 +134,10 @@ Tree with_many(json_t* container, size_t many) {
 // Every section gets them, and every list and object inside when thorough, else each of these as many as time allows.
 TEST(HostileSizes, AHundredThousandMembers) {
     constexpr size_t kMany = 100000;
-    Worst of_sections{"a section with 100,000 members more"};
-    Worst of_lists{is_thorough() ? "a list or object with 100,000 members more"
-                                 : "a list or object with 2,000 members more"};
+    Worst of_sections{"a section with 100,000 members more", {.documents = 130, .kib = 120000}};
+    Worst of_lists = is_thorough()
+                         ? Worst{"a list or object with 100,000 members more", {.documents = 500, .kib = 300000}}
+                         : Worst{"a list or object with 2,000 members more", {.documents = 500, .kib = 7500}};
     for_each_kind_of_place([](const json_t* value) { return !is_leaf(value); },
                            [&](Part& part, const Place& place) {
                                const bool is_section = place.path == part.name;

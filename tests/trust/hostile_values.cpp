@@ -48,19 +48,21 @@ std::vector<Named> of_odd_texts() {
     return values;
 }
 
-void replace_each_place_by(const std::vector<Named>& values, size_t step, const char* kind) {
-    Worst worst{kind};
+void replace_each_place_by(const std::vector<Named>& values, size_t step, Worst&& worst) {
     for_each_place(step, [&](Part& part, const Place& place) {
         for (const auto& [name, value] : values) worst.add(convert_with(part, place, value.get(), name));
     });
 }
 
 TEST(HostileValues, EveryMemberAsEachType) {
-    replace_each_place_by(of_each_type(), stride(1), "a member replaced by a value of each type");
+    replace_each_place_by(of_each_type(), stride(1),
+                          Worst{"a member replaced by a value of each type", {.documents = 60000, .kib = 60}});
 }
 
 TEST(HostileValues, EveryMemberAsAnOddText) {
-    replace_each_place_by(of_odd_texts(), stride(2), "a member replaced by a text that no parser lets through");
+    replace_each_place_by(
+        of_odd_texts(), stride(2),
+        Worst{"a member replaced by a text that no parser lets through", {.documents = 15000, .kib = 60}});
 }
 
 // In the complete documents, where sections meet: the sections of the old layout, and of the new one with what they are
@@ -78,7 +80,7 @@ void replace_each_section(Direction direction, json_t* document, Worst& worst) {
 }
 
 TEST(HostileValues, EverySectionAsEachType) {
-    Worst worst{"a section of a complete document replaced by a value of each type"};
+    Worst worst{"a section of a complete document replaced by a value of each type", {.documents = 1800, .kib = 350}};
     replace_each_section(Direction::kToNew, old_example().get(), worst);
     replace_each_section(Direction::kToOld, new_example().get(), worst);
 }
@@ -94,7 +96,7 @@ TEST(HostileValues, TheDocumentAsEachType) {
 
 // A member with an odd name beside those that are there, in every object.
 TEST(HostileValues, OddNamesInEveryObject) {
-    Worst worst{"an object with a member of an odd name"};
+    Worst worst{"an object with a member of an odd name", {.documents = 5500, .kib = 60}};
     const Tree value{json_pack("{s:s}", "name", "value")};
     const std::string_view names[] = {{"", 0}, {"1\0", 2}, {"\0", 1}, {"\xff\xfe", 2}, {"%s%n", 4}, {"5G_", 3}};
     for_each_place(stride(1), [&](Part& part, const Place& place) {

@@ -1,6 +1,6 @@
-// What lists cost: each kind of list of the examples with a thousand entries and with ten thousand, converted once each.
-// Under callgrind, told to count nothing at the start, every conversion leaves a file of counts named for its list;
-// scripts/costs.sh makes tables of them.
+// What lists cost: each kind of list of the examples with a thousand entries and with ten thousand, converted once
+// each. Under callgrind, told to count nothing at the start, every conversion leaves a file of counts named for its
+// list; scripts/costs.sh makes tables of them.
 #include <valgrind/callgrind.h>
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-// What converters report when memory runs out under them. That nothing crashes or leaks is tests/trust's to say; here it
-// is the message, its author and the count.
+// What converters report when memory runs out under them. That nothing crashes or leaks is tests/trust's to say; here
+// it is the message, its author and the count.
 #include <string>
 
 #include "frame_memory.h"

@@ -62,8 +62,8 @@ TEST_F(TextReading, GivesNothingForAnythingElse) {
     EXPECT_EQ(k_err_is_complete(messages), 1);
 }
 
-// Two of the failures leave a character out of the second text. (The parser itself does not survive every failure inside
-// an escape or a number.)
+// Two of the failures leave a character out of the second text. (The parser itself does not survive every failure
+// inside an escape or a number.)
 TEST_F(TextReading, NotesWhatMemoryRanOutFor) {
     expect_whole_or_noted(R"({"IPAddress":"192.168.1.20","MACAddress":"00:00:5e:00:53:20","Interface":"br0"})");
     expect_whole_or_noted(R"({"IPAddress":"192.168.1.20","MACAddress":"00:00:5e:00:53:20 and much more text"})");

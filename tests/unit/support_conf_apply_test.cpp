@@ -271,8 +271,8 @@ Json array_that_costs_a_mebi_and(size_t nulls) {
     return rows;
 }
 
-// What operations may carry is that and what the patch itself costs: here the array of operations, the operation and its
-// three texts.
+// What operations may carry is that and what the patch itself costs: here the array of operations, the operation and
+// its three texts.
 TEST(Apply, CarriesAsMuchAsTheBoundAndNoMore) {
     const Json copy = parse(R"([{"op":"copy","from":"/a","path":"/b"}])");
     const Json most{json_pack("{s:o}", "a", array_that_costs_a_mebi_and(5).release())};

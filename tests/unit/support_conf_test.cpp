@@ -108,7 +108,8 @@ const Difference kPatches[] = {
     {R"([1,2,3,4,9])", R"([1,7,9])",
      R"([{"op":"replace","path":"/1","value":7},{"op":"remove","path":"/3"},{"op":"remove","path":"/2"}])"},
     {R"([1,7,9])", R"([1,2,3,4,9])",
-     R"([{"op":"replace","path":"/1","value":2},{"op":"add","path":"/2","value":3},{"op":"add","path":"/3","value":4}])"},
+     R"([{"op":"replace","path":"/1","value":2},{"op":"add","path":"/2","value":3},)"
+     R"({"op":"add","path":"/3","value":4}])"},
     {R"([{"a":1},{"a":2,"b":[5]}])", R"([{"a":1},{"a":2,"b":[5,6]}])", R"([{"op":"add","path":"/1/b/1","value":6}])"},
     {R"([[1,[2,[3]]],4])", R"([[1,[2,[3,5]]],4])", R"([{"op":"add","path":"/0/1/1/1","value":5}])"},
     {R"([[0],{"b":1}])", R"([[0],{"b":2},9])",

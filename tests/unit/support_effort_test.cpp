@@ -35,7 +35,8 @@ void expect_linear(size_t few, size_t many) {
 
 enum class Lengths { kEqual, kDifferent };
 
-// Arrays inside one another, equal but for their ends, which have to be lined up on every level if they differ in length.
+// Arrays inside one another, equal but for their ends, which have to be lined up on every level if they differ in
+// length.
 size_t lookups_in_arrays(Lengths lengths, size_t levels) {
     Json base = parse("[1]");
     Json candidate = parse("[2]");

@@ -74,9 +74,7 @@ protected:
         json_get_alloc_funcs(&malloc_, &free_);
         json_set_alloc_funcs(__wrap_malloc, __wrap_free);
     }
-    void TearDown() override {
-        json_set_alloc_funcs(malloc_, free_);
-    }
+    void TearDown() override { json_set_alloc_funcs(malloc_, free_); }
 
     // Runs `work` until it gets by without a failure. It is told whether one has happened, once its results are there.
     static void fail_each(const std::function<void(const bool& has_failed)>& work) {

@@ -32,7 +32,8 @@ extern "C" {
 /* What is asked: the operation of a request. Each says what it takes besides a text and an indent. */
 enum {
     /* The old configuration `text` in the new layout. With the base `other`, a configuration in the new layout, what
-     * has to change in it instead, whatever failed on the way. Takes K_TEXT_DSL_VLAN; with a base K_TEXT_MERGE_PATCH. */
+     * has to change in it instead, whatever failed on the way. Takes K_TEXT_DSL_VLAN; with a base K_TEXT_MERGE_PATCH.
+     * */
     K_TEXT_TO_NEW = 1,
     /* The new configuration `text` in the old layout. Takes K_TEXT_DSL_VLAN. */
     K_TEXT_TO_OLD = 2,

@@ -1,5 +1,5 @@
-/* A library to preload (LD_PRELOAD) that stands between a program and the system. It fails chosen calls, cuts them short,
- * raises signals, cuts the power, and records the calls in their order.
+/* A library to preload (LD_PRELOAD) that stands between a program and the system. It fails chosen calls, cuts them
+ * short, raises signals, cuts the power, and records the calls in their order.
  *
  *   SHIM="RULE RULE..."   what to do: each rule that fits a call is carried out
  *   SHIM_RECORD=FILE      each call is added to FILE as a line: KIND PATH [DETAIL...] = RESULT
@@ -19,8 +19,8 @@
  *
  *   LD_PRELOAD=libshim.so SHIM="write:1=short write:2=EINTR rename=EACCES" SHIM_RECORD=calls program
  *
- * To visit every moment of a program run it with a record, count the lines, and run it with "any:1=KILL", "any:2=KILL" and
- * so on. What libc calls inside of itself, as stdio does to write, is not seen. Each process counts for itself. */
+ * To visit every moment of a program run it with a record, count the lines, and run it with "any:1=KILL", "any:2=KILL"
+ * and so on. What libc calls inside of itself, as stdio does to write, is not seen. Each process counts for itself. */
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>

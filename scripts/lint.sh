@@ -1,0 +1,90 @@
+#!/bin/bash
+# What can be told without running anything: format, width of lines, shell scripts, links between documents, and what
+# clang-tidy takes for mistakes. Nothing is left out where a tool is missing: it is installed.
+#   ./test --lint             all of it
+#   ./test --lint CHECK...    some: format width shell links tidy
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/build.sh"
+
+widest=120
+failed=0
+
+complain() {
+    say "$@"
+    failed=1
+}
+
+# files PATTERN...: those of the repository that match, new ones too.
+files() { git ls-files --cached --others --exclude-standard -- "$@" | while read -r file; do
+    [ ! -f "$file" ] || echo "$file"
+done; }
+
+# Files without a suffix whose first line names a shell.
+commands() {
+    files | grep -E '(^|/)[^./]+$' | while read -r file; do
+        ! head -n 1 "$file" | grep -qE '^#!.*sh$' || echo "$file"
+    done
+}
+
+scripts() {
+    files '*.sh'
+    commands
+}
+
+sources() { files '*.c' '*.cpp' '*.h'; }
+
+check_format() {
+    sources | xargs clang-format-14 --dry-run -Werror || complain "clang-format-14 -i puts these files in order"
+}
+
+check_width() {
+    { sources; scripts; files '*.bash' '*.bats' '*.pl' '*.awk' '*.py' '*.js' '*.cmake' '*CMakeLists.txt'; } |
+        xargs perl scripts/long_lines.pl "$widest" || complain "These lines are longer than $widest characters"
+}
+
+# bats gives a test its output in variables, and its files share others.
+check_shell() {
+    scripts | xargs shellcheck || complain "These scripts have likely mistakes"
+    files '*.bats' '*.bash' | xargs shellcheck --shell=bats --severity=warning --exclude=SC2034,SC2154 ||
+        complain "These tests have likely mistakes"
+}
+
+# relative_links DOCUMENT: the files that it links to: targets without a colon, up to their fragments.
+relative_links() { grep -oE '\]\([^)]+\)' "$1" | sed -nE 's/^\]\(([^)#:]+)[)#].*$/\1/p'; }
+
+check_links() {
+    local document link
+    for document in $(files '*.md'); do
+        while read -r link; do
+            [ -e "$(dirname "$document")/$link" ] || complain "$document links to $link, which is not there"
+        done < <(relative_links "$document")
+    done
+}
+
+# Everything that is compiled but the tests and the benchmarks.
+check_tidy() {
+    lock
+    configure release release ON
+    quietly cmake "$root/build/release"
+    unlock
+    sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' "$root/build/release/compile_commands.json" |
+        grep -vE "^$root/(tests|benchmarks|build)/" | sort -u |
+        xargs -P "$(nproc)" -n 4 clang-tidy-14 -p "$root/build/release" --quiet --warnings-as-errors='*' 2> /dev/null ||
+        complain "clang-tidy found these mistakes"
+}
+
+need_packages "${test_packages[@]}" git clang-format-14 clang-tidy-14 shellcheck
+cd "$root"
+[ $# -gt 0 ] || set -- format width shell links tidy
+for check in "$@"; do
+    say "Checking: $check"
+    case $check in
+        format) check_format ;;
+        width) check_width ;;
+        shell) check_shell ;;
+        links) check_links ;;
+        tidy) check_tidy ;;
+        *) complain "There is no check of that name" ;;
+    esac
+done
+exit "$failed"
