@@ -1,4 +1,4 @@
-// dot1x.h: the 802.1X credentials of a service.
+// dot1x.h: the 802.1X settings of a service.
 #pragma once
 
 #include "frame/field.h"
