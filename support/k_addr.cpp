@@ -1,3 +1,4 @@
+// Addresses, prefixes and masks, by inet_pton.
 #include "k_addr.h"
 
 #include <arpa/inet.h>

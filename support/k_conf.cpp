@@ -1,4 +1,4 @@
-// k_conf.cpp: the public face of the differences: what is refused, and under which message.
+// The public face of the differences: what is refused, and under which message.
 #include "k_conf.h"
 
 #include "k_conf_merge.h"

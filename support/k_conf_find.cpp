@@ -1,3 +1,4 @@
+// A value by the dotted path of its names.
 #include <cstring>
 
 #include "k_conf.h"

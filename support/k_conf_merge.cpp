@@ -1,3 +1,4 @@
+// JSON Merge Patches: made, and applied.
 #include "k_conf_merge.h"
 
 namespace kcnvrt::conf {

@@ -1,3 +1,4 @@
+// A JSON Patch, carried out operation by operation.
 #include "k_conf_patch.h"
 #include "k_conf_pointer.h"
 

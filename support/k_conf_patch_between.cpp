@@ -1,3 +1,4 @@
+// The JSON Patch between two documents.
 #include <algorithm>
 
 #include "k_conf_patch.h"
@@ -73,10 +74,11 @@ bool Walk::compare_objects(json_t* base, json_t* candidate) {
     return true;
 }
 
-// Between an unchanged front and an unchanged back, elements are compared in place, and what one array has more is
-// removed or added after them. Arrays of one length are in place throughout: nothing has to be lined up. Nor is any
-// value compared more than twice to line up what is around it: arrays of different lengths differ before their elements
-// do.
+// Three cases. In arrays of one length every element is compared in place. Of a longer candidate, and of a shorter one,
+// the elements that are the same at the front and at the back stay; those between are compared in place, and what is then
+// left of the candidate is added, or of the base removed.
+// No value is compared more than twice to find that front and back: arrays of different lengths inside it are told apart
+// by their lengths alone.
 bool Walk::compare_arrays(json_t* base, json_t* candidate) {
     size_t base_end = json_array_size(base);
     size_t candidate_end = json_array_size(candidate);

@@ -1,3 +1,4 @@
+// JSON Pointers: written, and read.
 #include "k_conf_pointer.h"
 
 #include <algorithm>

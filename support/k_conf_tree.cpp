@@ -1,3 +1,4 @@
+// Copies, extent and equality of trees.
 #include "k_conf_tree.h"
 
 #include <bit>

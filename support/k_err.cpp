@@ -1,4 +1,4 @@
-// k_err.cpp: the messages of a record, and what it keeps besides.
+// The messages of a record, and what it keeps besides.
 #include "k_err.h"
 
 #include <atomic>

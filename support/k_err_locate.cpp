@@ -1,4 +1,4 @@
-// k_err_locate.cpp: finds the objects that messages are placed in, in one walk over the source.
+// Finds the objects that messages are placed in, in one walk over the source.
 #include <charconv>
 #include <cstring>
 

@@ -1,4 +1,4 @@
-// k_err_place.cpp: which place a message has, and the text of a JSON Pointer to it.
+// Which place a message has, and the text of a JSON Pointer to it.
 #include <cstring>
 
 #include "k_err_record.h"

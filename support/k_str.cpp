@@ -1,3 +1,4 @@
+// Hashes, and numbers read strictly.
 #include "k_str.h"
 
 namespace {

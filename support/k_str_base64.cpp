@@ -1,3 +1,4 @@
+// Base64 of texts.
 #include <array>
 #include <cstdint>
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// The string that grows.
 #include <cstdlib>
 #include <cstring>
 

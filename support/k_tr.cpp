@@ -1,3 +1,4 @@
+// Keys of TR-069 instance objects.
 #include "k_tr.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// The engine that runs a table, and the ways of ways.h.
 #include "frame/field.h"
 
 #include <algorithm>

@@ -9,6 +9,8 @@
 
 using namespace kcnvrt;
 
+static_assert(kMaxPlaceholderNumber == K_CNVRT_MAX_INSTANCE, "the bound that callers are told");
+
 int getMaxKey(json_t* object) {
     return max_number(object);
 }

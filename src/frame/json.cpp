@@ -1,3 +1,4 @@
+// What json.h keeps out of line, and members in the order of their names.
 #include "frame/json.h"
 
 #include <charconv>

@@ -17,7 +17,8 @@
 
 namespace kcnvrt {
 
-// Here and below, what Jansson has inline is called instead: dozens of bytes at each of a thousand places.
+// A function of its own, here and below, where Jansson has an inline one: that is dozens of bytes at each of a thousand
+// places.
 void release(json_t* value);
 
 struct Release {
@@ -147,8 +148,8 @@ inline const char* text_of(json_t* object, Key key) {
 // The same with its length, which may be empty for either reason.
 std::string_view view_of(json_t* string);
 
-// The text as the name of a member, which JSON can write but not read when it holds a NUL: it ends before one. An
-// absent name for anything but a string.
+// A string as the name of a member, up to its first NUL: a name with a NUL could be written, but no parser of Jansson's
+// would read it back. An absent name for anything but a string.
 Key name_of(json_t* string);
 
 bool is_text(json_t* value, std::string_view text);

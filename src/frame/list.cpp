@@ -1,3 +1,4 @@
+// Reading and building numbered lists.
 #include "frame/list.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace kcnvrt {
 
 namespace {
 
-// The number that a member name is the decimal text of; 0 for a name under which no number looks its entry up.
+// The number whose entry has this name: its decimal text, and nothing else. 0 for a name that belongs to no number.
 int number_of(std::string_view name) {
     constexpr size_t kLongestName = 10;  // of INT_MAX
     if (name.empty() || name.size() > kLongestName || name[0] == '0') return 0;

@@ -1,18 +1,17 @@
 // list.h: numbered lists, the new layout's list shape.
 //
 // A numbered list is an object whose members "1", "2", ... hold the entries, and "max_instance" an integer. Entries are
-// found by number, whatever "max_instance" says; only whether there are any is asked of it in places (has_instances).
+// found by number, whatever "max_instance" says; a few converters first ask it whether there are any (has_instances).
 #pragma once
 
 #include "field.h"
 #include "json.h"
-#include "k_cnvrt.h"
 #include "report.h"
 
 namespace kcnvrt {
 
 // The bound on numbers in a walk that writes something for every missing number.
-inline constexpr int kMaxPlaceholderNumber = K_CNVRT_MAX_INSTANCE;
+inline constexpr int kMaxPlaceholderNumber = 65535;
 
 // An entry by its number; null when there is none.
 json_t* entry_at(json_t* list, int64_t number);
@@ -80,8 +79,8 @@ private:
     int highest_ = 0;
 };
 
-// The last number of a walk over every number to the highest. Bounded: above kMaxPlaceholderNumber there is none, 0,
-// and the report has failed once.
+// Where a walk over every number from 1 ends: at the highest number. One above kMaxPlaceholderNumber is reported and
+// counted, and the walk ends before it begins: 0.
 int last_of_every_number(int highest, const Report& report, int& failures);
 
 // Every number from 1 to the highest, with its entry, or null for a missing one. Bounded like last_of_every_number;
@@ -125,8 +124,8 @@ private:
     int last_;
 };
 
-// An array as a numbered list, its elements attached as they stand ("max_instance" the count; {"max_instance": 0} for
-// anything but an array), and back: entries appended as they stand, {} for a missing number.
+// An array as a numbered list, its elements carried ("max_instance" the count; {"max_instance": 0} for anything but an
+// array), and back: entries carried, {} for a missing number.
 Json list_of_elements(json_t* array);
 Json elements_of_list(json_t* list, const Report& report, int& failures);
 

@@ -1,3 +1,4 @@
+// Tables run over lists and instances.
 #include "frame/nested.h"
 
 namespace kcnvrt {

@@ -1,3 +1,4 @@
+// Messages into the error record.
 #include "frame/report.h"
 
 #include <cstdarg>

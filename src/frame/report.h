@@ -22,7 +22,6 @@ public:
 
     k_err_t* err() const { return err_; }
     const char* function() const { return function_; }
-    int line() const { return line_; }
 
 private:
     const char* function_;

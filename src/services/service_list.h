@@ -3,7 +3,7 @@
 
 #include "frame/container.h"
 #include "frame/json.h"
-#include "k_cnvrt/services.h"
+#include "k_cnvrt.h"
 
 namespace kcnvrt::service_list {
 
