@@ -24,8 +24,8 @@
  *    conversion would write something is bounded: one with a number above K_CNVRT_MAX_INSTANCE (by getMaxKey) is taken
  *    as empty, reported as "Instance number N is above 65535", and counts 1. Each function says which are bounded.
  * 6. There is no global state but one count of failed allocations (7). Calls on distinct trees may run in parallel,
- *    with a record of their own each. Where a message belongs in the source, k_err_pointer says after the four functions
- *    that convert a whole configuration or one section; who calls a handler by itself calls k_err_locate first.
+ *    with a record of their own each. Where a message belongs in the source, k_err_pointer says: at once after the four
+ *    functions that convert a whole configuration or one section, and after k_err_locate for who calls a handler.
  * 7. Memory that runs out is not reported, except where a message below says so: what could not be stored is missing.
  *    Nothing leaks and nothing crashes. k_err_is_complete is 0 then: ask it before a result is stored for good.
  * 8. A carried value passes whatever its type: nothing about it is checked.

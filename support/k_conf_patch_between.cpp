@@ -74,11 +74,11 @@ bool Walk::compare_objects(json_t* base, json_t* candidate) {
     return true;
 }
 
-// Three cases. In arrays of one length every element is compared in place. Of a longer candidate, and of a shorter one,
-// the elements that are the same at the front and at the back stay; those between are compared in place, and what is then
-// left of the candidate is added, or of the base removed.
-// No value is compared more than twice to find that front and back: arrays of different lengths inside it are told apart
-// by their lengths alone.
+// Three cases. In arrays of one length every element is compared in place. Of a longer candidate, and of a shorter
+// one, the elements that are the same at the front and at the back stay; those between are compared in place, and what
+// is then left of the candidate is added, or of the base removed.
+// No value is compared more than twice to find that front and back: arrays of different lengths inside it are told
+// apart by their lengths alone.
 bool Walk::compare_arrays(json_t* base, json_t* candidate) {
     size_t base_end = json_array_size(base);
     size_t candidate_end = json_array_size(candidate);
