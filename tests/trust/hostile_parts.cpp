@@ -7,8 +7,8 @@
 #include <cstdio>
 
 #include "conversions.h"
-#include "effort.h"
 #include "examples.h"
+#include "sampling.h"
 
 namespace {
 
