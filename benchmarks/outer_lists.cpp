@@ -1,4 +1,3 @@
-// The lists that grow, by their places in each layout.
 #include "outer_lists.h"
 
 namespace kcnvrt::bench {

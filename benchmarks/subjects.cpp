@@ -1,13 +1,12 @@
-// The whole configurations at each scale, and each section of them by name.
 #include "subjects.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
+#include "grown.h"
 #include "k_cnvrt.h"
 #include "k_conf.h"
-#include "scaled_example.h"
 
 namespace kcnvrt::bench {
 
@@ -105,7 +104,7 @@ Json configuration(Layout layout, unsigned scale) {
     const bool is_old = layout == Layout::kOld;
     Json example = read(std::string{KCNVRT_EXAMPLES "/home-gateway."} + (is_old ? "old" : "new") + ".json");
     if (is_old) json_object_set_new(example.get(), "groups", json_loads(kDslGroups, 0, nullptr));
-    return scaled_example(example.get(), layout, scale);
+    return grown(example.get(), layout, scale);
 }
 
 Json Subject::convert() const {

@@ -1,6 +1,8 @@
 // The public face of the differences: what is refused, and under which message.
 #include "k_conf.h"
 
+#include <cstring>
+
 #include "k_conf_merge.h"
 #include "k_conf_patch.h"
 #include "k_conf_pointer.h"
@@ -34,7 +36,7 @@ public:
         PointerWriter index;
         if (index.push(misfit.number - 1)) k_err_place(err_, difference, index.view().data() + 1, index.length() - 1);
         k_err_locate(err_, first, difference);
-        if (misfit.problem == problem::kNoMemory) k_err_no_memory();
+        if (std::strcmp(misfit.problem, problem::kNoMemory) == 0) k_err_no_memory();
     }
 
 private:

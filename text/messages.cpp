@@ -58,20 +58,50 @@ const char* shown_message(const char* message, std::string_view secret, KeptText
 void add_reports(const Source& source, json_t* root, k_text_result_t& result) {
     const k_err_t* const record = result.record.get();
     for (size_t i = 0; i < k_err_count(record); ++i) {
-        const char* const pointer = k_err_pointer(record, i);
-        const std::string_view secret = result.shows_secrets ? std::string_view() : secret_at(root, pointer);
-        const char* const message = shown_message(k_err_message(record, i), secret, result.texts);
+        const char* const message = message_of(record, i, root, result.shows_secrets, result.texts);
         if (message == nullptr) return result.run_out_of_memory();
         const bool is_counted = k_err_is_counted(record, i) != 0;
         result.add({.which = source.which,
                     .severity = is_counted ? K_TEXT_ERROR : K_TEXT_WARNING,
-                    .pointer = pointer,
+                    .pointer = k_err_pointer(record, i),
                     .function = k_err_function(record, i),
                     .message = message});
     }
 }
 
+// Null when memory ends.
+const char* note_of(const TakenOut& taken, KeptTexts& texts) {
+    constexpr const char* kLeftOut = "left out of the partial result";
+    if (taken.why == nullptr) return kLeftOut;
+    Buffer words;
+    const bool is_written = words.append(kLeftOut) && words.append(": ") && words.append(taken.why);
+    return is_written ? texts.keep(words.view()) : nullptr;
+}
+
 }  // namespace
+
+const char* message_of(const k_err_t* record, size_t index, json_t* root, bool shows_secrets, KeptTexts& texts) {
+    const std::string_view secret = shows_secrets ? std::string_view() : secret_at(root, k_err_pointer(record, index));
+    return shown_message(k_err_message(record, index), secret, texts);
+}
+
+void add_notes(const Source& source, const Part& part, k_text_result_t& result) {
+    Problem note;
+    note.which = source.which;
+    note.severity = K_TEXT_NOTE;
+    note.function = "partial";
+    if (!part.converted && part.taken_out.empty()) {
+        note.message = "there is no part that could be converted";
+        return result.add(note);
+    }
+    for (const TakenOut& taken : part.taken_out) {
+        note.pointer = taken.pointer;
+        note.message = note_of(taken, result.texts);
+        if (note.message == nullptr) return result.run_out_of_memory();
+        result.add(note);
+    }
+    find_places(source, result);
+}
 
 void add_messages(const Source& source, json_t* root, const char* printer, k_text_result_t& result) {
     add_printed_lines(source, printer, result);

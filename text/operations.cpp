@@ -8,6 +8,7 @@
 
 #include "json.h"
 #include "messages.h"
+#include "partial.h"
 #include "reader.h"
 #include "request.h"
 #include "source.h"
@@ -17,11 +18,14 @@ namespace kcnvrt::text {
 
 namespace {
 
-using enum Part;
+using enum Takes;
 using enum Shape;
 
 constexpr uint32_t kDslVlan = K_TEXT_DSL_VLAN;
 constexpr uint32_t kMergePatch = K_TEXT_MERGE_PATCH;
+constexpr uint32_t kPartial = K_TEXT_PARTIAL;
+constexpr uint32_t kInText = K_TEXT_IN_TEXT;
+constexpr uint32_t kInOther = K_TEXT_IN_OTHER;
 
 // The trees of a request. A caller whose memory is taken back as a whole spares itself the walk that releasing is.
 struct Trees {
@@ -88,14 +92,14 @@ struct Operation {
 
 // clang-format off
 constexpr Operation kOperations[] = {
-    //                       flags     with a second text
-    //                       |         |            section  second   shape           messages in      answer
-    {K_TEXT_TO_NEW,         {kDslVlan, kMergePatch, kNone,   kMaybe},  kConfiguration, K_TEXT_IN_TEXT,  to_new},
-    {K_TEXT_TO_OLD,         {kDslVlan, 0,           kNone,   kNone},   kConfiguration, K_TEXT_IN_TEXT,  to_old},
-    {K_TEXT_SECTION_TO_NEW, {0,        kMergePatch, kNeeded, kMaybe},  kSection,       K_TEXT_IN_TEXT,  section_to_new},
-    {K_TEXT_SECTION_TO_OLD, {0,        0,           kNeeded, kNone},   kSection,       K_TEXT_IN_TEXT,  section_to_old},
-    {K_TEXT_DIFF,           {0,        kMergePatch, kNone,   kNeeded}, kAnyValue,      K_TEXT_IN_OTHER, diff},
-    {K_TEXT_APPLY,          {0,        0,           kNone,   kNeeded}, kAnyValue,      K_TEXT_IN_OTHER, apply},
+    //                       flags     with a       without a
+    //                       |         second text  second    section  second   shape           messages  answer
+    {K_TEXT_TO_NEW,         {kDslVlan, kMergePatch, kPartial, kNone,   kMaybe},  kConfiguration, kInText,  to_new},
+    {K_TEXT_TO_OLD,         {kDslVlan, 0,           kPartial, kNone,   kNone},   kConfiguration, kInText,  to_old},
+    {K_TEXT_SECTION_TO_NEW, {0,        kMergePatch, kPartial, kNeeded, kMaybe},  kSection,       kInText,  section_to_new},
+    {K_TEXT_SECTION_TO_OLD, {0,        0,           kPartial, kNeeded, kNone},   kSection,       kInText,  section_to_old},
+    {K_TEXT_DIFF,           {0,        kMergePatch, 0,        kNone,   kNeeded}, kAnyValue,      kInOther, diff},
+    {K_TEXT_APPLY,          {0,        0,           0,        kNone,   kNeeded}, kAnyValue,      kInOther, apply},
 };
 // clang-format on
 
@@ -120,6 +124,29 @@ void put_out(const json_t* value, const k_text_request_t& request, k_text_result
     if (!is_written) result.run_out_of_memory();
 }
 
+// What a conversion in part needs to know.
+struct Again {
+    const Operation& operation;
+    const k_text_request_t& request;
+};
+
+json_t* answer_again(const void* context, json_t* tree, k_err_t* record) {
+    const Again& again = *static_cast<const Again*>(context);
+    return again.operation.answer({again.request, tree, nullptr}, record);
+}
+
+// Of a text that is rejected: what can be converted when the rest is taken out, and a note of each such place.
+void answer_in_part(const Again& again, const Source& text, Trees& trees, k_text_result_t& result) {
+    Part part;
+    convert_part({answer_again, &again}, trees.text.get(), result.record.get(), result.shows_secrets, result.texts,
+                 part);
+    trees.converted = std::move(part.converted);
+    if (!part.has_memory) return result.run_out_of_memory();
+    add_notes(text, part, result);
+    const bool has_notes = result.status != K_TEXT_OUT_OF_MEMORY;
+    if (has_notes && trees.converted) put_out(trees.converted.get(), again.request, result);
+}
+
 void answer(const Operation& operation, const k_text_request_t& request, k_text_result_t& result) {
     const Source text = {K_TEXT_IN_TEXT, {request.text, request.text_length}, operation.shape};
     const Source other = {K_TEXT_IN_OTHER, {request.other, request.other_length}, operation.shape};
@@ -142,6 +169,7 @@ void answer(const Operation& operation, const k_text_request_t& request, k_text_
         put_out(trees.converted.get(), request, result);
     } else {
         result.status = K_TEXT_REJECTED;
+        if ((request.flags & K_TEXT_PARTIAL) != 0) answer_in_part({operation, request}, text, trees, result);
     }
 }
 

@@ -18,21 +18,21 @@ const char* check_text(const k_text_request_t& request) {
     return nullptr;
 }
 
-const char* check_section(const k_text_request_t& request, Part part) {
-    if (part == Part::kNeeded && request.section == nullptr) return "the operation needs the name of a section";
-    if (part == Part::kNone && request.section != nullptr) return "the operation takes no name of a section";
+const char* check_section(const k_text_request_t& request, Takes takes) {
+    if (takes == Takes::kNeeded && request.section == nullptr) return "the operation needs the name of a section";
+    if (takes == Takes::kNone && request.section != nullptr) return "the operation takes no name of a section";
     return nullptr;
 }
 
-const char* check_other(const k_text_request_t& request, Part part) {
-    if (part == Part::kNeeded && request.other == nullptr) return "the operation needs a second text";
-    if (part == Part::kNone && request.other != nullptr) return "the operation takes no second text";
+const char* check_other(const k_text_request_t& request, Takes takes) {
+    if (takes == Takes::kNeeded && request.other == nullptr) return "the operation needs a second text";
+    if (takes == Takes::kNone && request.other != nullptr) return "the operation takes no second text";
     return nullptr;
 }
 
 const char* check_flags(const k_text_request_t& request, const Allowed& allowed) {
-    const uint32_t flags =
-        K_TEXT_SHOW_SECRETS | allowed.flags | (request.other != nullptr ? allowed.flags_of_other : 0);
+    const uint32_t flags = K_TEXT_SHOW_SECRETS | allowed.flags |
+                           (request.other != nullptr ? allowed.flags_with_other : allowed.flags_without_other);
     return (request.flags & ~flags) != 0 ? "the operation does not take these flags" : nullptr;
 }
 

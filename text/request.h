@@ -6,13 +6,14 @@
 namespace kcnvrt::text {
 
 // Whether an operation takes a member of a request.
-enum class Part : uint8_t { kNone, kMaybe, kNeeded };
+enum class Takes : uint8_t { kNone, kMaybe, kNeeded };
 
 struct Allowed {
-    uint32_t flags;           // whatever else the request has
-    uint32_t flags_of_other;  // only together with a second text
-    Part section;
-    Part other;
+    uint32_t flags;                // whatever else the request has
+    uint32_t flags_with_other;     // only together with a second text
+    uint32_t flags_without_other;  // only where there is none
+    Takes section;
+    Takes other;
 };
 
 // Copies a request, whose own size says which members it has. Why it makes no sense, null when it does.

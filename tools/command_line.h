@@ -22,6 +22,7 @@ struct Options {
     bool to_old = false;
     bool dsl_vlan = false;
     bool merge_patch = false;
+    bool partial = false;
     bool exit_code = false;
     std::string topic;  // the command that help is asked for
 

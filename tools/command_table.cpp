@@ -80,17 +80,20 @@ constexpr Option kChangeAsMergePatch{"merge-patch", 0, nullptr, Names::kNothing,
                             &kBase};
 constexpr Option kMergePatch{"merge-patch", 0, nullptr,  Names::kNothing, flag<&Options::merge_patch>,
                             "Print it as a JSON Merge Patch, which cannot say null, not as a JSON Patch"};
+constexpr Option kPartial  {"partial",  0,  nullptr,     Names::kNothing, flag<&Options::partial>,
+                            "Write what can be converted of a rejected document; exit with 1", nullptr, &kBase};
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when there is a difference"};
 
 constexpr const Option* kDirections[] = {&kToNew, &kToOld};
 constexpr const Option* kOfToNew[] = {
-    &kBase, &kChangeAsMergePatch, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kBase, &kChangeAsMergePatch, &kPartial, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
+    &kShowSecrets, &kHelp};
 constexpr const Option* kOfToOld[] = {
-    &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kPartial, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSection[] = {
-    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets,
-    &kHelp};
+    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kPartial, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
+    &kShowSecrets, &kHelp};
 constexpr const Option* kOfDiff[] = {
     &kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};

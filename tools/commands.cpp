@@ -35,6 +35,7 @@ uint32_t flags_of(const Options& options) {
     uint32_t flags = 0;
     if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
     if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
+    if (options.partial) flags |= K_TEXT_PARTIAL;
     if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
     return flags;
 }
@@ -102,7 +103,8 @@ std::string_view output_of(const Answer& answer) {
 ExitStatus deliver(const Answer& answer, const Options& options) {
     Messages(options.errors, options.color).print(answer.result.get(), answer.text, answer.other);
     const ExitStatus status = exit_status_of(answer.result.get());
-    if (status == kConverted) write_result(options.output, options.inputs, output_of(answer));
+    if (k_text_output(answer.result.get(), nullptr) != nullptr)
+        write_result(options.output, options.inputs, output_of(answer));
     return status;
 }
 

@@ -1,4 +1,3 @@
-// What libFuzzer calls before the first input.
 #include "start.h"
 
 #include <fcntl.h>

@@ -1,4 +1,3 @@
-// Every step's failures, added up beside the document.
 #include "step_failures.h"
 
 #include "k_cnvrt.h"

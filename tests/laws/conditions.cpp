@@ -1,4 +1,3 @@
-// The conditions, asked one after the other.
 #include "conditions.h"
 
 #include "value_at.h"

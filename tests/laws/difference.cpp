@@ -1,4 +1,3 @@
-// Both documents are walked together, members in the order of the expected one.
 #include "difference.h"
 
 #include <algorithm>

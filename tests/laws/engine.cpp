@@ -1,4 +1,3 @@
-// The engine's functions under their linkage names: watchers see each row, and then the engine runs it.
 #include "engine.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// The losses of single members: values that change or go, and members that come in addition.
 #include "losses.h"
 
 #include <cstring>

@@ -1,4 +1,3 @@
-// Patterns are cut at their separators, and matched from left to right.
 #include "pattern.h"
 
 #include <algorithm>

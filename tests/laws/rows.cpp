@@ -1,4 +1,3 @@
-// Rows are read from their file, and asked what they speak of.
 #include "rows.h"
 
 #include <algorithm>

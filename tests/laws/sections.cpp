@@ -1,4 +1,3 @@
-// The examples taken apart. What makes one section together in the other layout stays together.
 #include "sections.h"
 
 #include <cstdio>

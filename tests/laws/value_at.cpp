@@ -1,4 +1,3 @@
-// Paths are followed name by name.
 #include "value_at.h"
 
 #include <algorithm>

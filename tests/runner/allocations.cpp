@@ -1,4 +1,3 @@
-// Jansson's allocations, counted on their way to malloc and free.
 #include "allocations.h"
 
 #include <jansson.h>

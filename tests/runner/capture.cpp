@@ -1,4 +1,3 @@
-// Standard output is led into a file for the length of a scope.
 #include "capture.h"
 
 #include <sys/mman.h>

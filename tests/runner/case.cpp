@@ -1,4 +1,3 @@
-// Files of cases are read, and the line of each case is found for messages about it.
 #include "case.h"
 
 #include <algorithm>
@@ -6,7 +5,7 @@
 #include <iterator>
 #include <map>
 
-#include "case_defects.h"
+#include "form.h"
 
 namespace {
 

@@ -1,4 +1,3 @@
-// One expectation after the other, each with what is there instead.
 #include "check.h"
 
 #include <gtest/gtest.h>

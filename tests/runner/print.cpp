@@ -1,4 +1,3 @@
-// One line for each thing observed.
 #include "print.h"
 
 #include <cstdio>

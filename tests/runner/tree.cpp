@@ -1,4 +1,3 @@
-// Trees as text, and where two of them differ.
 #include "tree.h"
 
 namespace {

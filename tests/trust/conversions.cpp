@@ -1,4 +1,3 @@
-// The functions of the library with everything that they can be given: flags, bases, names of sections.
 #include "conversions.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// The example of a home gateway, read once.
 #include "examples.h"
 
 #include <cstdio>

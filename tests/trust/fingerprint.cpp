@@ -1,4 +1,3 @@
-// A hash over types, names, values, and the counts of references.
 #include "fingerprint.h"
 
 #include <cstring>

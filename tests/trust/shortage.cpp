@@ -1,4 +1,3 @@
-// Allocations are counted on their way, and those refused that a test has chosen.
 #include "shortage.h"
 
 #include <jansson.h>

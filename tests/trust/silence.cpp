@@ -1,4 +1,3 @@
-// Standard output leads nowhere for the length of a scope.
 #include "silence.h"
 
 #include <fcntl.h>

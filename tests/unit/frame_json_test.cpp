@@ -1,4 +1,3 @@
-// Owned values, reading and storing, and the ranges over members and elements.
 #include "frame/json.h"
 
 #include <climits>

@@ -1,4 +1,3 @@
-// Numbered lists: how they are built, walked, and turned into arrays and back.
 #include "frame/list.h"
 
 #include <climits>

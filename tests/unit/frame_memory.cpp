@@ -1,4 +1,3 @@
-// The allocations of the objects under test, of which one is refused.
 #include "frame_memory.h"
 
 #include <cstdint>

@@ -1,4 +1,3 @@
-// A port list while memory runs out.
 #include <string>
 
 #include "frame_memory.h"

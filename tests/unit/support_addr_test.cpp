@@ -1,4 +1,3 @@
-// Addresses, masks and prefixes.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,3 @@
-// A difference applied to its base: each operation, and what cannot be applied.
 #include "support_json.h"
 
 namespace {

@@ -1,4 +1,3 @@
-// Branches of a configuration, and the difference between two of them.
 #include <utility>
 
 #include "support_json.h"

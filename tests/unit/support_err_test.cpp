@@ -1,4 +1,3 @@
-// The error record: what is added, counted, and read again.
 #include <gtest/gtest.h>
 
 #include <cstdarg>

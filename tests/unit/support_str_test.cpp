@@ -1,4 +1,3 @@
-// Hashing, base64, strict numbers, and texts that grow.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,4 +1,3 @@
-// Instance numbers as names.
 #include <gtest/gtest.h>
 
 #include <string>

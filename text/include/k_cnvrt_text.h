@@ -32,15 +32,16 @@ extern "C" {
 /* What is asked: the operation of a request. Each says what it takes besides a text and an indent. */
 enum {
     /* The old configuration `text` in the new layout. With the base `other`, a configuration in the new layout, what
-     * has to change in it instead, whatever failed on the way. Takes K_TEXT_DSL_VLAN; with a base K_TEXT_MERGE_PATCH.
-     * */
+     * has to change in it instead, whatever failed on the way. Takes K_TEXT_DSL_VLAN; with a base K_TEXT_MERGE_PATCH,
+     * without one K_TEXT_PARTIAL. */
     K_TEXT_TO_NEW = 1,
-    /* The new configuration `text` in the old layout. Takes K_TEXT_DSL_VLAN. */
+    /* The new configuration `text` in the old layout. Takes K_TEXT_DSL_VLAN and K_TEXT_PARTIAL. */
     K_TEXT_TO_OLD = 2,
     /* `section`, a name of K_TEXT_NEW_SECTIONS, from `text`, the section in the old layout. With the base `other`, the
-     * section in the new layout, what has to change in it. Takes, with a base, K_TEXT_MERGE_PATCH. */
+     * section in the new layout, what has to change in it. Takes, with a base, K_TEXT_MERGE_PATCH; without one
+     * K_TEXT_PARTIAL. */
     K_TEXT_SECTION_TO_NEW = 3,
-    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout. */
+    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout. Takes K_TEXT_PARTIAL. */
     K_TEXT_SECTION_TO_OLD = 4,
     /* What has to change in `text` to make it equal to `other`; both are any JSON values. Takes K_TEXT_MERGE_PATCH. */
     K_TEXT_DIFF = 5,
@@ -52,7 +53,8 @@ enum {
 enum {
     K_TEXT_DSL_VLAN = 1u << 0,    /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
     K_TEXT_MERGE_PATCH = 1u << 1, /* a difference is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902) */
-    K_TEXT_SHOW_SECRETS = 1u << 2 /* of every operation: nothing is masked */
+    K_TEXT_SHOW_SECRETS = 1u << 2, /* of every operation: nothing is masked */
+    K_TEXT_PARTIAL = 1u << 3       /* of a rejected text, what can be converted of it: see K_TEXT_REJECTED */
 };
 
 /* Values of `indent`: 0 (one line, with blanks) to K_TEXT_DEEPEST_INDENT blanks a level, or no white space at all. */
@@ -72,7 +74,13 @@ typedef struct {
     size_t other_length;
 } k_text_request_t;
 
-/* How a request ended. */
+/*
+ * How a request ended.
+ *
+ * A text that is rejected has no output, but with K_TEXT_PARTIAL: then the members and elements that its errors point
+ * to are taken out, and the rest is converted, and so on until that passes. What was taken out is noted, each place by a
+ * problem of the function "partial"; where nothing is left to take out, there is no output.
+ */
 enum {
     K_TEXT_CONVERTED = 0,    /* there is an output, though there may be problems */
     K_TEXT_REJECTED = 1,     /* the text can be read, but not be converted: the problems say why */
@@ -106,7 +114,7 @@ typedef struct {
     size_t column;       /* from 1, in Unicode code points; a tab is one */
     const char *pointer; /* the place as a JSON Pointer (RFC 6901), "" for the whole text; null where there is none */
     uint32_t severity;   /* K_TEXT_ERROR, ... */
-    const char *function; /* who says so: a function of the library, or "parse", "usage", "diagnostic" */
+    const char *function; /* who says so: a function of the library, or "parse", "partial", "usage", "diagnostic" */
     const char *message;  /* on one line or several, without a line break at its end */
 } k_text_problem_t;
 

@@ -1,4 +1,3 @@
-/* functions.h: every exported function, called from C. */
 #ifndef FUNCTIONS_H
 #define FUNCTIONS_H
 

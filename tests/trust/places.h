@@ -1,4 +1,4 @@
-// replacements.h: every place in a tree where a value stands, for putting another one there.
+// places.h: every place in a tree where a value stands, for putting another one there.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
-// Trees are walked for their places, and values exchanged there.
-#include "replacements.h"
+#include "places.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,5 +1,4 @@
-// Values are told apart by their addresses: what the source holds as well is shared.
-#include "unshared_nodes.h"
+#include "own_nodes.h"
 
 #include <unordered_set>
 
@@ -38,32 +37,32 @@ size_t allocations_of(json_t* value) {
     }
 }
 
-void count(json_t* value, Nodes& known, UnsharedNodes& unshared) {
+void count(json_t* value, Nodes& known, OwnNodes& own) {
     if (!known.insert(value).second) return;
-    ++unshared.nodes;
-    unshared.allocations += allocations_of(value);
-    for (const auto [name, member] : members(value)) count(member, known, unshared);
-    for (const auto [number, element] : elements(value)) count(element, known, unshared);
+    ++own.nodes;
+    own.allocations += allocations_of(value);
+    for (const auto [name, member] : members(value)) count(member, known, own);
+    for (const auto [number, element] : elements(value)) count(element, known, own);
 }
 
-void mark(json_t* value, const Nodes& known, std::vector<bool>& is_unshared) {
-    is_unshared.push_back(!known.contains(value));
-    if (!is_unshared.back()) return;
-    for (const auto [name, member] : members(value)) mark(member, known, is_unshared);
-    for (const auto [number, element] : elements(value)) mark(element, known, is_unshared);
+void mark(json_t* value, const Nodes& known, std::vector<bool>& is_own) {
+    is_own.push_back(!known.contains(value));
+    if (!is_own.back()) return;
+    for (const auto [name, member] : members(value)) mark(member, known, is_own);
+    for (const auto [number, element] : elements(value)) mark(element, known, is_own);
 }
 
-Json remake(json_t* value, std::vector<bool>::const_iterator& is_unshared) {
-    if (!*is_unshared++) return share(value);
+Json remake(json_t* value, std::vector<bool>::const_iterator& is_own) {
+    if (!*is_own++) return share(value);
     switch (json_typeof(value)) {
         case JSON_OBJECT: {
             Json made = object();
-            for (const auto [name, member] : members(value)) set(made.get(), name, remake(member, is_unshared));
+            for (const auto [name, member] : members(value)) set(made.get(), name, remake(member, is_own));
             return made;
         }
         case JSON_ARRAY: {
             Json made = array();
-            for (const auto [number, element] : elements(value)) append(made.get(), remake(element, is_unshared));
+            for (const auto [number, element] : elements(value)) append(made.get(), remake(element, is_own));
             return made;
         }
         case JSON_STRING:
@@ -79,23 +78,23 @@ Json remake(json_t* value, std::vector<bool>::const_iterator& is_unshared) {
 
 }  // namespace
 
-UnsharedNodes unshared_nodes(json_t* result, json_t* source) {
+OwnNodes own_nodes(json_t* result, json_t* source) {
     Nodes known;
     collect(source, known);
-    UnsharedNodes unshared;
-    count(result, known, unshared);
-    return unshared;
+    OwnNodes own;
+    count(result, known, own);
+    return own;
 }
 
 Remaker::Remaker(json_t* result, json_t* source) : result_{result} {
     Nodes known;
     collect(source, known);
-    mark(result, known, is_unshared_);
+    mark(result, known, is_own_);
 }
 
 Json Remaker::operator()() const {
-    auto is_unshared = is_unshared_.begin();
-    return remake(result_, is_unshared);
+    auto is_own = is_own_.begin();
+    return remake(result_, is_own);
 }
 
 }  // namespace kcnvrt::bench

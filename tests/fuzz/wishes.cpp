@@ -1,5 +1,4 @@
-// The look-ups of the library, heard by way of the linker while a source is converted.
-#include "lookups.h"
+#include "wishes.h"
 
 #include <cstring>
 #include <string_view>
@@ -19,24 +18,24 @@ public:
     Listener& operator=(const Listener&) = delete;
 
     static inline Listener* current = nullptr;
-    Lookups lookups;
+    Wishes wishes;
 
     void hear_member(const json_t* object, std::string_view name) {
         if (is_new(object, "." + std::string{name}))
-            lookups.members.push_back({const_cast<json_t*>(object), std::string{name}});
+            wishes.members.push_back({const_cast<json_t*>(object), std::string{name}});
     }
 
     void hear_walk(const json_t* container) {
-        if (is_new(container, "")) lookups.walked.push_back(const_cast<json_t*>(container));
+        if (is_new(container, "")) wishes.walked.push_back(const_cast<json_t*>(container));
     }
 
 private:
     // Of the source, that is; results are looked into as well.
     bool is_new(const json_t* container, const std::string& what) {
         if (!containers_.contains(container)) return false;
-        std::string lookup(sizeof container, '\0');
-        std::memcpy(lookup.data(), &container, sizeof container);
-        return heard_.insert(lookup + what).second;
+        std::string wish(sizeof container, '\0');
+        std::memcpy(wish.data(), &container, sizeof container);
+        return heard_.insert(wish + what).second;
     }
 
     void add_containers(json_t* tree) {
@@ -52,10 +51,10 @@ private:
 
 }  // namespace
 
-Lookups lookups_of(json_t* source, const Trial& trial) {
+Wishes wishes_of(json_t* source, const Trial& trial) {
     Listener listener{source};
     trial(source);
-    return std::move(listener.lookups);
+    return std::move(listener.wishes);
 }
 
 // Where the linker leads the look-ups to.

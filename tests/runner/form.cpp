@@ -1,9 +1,8 @@
-// The members of a case, compared with what its kind of function takes.
-#include "case_defects.h"
+#include "form.h"
 
 #include <algorithm>
 
-#include "function_kinds.h"
+#include "kind.h"
 
 namespace {
 

@@ -1,5 +1,4 @@
-// Samples by what is asked for in the environment, and by how the tests were compiled.
-#include "sampling.h"
+#include "effort.h"
 
 #include <algorithm>
 #include <cstdlib>

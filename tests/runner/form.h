@@ -1,4 +1,4 @@
-// case_defects.h: whether a case is written as cases are.
+// form.h: whether a case is written as cases are.
 #pragma once
 
 #include <jansson.h>

@@ -1,5 +1,4 @@
-// One kind after the other: how its functions are called, which they are, and what their cases say.
-#include "function_kinds.h"
+#include "kind.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-// sampling.h: how much of the larger walks is visited.
+// effort.h: how much of the larger walks is visited.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,4 @@
-// Lists grow by copies of their entries. Names are made distinct, and follow where one entry names another.
-#include "scaled_example.h"
+#include "grown.h"
 
 #include <algorithm>
 #include <set>
@@ -171,7 +170,7 @@ private:
 
 }  // namespace
 
-Json scaled_example(json_t* example, Layout layout, unsigned scale) {
+Json grown(json_t* example, Layout layout, unsigned scale) {
     Json root = deep_copy(example);
     const InterfaceNames names{example, layout};
     for (const OuterList& row : outer_lists(layout)) GrowingLists{root.get(), row}.grow(names, scale);

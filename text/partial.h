@@ -1,0 +1,34 @@
+// partial.h: what can be converted of a document that is rejected.
+#pragma once
+
+#include "json.h"
+#include "list.h"
+#include "result.h"
+
+namespace kcnvrt::text {
+
+// Converts a tree, as often as it is asked to.
+struct Conversion {
+    json_t* (*convert)(const void* context, json_t* tree, k_err_t* record);
+    const void* context;
+};
+
+// A member or an element that was taken out of a document.
+struct TakenOut {
+    const char* pointer;  // into the document as it was
+    const char* why;      // the message that asked for it, null where it is one of the document itself
+};
+
+// What came of it: a tree, or null when nothing was left to take out, or memory ended.
+struct Part {
+    Json converted;
+    List<TakenOut> taken_out;
+    bool has_memory = true;
+};
+
+// Takes out of `tree` what the counted messages of `record` point to, which tell why the tree was rejected, converts what
+// is left, and goes on so until that passes. Texts are kept in `texts`.
+void convert_part(const Conversion& conversion, json_t* tree, const k_err_t* record, bool shows_secrets,
+                  KeptTexts& texts, Part& part);
+
+}  // namespace kcnvrt::text
