@@ -6,8 +6,8 @@
 #include <cstdlib>
 
 #include "deep_copy.h"
-#include "own_nodes.h"
 #include "subjects.h"
+#include "unshared_nodes.h"
 
 using namespace kcnvrt;
 using namespace kcnvrt::bench;

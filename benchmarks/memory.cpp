@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "own_nodes.h"
 #include "subjects.h"
+#include "unshared_nodes.h"
 
 using namespace kcnvrt;
 using namespace kcnvrt::bench;
@@ -65,10 +65,10 @@ int main(int argc, char** argv) {
         heap.peak = heap.bytes;
         const Json result = subject.convert();
         const Heap after = heap;
-        const OwnNodes own = own_nodes(result.get(), subject.source);
+        const UnsharedNodes unshared = unshared_nodes(result.get(), subject.source);
         const size_t allocations = after.allocations - before.allocations;
-        std::printf("%-44s %11zu %11zu %6.3f %11zu %11zu\n", subject.label.c_str(), allocations, own.allocations,
-                    static_cast<double>(allocations) / static_cast<double>(own.allocations), after.bytes - before.bytes,
-                    after.peak - after.bytes);
+        std::printf("%-44s %11zu %11zu %6.3f %11zu %11zu\n", subject.label.c_str(), allocations, unshared.allocations,
+                    static_cast<double>(allocations) / static_cast<double>(unshared.allocations),
+                    after.bytes - before.bytes, after.peak - after.bytes);
     }
 }

@@ -1,3 +1,4 @@
+// The lists that grow, by their places in each layout.
 #include "outer_lists.h"
 
 namespace kcnvrt::bench {

@@ -1,3 +1,4 @@
+// A process is started, waited for, and asked for its CPU time.
 #include "process.h"
 
 #include <fcntl.h>

@@ -1,12 +1,13 @@
+// The whole configurations at each scale, and each section of them by name.
 #include "subjects.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
-#include "grown.h"
 #include "k_cnvrt.h"
 #include "k_conf.h"
+#include "scaled_example.h"
 
 namespace kcnvrt::bench {
 
@@ -104,7 +105,7 @@ Json configuration(Layout layout, unsigned scale) {
     const bool is_old = layout == Layout::kOld;
     Json example = read(std::string{KCNVRT_EXAMPLES "/home-gateway."} + (is_old ? "old" : "new") + ".json");
     if (is_old) json_object_set_new(example.get(), "groups", json_loads(kDslGroups, 0, nullptr));
-    return grown(example.get(), layout, scale);
+    return scaled_example(example.get(), layout, scale);
 }
 
 Json Subject::convert() const {

@@ -8,6 +8,7 @@
 
 #include "arguments.h"
 #include "help.h"
+#include "out_of_memory.h"
 #include "output.h"
 
 namespace kcnvrt {
@@ -34,10 +35,7 @@ ExitStatus read_and_run(int argc, char** argv, Options& options) {
     return request.command == nullptr ? answer_without_command() : request.command->run(options);
 }
 
-}  // namespace
-
-ExitStatus run_command_line(int argc, char** argv) {
-    Options options;
+ExitStatus run_and_report(int argc, char** argv, Options& options) {
     try {
         return read_and_run(argc, argv, options);
     } catch (const ClosedPipe&) {
@@ -45,8 +43,17 @@ ExitStatus run_command_line(int argc, char** argv) {
     } catch (const Failure& failure) {
         Messages(options.errors, options.color).print(failure.source, failure.function, failure.message);
         return failure.status;
+    }
+}
+
+}  // namespace
+
+ExitStatus run_command_line(int argc, char** argv) {
+    Options options;
+    try {
+        return run_and_report(argc, argv, options);
     } catch (const std::bad_alloc&) {
-        Messages(options.errors, options.color).print("kcnvrt", "memory", "out of memory");
+        print_out_of_memory(options.errors);
         return kUnusableFile;
     }
 }

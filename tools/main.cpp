@@ -7,6 +7,7 @@
 
 #include "arena.h"
 #include "command_line.h"
+#include "out_of_memory.h"
 #include "passing_file.h"
 
 namespace {
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     kcnvrt::PassingFile::remove_on_ending_signals();
+    kcnvrt::end_well_without_exceptions();
     kcnvrt::install_arenas();
     return kcnvrt::run_command_line(argc, argv);
 }

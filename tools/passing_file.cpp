@@ -96,11 +96,14 @@ void PassingFile::forget() {
     path_.clear();
 }
 
-// The handler: it calls nothing but what a handler may call. It keeps the list, so that no thread makes another file.
-// The signal, which is blocked while it is handled, ends the process when the handler returns.
-void PassingFile::remove_all_and_end(int signal) {
+void PassingFile::remove_all() {
     take_list();
     for (const PassingFile* file = first_of_list; file != nullptr; file = file->next_) unlink(file->path_.c_str());
+}
+
+// The signal, which is blocked while it is handled, ends the process when the handler returns.
+void PassingFile::remove_all_and_end(int signal) {
+    remove_all();
     raise(signal);
 }
 

@@ -1,3 +1,4 @@
+// A place and a change to it, both chosen by the bytes of the fuzzer.
 #include "edits.h"
 
 #include <string>

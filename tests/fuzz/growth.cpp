@@ -1,3 +1,4 @@
+// Rounds of growth: a trial conversion tells what is asked for, and some of that is put there.
 #include "growth.h"
 
 #include <algorithm>
@@ -162,31 +163,31 @@ void store(json_t* object, std::string_view name, Tree value) {
 
 class Round {
 public:
-    Round(json_t* source, const Trial& trial) : wishes_{wishes_of(source, trial)} {}
+    Round(json_t* source, const Trial& trial) : lookups_{lookups_of(source, trial)} {}
 
-    size_t choices() const { return wishes_.members.size() + wishes_.walked.size(); }
+    size_t choices() const { return lookups_.members.size() + lookups_.walked.size(); }
 
-    void fulfil_one(Bytes& bytes) {
+    void answer_one(Bytes& bytes) {
         const size_t which = bytes.below(std::min<size_t>(choices(), 65536));
-        if (which < wishes_.members.size())
-            give(wishes_.members[which], some_value(bytes));
+        if (which < lookups_.members.size())
+            give(lookups_.members[which], some_value(bytes));
         else
-            lengthen(wishes_.walked[which - wishes_.members.size()], bytes);
+            lengthen(lookups_.walked[which - lookups_.members.size()], bytes);
     }
 
     // One in `rarity` members that are missing, and of the containers.
-    void fulfil_many(Bytes& bytes) {
+    void answer_many(Bytes& bytes) {
         const size_t rarity = 1 + bytes.below(8);
         Chance chance{bytes.next_pair()};
-        for (const Wish& wish : wishes_.members)
-            if (member(wish) == nullptr && chance.below(rarity) == 0) give(wish, some_value(chance));
-        for (json_t* container : wishes_.walked)
+        for (const Lookup& lookup : lookups_.members)
+            if (member(lookup) == nullptr && chance.below(rarity) == 0) give(lookup, some_value(chance));
+        for (json_t* container : lookups_.walked)
             if (chance.below(rarity) == 0) lengthen(container, chance);
     }
 
 private:
-    static json_t* member(const Wish& wish) {
-        return json_object_getn(wish.object, wish.name.data(), wish.name.size());
+    static json_t* member(const Lookup& lookup) {
+        return json_object_getn(lookup.object, lookup.name.data(), lookup.name.size());
     }
 
     template <class Choice>
@@ -197,14 +198,14 @@ private:
             give({container, some_name(choice)}, some_value(choice));
     }
 
-    void give(const Wish& wish, Tree value) {
-        replaced_.emplace_back(json_incref(member(wish)));
-        store(wish.object, wish.name, std::move(value));
+    void give(const Lookup& lookup, Tree value) {
+        replaced_.emplace_back(json_incref(member(lookup)));
+        store(lookup.object, lookup.name, std::move(value));
     }
 
-    // Wishes may lie in what a step has cut off: it lives to the end of the round.
+    // Looked-up members may lie in what a step has cut off: it lives to the end of the round.
     std::vector<Tree> replaced_;
-    Wishes wishes_;
+    Lookups lookups_;
 };
 
 size_t count_of_nodes(json_t* tree) {
@@ -225,9 +226,9 @@ void grow_once(json_t* source, Bytes& bytes, const Trial& trial) {
         const uint8_t kind = bytes.next() % 8;
         if (kind == kEndOfRound) return;
         if (kind == kMany)
-            round.fulfil_many(bytes);
+            round.answer_many(bytes);
         else
-            round.fulfil_one(bytes);
+            round.answer_one(bytes);
     }
 }
 

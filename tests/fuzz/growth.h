@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bytes.h"
-#include "wishes.h"
+#include "lookups.h"
 
 // Lets the source grow round by round: a trial tells which members are asked for, and the bytes say which of them come
 // to be, or become something else, and as what. Ends with the bytes.

@@ -1,3 +1,4 @@
+// Conversions are repeated, and compared with one another and with what they left of their sources.
 #include "properties.h"
 
 #include <cstdio>

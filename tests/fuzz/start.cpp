@@ -1,3 +1,4 @@
+// What libFuzzer calls before the first input.
 #include "start.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// Every step's failures, added up beside the document.
 #include "step_failures.h"
 
 #include "k_cnvrt.h"

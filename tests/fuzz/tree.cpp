@@ -1,3 +1,4 @@
+// Trees as text, in full and by way of JSON, and how deep they are.
 #include "tree.h"
 
 #include <algorithm>

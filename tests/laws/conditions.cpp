@@ -1,3 +1,4 @@
+// The conditions, asked one after the other.
 #include "conditions.h"
 
 #include "value_at.h"

@@ -1,3 +1,4 @@
+// Both documents are walked together, members in the order of the expected one.
 #include "difference.h"
 
 #include <algorithm>

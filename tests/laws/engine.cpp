@@ -1,3 +1,4 @@
+// The engine's functions under their linkage names: watchers see each row, and then the engine runs it.
 #include "engine.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Every kind of value of an example, made anew by chance within what values.json says.
 #include "generator.h"
 
 #include <algorithm>

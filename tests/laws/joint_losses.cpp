@@ -1,3 +1,4 @@
+// The losses that bring places together, one function each, found by their names in losses.json.
 #include "joint_losses.h"
 
 #include <algorithm>

@@ -9,10 +9,10 @@
 #include <cstdio>
 
 #include "difference.h"
-#include "effort.h"
 #include "generator.h"
 #include "k_cnvrt.h"
 #include "losses.h"
+#include "sampling.h"
 #include "sections.h"
 #include "silence.h"
 #include "table_visits.h"

@@ -1,3 +1,4 @@
+// The losses of single members: values that change or go, and members that come in addition.
 #include "losses.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// Patterns are cut at their separators, and matched from left to right.
 #include "pattern.h"
 
 #include <algorithm>

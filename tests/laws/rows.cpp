@@ -1,3 +1,4 @@
+// Rows are read from their file, and asked what they speak of.
 #include "rows.h"
 
 #include <algorithm>

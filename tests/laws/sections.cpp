@@ -1,3 +1,4 @@
+// The examples taken apart. What makes one section together in the other layout stays together.
 #include "sections.h"
 
 #include <cstdio>

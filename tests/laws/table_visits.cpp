@@ -1,3 +1,4 @@
+// Rows are known by the table that holds them and their number in it.
 #include "table_visits.h"
 
 void TableVisits::see(const RowRun& run) {

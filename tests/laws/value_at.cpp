@@ -1,3 +1,4 @@
+// Paths are followed name by name.
 #include "value_at.h"
 
 #include <algorithm>

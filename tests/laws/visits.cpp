@@ -1,3 +1,4 @@
+// What one set of visits lacks of another.
 #include "visits.h"
 
 std::vector<std::string> Visits::missing_of(const Visits& other) const {

@@ -1,3 +1,4 @@
+// Words are told by their pairs of ways, and the document's objects by their addresses.
 #include "word_places.h"
 
 #include <algorithm>

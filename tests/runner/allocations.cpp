@@ -1,3 +1,4 @@
+// Jansson's allocations, counted on their way to malloc and free.
 #include "allocations.h"
 
 #include <jansson.h>

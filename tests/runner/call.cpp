@@ -1,11 +1,12 @@
+// A function is called with copies of what its case says, and everything that a caller sees is noted.
 #include "call.h"
 
 #include <memory>
 
 #include "allocations.h"
 #include "capture.h"
+#include "function_kinds.h"
 #include "k_err.h"
-#include "kind.h"
 
 namespace {
 

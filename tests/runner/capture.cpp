@@ -1,3 +1,4 @@
+// Standard output is led into a file for the length of a scope.
 #include "capture.h"
 
 #include <sys/mman.h>

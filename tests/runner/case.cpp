@@ -1,3 +1,4 @@
+// Files of cases are read, and the line of each case is found for messages about it.
 #include "case.h"
 
 #include <algorithm>
@@ -5,7 +6,7 @@
 #include <iterator>
 #include <map>
 
-#include "form.h"
+#include "case_defects.h"
 
 namespace {
 

@@ -1,3 +1,4 @@
+// One expectation after the other, each with what is there instead.
 #include "check.h"
 
 #include <gtest/gtest.h>

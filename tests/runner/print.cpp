@@ -1,3 +1,4 @@
+// One line for each thing observed.
 #include "print.h"
 
 #include <cstdio>

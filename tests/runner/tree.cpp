@@ -1,3 +1,4 @@
+// Trees as text, and where two of them differ.
 #include "tree.h"
 
 namespace {

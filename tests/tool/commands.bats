@@ -125,6 +125,8 @@ load setup
     equal "${lines[2]}" '        "name": "wan1",'
     kcnvrt 0 section wan_pvid --to-new --indent 1 old.json
     equal "${lines[2]}" '  "name": "wan1",'
+    kcnvrt 0 section wan_pvid --to-new --indent 31 old.json
+    equal "${lines[1]}" "$(printf '%31s' '')\"1\": {"
     kcnvrt 0 section wan_pvid --to-new --indent 0 old.json
     equal "$output" '{"1": {"name": "wan1", "pvid": 1}, "max_instance": 1}'
     kcnvrt 0 --compact section wan_pvid --to-new old.json

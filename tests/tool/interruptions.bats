@@ -33,6 +33,7 @@ at_every_call() {
     ended_by() { # SIGNAL BEFORE
         at_every_call "$1" $((128 + $(kill -l "$1"))) "$2" no_passing_file
         contains "$met" " before before"
+        contains "$met" " after"
     }
     for signal in HUP INT QUIT TERM ALRM XCPU; do ended_by "$signal" old; done
     ended_by TERM missing
@@ -58,5 +59,6 @@ no_passing_file() { equal "$(ls -d .kcnvrt-* 2> ../messages)" ""; }
     for before in old missing; do
         at_every_call power-cut 137 "$before" rm -f .kcnvrt-*
         contains "$met" " before before"
+        contains "$met" " after"
     done
 }

@@ -32,6 +32,27 @@ load setup
     equal "$stderr" '{"file": "café '$'\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd'' \"\n", "line": null, "column": null, "pointer": null, "severity": "error", "function": "read", "message": "No such file or directory"}'
 }
 
+@test "--errors json replaces every byte that is not UTF-8" {
+    named() { # BYTES EXPECTED
+        kcnvrt 3 to-new --errors json "$1"
+        contains "$stderr" "{\"file\": \"$2\", "
+    }
+    local no=$'\xef\xbf\xbd'
+    named $'\xf4\x8f\xbf\xbf' $'\xf4\x8f\xbf\xbf'
+    named $'\xf4\x90\x80\x80' "$no$no$no$no"
+    named $'\xf5\x80\x80\x80' "$no$no$no$no"
+    named $'\xf0\x8f\xbf\xbf' "$no$no$no$no"
+    named $'\xc1\xbf' "$no$no"
+    named $'\xe2\x82' "$no$no"
+}
+
+@test "a control character in a file's name is shown, and not sent to the terminal" {
+    kcnvrt 3 to-new $'delete\x7fescape\x1b'
+    equal "$stderr" 'delete\u007fescape\u001b: error: No such file or directory [read]'
+    kcnvrt 3 to-new --errors json $'delete\x7fescape\x1b'
+    contains "$stderr" '{"file": "delete\u007fescape\u001b", '
+}
+
 @test "a line break in a file's name stays on the line" {
     kcnvrt 3 to-new $'two\nlines'
     equal "$stderr" 'two\nlines: error: No such file or directory [read]'

@@ -59,6 +59,23 @@ load setup
     equal "$(cat folder/fresh.json)" "$result"
 }
 
+@test "a chain of links is followed as far as the system follows it" {
+    document
+    chain() { # LENGTH
+        write end old
+        ln -sf end 1
+        for link in $(seq 2 "$1"); do ln -sf $((link - 1)) "$link"; done
+    }
+    chain 40
+    convert 0 old.json -o 40
+    equal "$(cat end)" "$result"
+    for link in $(seq 2 40); do equal "$(readlink "$link")" $((link - 1)); done
+    chain 41
+    convert 3 old.json -o 41
+    equal "$stderr" "41: error: Too many levels of symbolic links [write]"
+    equal "$(cat end)" old
+}
+
 @test "a link that leads to itself cannot be written" {
     document
     ln -s round round
@@ -76,6 +93,17 @@ load setup
     kcnvrt 2 section wan_pvid object.json -o new.json
     equal "$(cat new.json)" old
     only_files new.json object.json patch.json
+}
+
+@test "a result that cannot be written as JSON leaves the old file alone" {
+    write document.json '{"looping": null}'
+    write new.json old
+    talkative 3 to-new document.json -o new.json
+    equal "${#stderr_lines[@]}" 1
+    equal "$(cat new.json)" old
+    only_files document.json new.json
+    talkative 3 to-new document.json
+    equal "$output" ""
 }
 
 @test "a write that fails half-way leaves the old file alone" {

@@ -87,3 +87,9 @@ fails_with() { # RULES MESSAGE
     equal "$(cat ../messages)" "disk/new.json: error: No space left on device [write]"
     equal "$(cat ../seen)" $'3\nold\nnew.json'
 }
+
+@test "without a file in memory the diagnostics of a check go to standard error" {
+    run --separate-stderr -1 env LD_PRELOAD="$SHIM_LIBRARY" SHIM=memfd=ENOSYS "$TALKATIVE_KCNVRT" self-check
+    equal "$output" ""
+    equal "$stderr" 'old_config_handler_table, name "vlan" is duplicate!'
+}

@@ -8,12 +8,12 @@
 #include <cstdio>
 
 #include "conversions.h"
-#include "effort.h"
 #include "examples.h"
 #include "fingerprint.h"
 #include "k_cnvrt.h"
 #include "k_conf.h"
-#include "places.h"
+#include "replacements.h"
+#include "sampling.h"
 #include "shortage.h"
 #include "silence.h"
 

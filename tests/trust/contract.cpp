@@ -1,3 +1,4 @@
+// The contract, asserted: source, result and record are compared before and after.
 #include "contract.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The functions of the library with everything that they can be given: flags, bases, names of sections.
 #include "conversions.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The example of a home gateway, read once.
 #include "examples.h"
 
 #include <cstdio>

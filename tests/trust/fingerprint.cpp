@@ -1,3 +1,4 @@
+// A hash over types, names, values, and the counts of references.
 #include "fingerprint.h"
 
 #include <cstring>

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "contract.h"
-#include "places.h"
+#include "replacements.h"
 
 // A small document: one section of an example, or one interface or service of it, at its place.
 struct Part {

@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <set>
 
-#include "effort.h"
 #include "hostile.h"
 #include "k_cnvrt.h"
+#include "sampling.h"
 
 namespace {
 

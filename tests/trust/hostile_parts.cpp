@@ -1,3 +1,4 @@
+// The examples cut into small documents, and the worst that each kind of forged document cost.
 #include "hostile.h"
 
 #include <gtest/gtest.h>
@@ -6,8 +7,8 @@
 #include <cstdio>
 
 #include "conversions.h"
-#include "effort.h"
 #include "examples.h"
+#include "sampling.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "effort.h"
 #include "examples.h"
 #include "hostile.h"
+#include "sampling.h"
 
 namespace {
 

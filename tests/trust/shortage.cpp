@@ -1,3 +1,4 @@
+// Allocations are counted on their way, and those refused that a test has chosen.
 #include "shortage.h"
 
 #include <jansson.h>

@@ -1,3 +1,4 @@
+// Standard output leads nowhere for the length of a scope.
 #include "silence.h"
 
 #include <fcntl.h>

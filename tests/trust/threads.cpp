@@ -7,9 +7,9 @@
 #include <thread>
 
 #include "conversions.h"
-#include "effort.h"
 #include "examples.h"
 #include "k_conf.h"
+#include "sampling.h"
 #include "silence.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// The tables of sections: what makes one unsound, the lookup by name, and the names themselves.
 #include "document/sections.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// Tables of fields, the engine that runs them, the exported helpers, and reports.
 #include "frame/field.h"
 
 #include <array>

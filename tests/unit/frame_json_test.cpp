@@ -1,3 +1,4 @@
+// Owned values, reading and storing, and the ranges over members and elements.
 #include "frame/json.h"
 
 #include <climits>

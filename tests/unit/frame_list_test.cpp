@@ -1,3 +1,4 @@
+// Numbered lists: how they are built, walked, and turned into arrays and back.
 #include "frame/list.h"
 
 #include <climits>

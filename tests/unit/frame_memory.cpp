@@ -1,3 +1,4 @@
+// The allocations of the objects under test, of which one is refused.
 #include "frame_memory.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Tables of names and numbers: both directions, soundness, and the lists in messages.
 #include "frame/named_number.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// A port list while memory runs out.
 #include <string>
 
 #include "frame_memory.h"

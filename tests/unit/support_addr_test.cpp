@@ -1,3 +1,4 @@
+// Addresses, masks and prefixes.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 

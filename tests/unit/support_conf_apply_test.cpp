@@ -1,3 +1,4 @@
+// A difference applied to its base: each operation, and what cannot be applied.
 #include "support_json.h"
 
 namespace {

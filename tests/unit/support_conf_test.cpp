@@ -1,3 +1,4 @@
+// Branches of a configuration, and the difference between two of them.
 #include <utility>
 
 #include "support_json.h"

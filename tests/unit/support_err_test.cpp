@@ -1,3 +1,4 @@
+// The error record: what is added, counted, and read again.
 #include <gtest/gtest.h>
 
 #include <cstdarg>

@@ -1,3 +1,4 @@
+// Hashing, base64, strict numbers, and texts that grow.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// Instance numbers as names.
 #include <gtest/gtest.h>
 
 #include <string>

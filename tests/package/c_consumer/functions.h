@@ -1,3 +1,4 @@
+/* functions.h: every exported function, called from C. */
 #ifndef FUNCTIONS_H
 #define FUNCTIONS_H
 

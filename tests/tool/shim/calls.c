@@ -6,9 +6,10 @@
  *
  * A rule is KIND[@PATH][:N[+]]=ACTION.
  *
- *   KIND     open read write close fsync rename link unlink stat readlink chmod chown truncate dup memfd mmap alloc, or
- *            "any" for all of them but mmap and alloc. Calls that do the same are of one kind: openat is an "open",
- *            pread a "read", fdatasync an "fsync", lstat a "stat", calloc an "alloc".
+ *   KIND     open read write close fsync rename link unlink stat readlink chmod chown truncate dup memfd exit mmap alloc,
+ *            or "any" for all of them but mmap and alloc. Calls that do the same are of one kind: openat is an "open",
+ *            pread a "read", fdatasync an "fsync", lstat a "stat", calloc an "alloc". "exit" is the end of the process, which
+ *            no error can keep off.
  *   @PATH    only calls on a path that has PATH in it; a descriptor has the path of its file
  *   :N       only the Nth of the calls that the rule would fit without it, with + that one and all that follow
  *   ACTION   ENOSPC, EINTR...   the call is not made and fails with this error
@@ -233,9 +234,6 @@ void* mmap(void* address, size_t size, int protection, int flags, int descriptor
     return got;
 }
 
-/* A sanitizer has an allocator of its own, which must not be asked before it is ready. */
-#ifndef SHIM_WITHOUT_ALLOC
-
 static void* allocated(void* got, size_t size) {
     shim_record(got == NULL ? -1 : 0, "alloc %zu", size);
     return got;
@@ -256,4 +254,18 @@ void* realloc(void* old, size_t size) {
     return allocated(refuses("alloc", "") ? NULL : next(old, size), size);
 }
 
-#endif
+static void meet_end(void) {
+    refuses("exit", "");
+    shim_record(0, "exit");
+}
+
+__attribute__((destructor)) static void end(void) {
+    meet_end();
+}
+
+void _exit(int status) {
+    NEXT(_exit);
+    meet_end();
+    next(status);
+    abort(); /* which the compiler does not know to be out of reach */
+}

@@ -1,4 +1,4 @@
-// grown.h: configurations of any size, grown from the example of one home.
+// scaled_example.h: configurations of any size, grown from the example of one home.
 #pragma once
 
 #include "frame/json.h"
@@ -8,6 +8,6 @@ namespace kcnvrt::bench {
 
 // The example with every outer list `scale` times as long. A copy of an entry has names of its own, and names the
 // copies of the interfaces that the entry names. The same arguments give the same bytes.
-Json grown(json_t* example, Layout layout, unsigned scale);
+Json scaled_example(json_t* example, Layout layout, unsigned scale);
 
 }  // namespace kcnvrt::bench

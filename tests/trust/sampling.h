@@ -1,4 +1,4 @@
-// effort.h: how much of the larger walks is visited.
+// sampling.h: how much of the larger walks is visited.
 #pragma once
 
 #include <cstddef>

@@ -1,8 +1,9 @@
-#include "form.h"
+// The members of a case, compared with what its kind of function takes.
+#include "case_defects.h"
 
 #include <algorithm>
 
-#include "kind.h"
+#include "function_kinds.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-// kind.h: the kinds of functions that a case can call. A kind knows the members that a case of it may have, and how its
-// functions are called with them.
+// function_kinds.h: the kinds of functions that a case can call. A kind knows the members that a case of it may have,
+// and how its functions are called with them.
 #pragma once
 
 #include <dlfcn.h>

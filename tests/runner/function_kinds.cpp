@@ -1,4 +1,5 @@
-#include "kind.h"
+// One kind after the other: how its functions are called, which they are, and what their cases say.
+#include "function_kinds.h"
 
 #include <algorithm>
 

@@ -1,4 +1,5 @@
-#include "places.h"
+// Trees are walked for their places, and values exchanged there.
+#include "replacements.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,4 +1,5 @@
-#include "wishes.h"
+// The look-ups of the library, heard by way of the linker while a source is converted.
+#include "lookups.h"
 
 #include <cstring>
 #include <string_view>
@@ -18,24 +19,24 @@ public:
     Listener& operator=(const Listener&) = delete;
 
     static inline Listener* current = nullptr;
-    Wishes wishes;
+    Lookups lookups;
 
     void hear_member(const json_t* object, std::string_view name) {
         if (is_new(object, "." + std::string{name}))
-            wishes.members.push_back({const_cast<json_t*>(object), std::string{name}});
+            lookups.members.push_back({const_cast<json_t*>(object), std::string{name}});
     }
 
     void hear_walk(const json_t* container) {
-        if (is_new(container, "")) wishes.walked.push_back(const_cast<json_t*>(container));
+        if (is_new(container, "")) lookups.walked.push_back(const_cast<json_t*>(container));
     }
 
 private:
     // Of the source, that is; results are looked into as well.
     bool is_new(const json_t* container, const std::string& what) {
         if (!containers_.contains(container)) return false;
-        std::string wish(sizeof container, '\0');
-        std::memcpy(wish.data(), &container, sizeof container);
-        return heard_.insert(wish + what).second;
+        std::string lookup(sizeof container, '\0');
+        std::memcpy(lookup.data(), &container, sizeof container);
+        return heard_.insert(lookup + what).second;
     }
 
     void add_containers(json_t* tree) {
@@ -51,10 +52,10 @@ private:
 
 }  // namespace
 
-Wishes wishes_of(json_t* source, const Trial& trial) {
+Lookups lookups_of(json_t* source, const Trial& trial) {
     Listener listener{source};
     trial(source);
-    return std::move(listener.wishes);
+    return std::move(listener.lookups);
 }
 
 // Where the linker leads the look-ups to.

@@ -1,4 +1,5 @@
-#include "own_nodes.h"
+// Values are told apart by their addresses: what the source holds as well is shared.
+#include "unshared_nodes.h"
 
 #include <unordered_set>
 
@@ -37,32 +38,32 @@ size_t allocations_of(json_t* value) {
     }
 }
 
-void count(json_t* value, Nodes& known, OwnNodes& own) {
+void count(json_t* value, Nodes& known, UnsharedNodes& unshared) {
     if (!known.insert(value).second) return;
-    ++own.nodes;
-    own.allocations += allocations_of(value);
-    for (const auto [name, member] : members(value)) count(member, known, own);
-    for (const auto [number, element] : elements(value)) count(element, known, own);
+    ++unshared.nodes;
+    unshared.allocations += allocations_of(value);
+    for (const auto [name, member] : members(value)) count(member, known, unshared);
+    for (const auto [number, element] : elements(value)) count(element, known, unshared);
 }
 
-void mark(json_t* value, const Nodes& known, std::vector<bool>& is_own) {
-    is_own.push_back(!known.contains(value));
-    if (!is_own.back()) return;
-    for (const auto [name, member] : members(value)) mark(member, known, is_own);
-    for (const auto [number, element] : elements(value)) mark(element, known, is_own);
+void mark(json_t* value, const Nodes& known, std::vector<bool>& is_unshared) {
+    is_unshared.push_back(!known.contains(value));
+    if (!is_unshared.back()) return;
+    for (const auto [name, member] : members(value)) mark(member, known, is_unshared);
+    for (const auto [number, element] : elements(value)) mark(element, known, is_unshared);
 }
 
-Json remake(json_t* value, std::vector<bool>::const_iterator& is_own) {
-    if (!*is_own++) return share(value);
+Json remake(json_t* value, std::vector<bool>::const_iterator& is_unshared) {
+    if (!*is_unshared++) return share(value);
     switch (json_typeof(value)) {
         case JSON_OBJECT: {
             Json made = object();
-            for (const auto [name, member] : members(value)) set(made.get(), name, remake(member, is_own));
+            for (const auto [name, member] : members(value)) set(made.get(), name, remake(member, is_unshared));
             return made;
         }
         case JSON_ARRAY: {
             Json made = array();
-            for (const auto [number, element] : elements(value)) append(made.get(), remake(element, is_own));
+            for (const auto [number, element] : elements(value)) append(made.get(), remake(element, is_unshared));
             return made;
         }
         case JSON_STRING:
@@ -78,23 +79,23 @@ Json remake(json_t* value, std::vector<bool>::const_iterator& is_own) {
 
 }  // namespace
 
-OwnNodes own_nodes(json_t* result, json_t* source) {
+UnsharedNodes unshared_nodes(json_t* result, json_t* source) {
     Nodes known;
     collect(source, known);
-    OwnNodes own;
-    count(result, known, own);
-    return own;
+    UnsharedNodes unshared;
+    count(result, known, unshared);
+    return unshared;
 }
 
 Remaker::Remaker(json_t* result, json_t* source) : result_{result} {
     Nodes known;
     collect(source, known);
-    mark(result, known, is_own_);
+    mark(result, known, is_unshared_);
 }
 
 Json Remaker::operator()() const {
-    auto is_own = is_own_.begin();
-    return remake(result_, is_own);
+    auto is_unshared = is_unshared_.begin();
+    return remake(result_, is_unshared);
 }
 
 }  // namespace kcnvrt::bench

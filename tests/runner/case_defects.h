@@ -1,4 +1,4 @@
-// form.h: whether a case is written as cases are.
+// case_defects.h: whether a case is written as cases are.
 #pragma once
 
 #include <jansson.h>

@@ -1,4 +1,5 @@
-#include "effort.h"
+// Samples by what is asked for in the environment, and by how the tests were compiled.
+#include "sampling.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// places.h: every place in a tree where a value stands, for putting another one there.
+// replacements.h: every place in a tree where a value stands, for putting another one there.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-#include "grown.h"
+// Lists grow by copies of their entries. Names are made distinct, and follow where one entry names another.
+#include "scaled_example.h"
 
 #include <algorithm>
 #include <set>
@@ -170,7 +171,7 @@ private:
 
 }  // namespace
 
-Json grown(json_t* example, Layout layout, unsigned scale) {
+Json scaled_example(json_t* example, Layout layout, unsigned scale) {
     Json root = deep_copy(example);
     const InterfaceNames names{example, layout};
     for (const OuterList& row : outer_lists(layout)) GrowingLists{root.get(), row}.grow(names, scale);

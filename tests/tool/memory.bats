@@ -1,0 +1,85 @@
+# Memory that runs out: the whole result, or a message, status 3, and the old file.
+load setup
+
+# What the last run left, which ended with $status, is as it has to be: the new file whole, or what was there before.
+whole_or_nothing() { # WHAT
+    case $status in
+        0) equal "$1: $(cat new.json)" "$1: $(cat ../whole.json)" ;;
+        3)
+            equal "$1: $(cat new.json)" "$1: old"
+            equal "$1: $(tail -n 1 ../messages)" "$1: kcnvrt: error: out of memory [memory]"
+            ;;
+        *) equal "$1: status $status, $(cat ../messages)" "$1: status 0 or 3" ;;
+    esac
+    equal "$1: $(ls -d .kcnvrt-* 2> ../none)" "$1: "
+}
+
+# without RULE ARGUMENT...
+without() {
+    write new.json old
+    status=0
+    env LD_PRELOAD="$SHIM_LIBRARY" SHIM="$1" "$KCNVRT" "${@:2}" -o new.json 2> ../messages || status=$?
+    whole_or_nothing "$1"
+}
+
+# every_allocation ARGUMENT...: the run with each allocation failing, alone and with all that follow.
+every_allocation() {
+    local kind count failed=
+    "$KCNVRT" "$@" -o ../whole.json
+    rm -f ../calls
+    LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=../calls "$KCNVRT" "$@" -o new.json
+    for kind in alloc mmap; do
+        count=$(grep -c "^$kind " ../calls)
+        for call in $(seq "$count"); do
+            without "$kind:$call=ENOMEM" "$@"
+            without "$kind:$call+=ENOMEM" "$@"
+            failed+=$status
+        done
+    done
+    contains "$failed" 333
+}
+
+@test "each allocation that fails leaves the whole result or none" {
+    document
+    every_allocation "${conversion[@]}" old.json
+    write deep.json '{"Device": {"WiFi": {"Radio": {"1": {"mbssid": {"1": {"SSID": "a"}}}}}, "WanPVID": {"1": {"name": "wan1", "pvid": 1}}}}'
+    every_allocation to-old deep.json
+    write base.json '{}'
+    every_allocation to-new --base base.json old.json
+    every_allocation diff old.json deep.json
+}
+
+@test "a limit on memory leaves the whole result or none" {
+    [ -z "${ASAN_OPTIONS:-}" ] || return 0 # a sanitizer takes terabytes for itself
+    local seen=
+    write_large large.json
+    write base.json '{}'
+    "$KCNVRT" diff base.json large.json -o ../whole.json
+    for limit in $(seq 2000 500 12000); do
+        write new.json old
+        status=0
+        (ulimit -v "$limit" && exec "$KCNVRT" diff base.json large.json -o new.json 2> ../messages) || status=$?
+        # The system could not even start it.
+        if [ "$status" -gt 3 ]; then continue; fi
+        whole_or_nothing "$limit"
+        seen+=" $status"
+    done
+    contains "$seen" " 3"
+    contains "$seen" " 0"
+}
+
+@test "the message that memory ran out is JSON where that is asked for" {
+    document
+    shimmed 3 mmap=ENOMEM --errors json "${conversion[@]}" old.json
+    equal "$stderr" '{"file": "kcnvrt", "line": null, "column": null, "pointer": null, "severity": "error", "function": "memory", "message": "out of memory"}'
+}
+
+@test "without memory for an exception, too, nothing is left behind" {
+    local count
+    document
+    LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=../calls "$KCNVRT" "${conversion[@]}" old.json -o ../whole.json
+    count=$(grep -c "^alloc " ../calls)
+    # The first is what the C++ library keeps for exceptions; one is wanted when the file is there and cannot be written.
+    without "alloc:1=ENOMEM alloc:$((count + 1))+=ENOMEM write@.kcnvrt-=ENOSPC" "${conversion[@]}" old.json
+    equal "$status" 3
+}
