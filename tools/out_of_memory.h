@@ -7,8 +7,8 @@ namespace kcnvrt {
 
 void print_out_of_memory(ErrorFormat format);
 
-// The C++ library gives up where it has not even memory for an exception: the process then ends with a message and the status
-// of a file that cannot be used, and leaves nothing behind.
+// The C++ library gives up where it has not even memory for an exception: the process then ends with a message and the
+// status of a file that cannot be used, and leaves nothing behind.
 void end_well_without_exceptions();
 
 }  // namespace kcnvrt

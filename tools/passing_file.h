@@ -23,8 +23,8 @@ public:
 
     void remove();
 
-    // Every passing file, in the last moments of the process: no other is made. It calls nothing but what the handler of a signal
-    // may call, and is called once.
+    // Every passing file, in the last moments of the process: no other is made after it. It calls nothing but what the
+    // handler of a signal may call, and is called once.
     static void remove_all();
 
     // Ending signals then remove every passing file, and still end the process. One that the process was started to

@@ -42,7 +42,7 @@ every_allocation() {
 @test "each allocation that fails leaves the whole result or none" {
     document
     every_allocation "${conversion[@]}" old.json
-    write deep.json '{"Device": {"WiFi": {"Radio": {"1": {"mbssid": {"1": {"SSID": "a"}}}}}, "WanPVID": {"1": {"name": "wan1", "pvid": 1}}}}'
+    write deep.json '{"Device": {"WiFi": {"Radio": {"1": {"mbssid": {"1": {"SSID": "a"}}}}}}}'
     every_allocation to-old deep.json
     write base.json '{}'
     every_allocation to-new --base base.json old.json
@@ -71,7 +71,8 @@ every_allocation() {
 @test "the message that memory ran out is JSON where that is asked for" {
     document
     shimmed 3 mmap=ENOMEM --errors json "${conversion[@]}" old.json
-    equal "$stderr" '{"file": "kcnvrt", "line": null, "column": null, "pointer": null, "severity": "error", "function": "memory", "message": "out of memory"}'
+    equal "$stderr" '{"file": "kcnvrt", "line": null, "column": null, "pointer": null, "severity": "error", '\
+'"function": "memory", "message": "out of memory"}'
 }
 
 @test "without memory for an exception, too, nothing is left behind" {
@@ -79,7 +80,7 @@ every_allocation() {
     document
     LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=../calls "$KCNVRT" "${conversion[@]}" old.json -o ../whole.json
     count=$(grep -c "^alloc " ../calls)
-    # The first is what the C++ library keeps for exceptions; one is wanted when the file is there and cannot be written.
+    # The first is what the C++ library keeps for exceptions. One is made when the file is there and cannot be written.
     without "alloc:1=ENOMEM alloc:$((count + 1))+=ENOMEM write@.kcnvrt-=ENOSPC" "${conversion[@]}" old.json
     equal "$status" 3
 }

@@ -13,8 +13,8 @@ static json_t* looping(void) {
     return json_incref(object);
 }
 
-/* The document itself; null where it has the member "rejected", the flags where it has the member "flags", what cannot be
- * written where it has the member "looping". */
+/* The document itself; null where it has the member "rejected", the flags where it has the member "flags", and what
+ * cannot be written where it has the member "looping". */
 json_t* k_cnvrt_to_new(json_t* old_root, json_t* base, uint8_t flags, k_err_t* err) {
     if (json_object_get(old_root, "flags")) return json_pack("{s:i}", "flags", flags);
     if (json_object_get(old_root, "looping")) return looping();

@@ -39,7 +39,8 @@ commands() { "$KCNVRT" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z-]*\) .*/\1/
         # shellcheck disable=SC2086 # no argument where there is no command
         "$KCNVRT" help $command > page
         equal "$(grep -nE '.{81}|[[:space:]]$' page)" ""
-        equal "$(awk '/^[A-Z][a-z ]*:$/ { title = $0; next } title != "" && !/^  / { print title } { title = "" }' page)" ""
+        awk '/^[A-Z][a-z ]*:$/ { title = $0; next } title != "" && !/^  / { print title } { title = "" }' page > empty
+        equal "$(cat empty)" ""
     done
 }
 

@@ -6,10 +6,10 @@
  *
  * A rule is KIND[@PATH][:N[+]]=ACTION.
  *
- *   KIND     open read write close fsync rename link unlink stat readlink chmod chown truncate dup memfd exit mmap alloc,
- *            or "any" for all of them but mmap and alloc. Calls that do the same are of one kind: openat is an "open",
- *            pread a "read", fdatasync an "fsync", lstat a "stat", calloc an "alloc". "exit" is the end of the process, which
- *            no error can keep off.
+ *   KIND     open read write close fsync rename link unlink stat readlink chmod chown truncate dup memfd exit mmap
+ *            alloc, or "any" for all of them but mmap and alloc. Calls that do the same are of one kind: openat is an
+ *            "open", pread a "read", fdatasync an "fsync", lstat a "stat", calloc an "alloc". "exit" is the end of the
+ *            process, which no error can keep off.
  *   @PATH    only calls on a path that has PATH in it; a descriptor has the path of its file
  *   :N       only the Nth of the calls that the rule would fit without it, with + that one and all that follow
  *   ACTION   ENOSPC, EINTR...   the call is not made and fails with this error
