@@ -1,6 +1,7 @@
 // Which place a message has, and the text of a JSON Pointer to it.
 #include <cstring>
 
+#include "k_conf_pointer.h"
 #include "k_err_record.h"
 
 using namespace kcnvrt;
@@ -104,6 +105,8 @@ bool k_err::add_name(const char* name, size_t length, NameAt& added) {
 
 void k_err_place(k_err_t* err, const json_t* object, const char* name, size_t length) {
     if (err == nullptr || err->settled >= k_err_count(err) || !is_container(object)) return;
+    // A member that is missing is told by the object that lacks it.
+    if (name != nullptr && conf::child(const_cast<json_t*>(object), {name, length}) == nullptr) name = nullptr;
     Place place{object, {}, kNone};
     const bool is_added = err->add_name(name, length, place.name) && err->places.add(place);
     const size_t index = is_added ? err->places.size() - 1 : kNone;

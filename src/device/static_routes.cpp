@@ -115,10 +115,11 @@ void add_ipv4(json_t* old_route, size_t number, Json route, Routes& routes, cons
 int add_ipv6(json_t* old_route, size_t number, Json route, Routes& routes, const Report& report) {
     const char* const address = text_of(old_route, "ip");
     const GrowingText prefix{string_init_chars(address)};
-    if (prefix == nullptr) return report.fail("strdup error:\n");
+    if (prefix == nullptr) return report.fail_at(old_route, "ip", "strdup error:\n");
     if (std::strchr(address, '/') == nullptr && string_add(prefix.get(), "/128") != 0)
-        return report.fail("realloc error:\n");
-    if (k_addr_is_ippfx_correct(AF_INET6, prefix->text) == 0) return report.fail("Invalid field ip!\n");
+        return report.fail_at(old_route, "ip", "realloc error:\n");
+    if (k_addr_is_ippfx_correct(AF_INET6, prefix->text) == 0)
+        return report.fail_at(old_route, "ip", "Invalid field ip!\n");
     to_new(kIpv6Route, old_route, route.get(), report);
     set(route.get(), "DestIPPrefix", string(prefix->text));
     routes.store(number, std::move(route));
@@ -127,9 +128,9 @@ int add_ipv6(json_t* old_route, size_t number, Json route, Routes& routes, const
 
 int add_route(json_t* old_route, size_t number, Routes& ipv4, Routes& ipv6, const Report& report) {
     Json route = new_route(old_route);
-    if (route == nullptr) return report.fail("Error json_pack!\n");
+    if (route == nullptr) return report.placed(report.fail("Error json_pack!\n"), old_route);
     const char* const address = text_of(old_route, "ip");
-    if (address == nullptr) return report.fail("Invalid field ip!\n");
+    if (address == nullptr) return report.fail_at(old_route, "ip", "Invalid field ip!\n");
     if (k_addr_v4_is_correct(address) == 0) return add_ipv6(old_route, number, std::move(route), ipv6, report);
     add_ipv4(old_route, number, std::move(route), ipv4, report);
     return 0;
@@ -145,7 +146,10 @@ int k_cnvrt_get_route_from_new(json_t* routing, json_t* destination, k_err_t* er
     json_t* const ipv6 = k_conf_find_branch(routing, "ipv6.Routes.", 0);
     if (!json_is_object(ipv4)) return 0;
     int failures = 0;
-    const int last = last_of_every_number(std::max(max_number(ipv4), max_number(ipv6)), report, failures);
+    const int highest = max_number(ipv4);
+    const int highest_of_ipv6 = max_number(ipv6);
+    const int last = highest_of_ipv6 > highest ? last_of_every_number(highest_of_ipv6, ipv6, report, failures)
+                                               : last_of_every_number(highest, ipv4, report, failures);
     for (int number = 1; number <= last; ++number) {
         json_t* const own = entry_at(ipv4, number);
         json_t* const instance = own == nullptr ? entry_at(ipv6, number) : own;
@@ -159,7 +163,8 @@ int k_cnvrt_get_route_from_old(json_t* source, json_t* routing, k_err_t* err) {
     int failures = 0;
     Routes ipv4;
     Routes ipv6;
-    for (const auto [number, route] : elements(source)) failures += add_route(route, number, ipv4, ipv6, report);
+    for (const auto [number, route] : elements(source))
+        failures += report.placed_entry(add_route(route, number, ipv4, ipv6, report), source, number);
     ipv4.finish(routing, "ipv4");
     ipv6.finish(routing, "ipv6");
     return failures;

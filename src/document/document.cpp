@@ -38,8 +38,11 @@ struct Source {
     json_t* device;
     json_t* users;
 
+    json_t* object_of(const Step& step) const {
+        return step.in == In::kRoot ? root : step.in == In::kDevice ? device : users;
+    }
     json_t* operator[](const Step& step) const {
-        json_t* const object = step.in == In::kRoot ? root : step.in == In::kDevice ? device : users;
+        json_t* const object = object_of(step);
         return step.source.is_empty() ? object : get(object, step.source);
     }
 };
@@ -108,48 +111,51 @@ constinit const Step kLinksToNew       = {In::kRoot, "Links",        "Links", js
 constinit const Step kDefaultSsidToNew = {In::kRoot, "default_ssid", "-",     k_cnvtr_get_default_ssid_from_old};
 // clang-format on
 
-int run(const Step& step, const Source& source, json_t* destination, k_err_t* err) {
-    return json_section_parser(source[step], step.result.text(), destination, err, step.container == kArray,
-                               step.handler);
+int run(const Step& step, const Source& source, json_t* destination, const Report& report) {
+    const int failures = json_section_parser(source[step], step.result.text(), destination, report.err(),
+                                             step.container == kArray, step.handler);
+    return report.placed(failures, source.object_of(step), step.source);
 }
 
 template <size_t N>
-int run_all(const Step (&steps)[N], const Source& source, json_t* destination, uint8_t flags, k_err_t* err) {
+int run_all(const Step (&steps)[N], const Source& source, json_t* destination, uint8_t flags, const Report& report) {
     int failures = 0;
     for (const Step& step : steps)
-        if (runs(step, flags)) failures += run(step, source, destination, err);
+        if (runs(step, flags)) failures += run(step, source, destination, report);
     return failures;
 }
 
 // The old QoS section is named by what the conversion made of it. A failed conversion counts 1, whatever its own count.
-int qos_to_old(json_t* qos, json_t* old_root, k_err_t* err) {
+int qos_to_old(json_t* device, json_t* old_root, const Report& report) {
+    json_t* const qos = get(device, "QoS");
     if (qos == nullptr) return 0;
     Json section = object();
-    if (k_cnvrt_get_qos_from_new(qos, section.get(), err) != 0) return 1;
+    if (report.placed(k_cnvrt_get_qos_from_new(qos, section.get(), report.err()), device, "QoS") != 0) return 1;
     const bool is_legacy = has(section.get(), "links") || has(section.get(), "filters");
     set(old_root, is_legacy ? Key{"qos"} : Key{"queuemanagement"}, std::move(section));
     return 0;
 }
 
 // The users handler writes an array for version 0 and an object for later ones, and refuses the other container.
-int users_to_old(json_t* users, json_t* old_root, k_err_t* err) {
-    Json section = array_or_object(k_cnvrt_get_users_from_new, users, err);
-    if (section == nullptr) return Report{"k_cnvrt_to_old", err}.fail("Users json is not object or array!");
+int users_to_old(json_t* device, json_t* old_root, const Report& report) {
+    Json section = array_or_object(k_cnvrt_get_users_from_new, get(device, "Users"), report.err());
+    if (section == nullptr) return report.fail_at(device, "Users", "Users json is not object or array!");
     const Key name = json_is_array(section.get()) ? Key{"passwd"} : Key{"users"};
     set(old_root, name, std::move(section));
     return 0;
 }
 
-int users_to_new(json_t* old_root, json_t* device, k_err_t* err) {
+int users_to_new(json_t* old_root, json_t* device, const Report& report) {
     int failures = 0;
     Json users = object();
     if (json_t* const sysusers = get(old_root, "sysusers")) {
         Json section = object();
-        failures += k_cnvrt_get_sysusers_from_old(sysusers, section.get(), err);
+        failures += k_cnvrt_get_sysusers_from_old(sysusers, section.get(), report.err());
         set(users.get(), "sysusers", std::move(section));
     }
-    json_t* const passwd = get(old_root, "passwd");
-    failures += k_cnvrt_get_users_from_old(passwd != nullptr ? passwd : get(old_root, "users"), users.get(), err);
+    const Key name = has(old_root, "passwd") ? Key{"passwd"} : Key{"users"};
+    failures +=
+        report.placed(k_cnvrt_get_users_from_old(get(old_root, name), users.get(), report.err()), old_root, name);
     carry(device, "Default_pass", get(old_root, "default_pass"));
     set(device, "Users", std::move(users));
     return failures;
@@ -160,24 +166,29 @@ int users_to_new(json_t* old_root, json_t* device, k_err_t* err) {
 json_t* k_cnvrt_to_old(json_t* new_root, uint8_t flags, k_err_t* err) {
     json_t* const device = get(new_root, "Device");
     const Source source{new_root, device, get(device, "Users")};
+    const Report report{__func__, err};
+    const size_t first = k_err_count(err);
     Json old_root = object();
-    int failures = run_all(kToOld, source, old_root.get(), flags, err);
-    failures += qos_to_old(get(device, "QoS"), old_root.get(), err);
-    failures += users_to_old(source.users, old_root.get(), err);
+    int failures = run_all(kToOld, source, old_root.get(), flags, report);
+    failures += qos_to_old(device, old_root.get(), report);
+    failures += users_to_old(device, old_root.get(), report);
     carry(old_root.get(), "default_pass", get(device, "Default_pass"));
+    k_err_locate(err, first, new_root);
     return failures == 0 ? old_root.release() : nullptr;
 }
 
 json_t* k_cnvrt_to_new(json_t* old_root, json_t* base, uint8_t flags, k_err_t* err) {
     const Source source{old_root, nullptr, nullptr};
+    const Report report{__func__, err};
+    const size_t first = k_err_count(err);
     Json new_root = object();
     Json device = object();
-    int failures = run_all(kToNew, source, device.get(), flags, err);
-    failures += run(kLinksToNew, source, new_root.get(), err);
-    failures += run(kDefaultSsidToNew, source, device.get(), err);
-    failures += users_to_new(old_root, device.get(), err);
+    int failures = run_all(kToNew, source, device.get(), flags, report);
+    failures += run(kLinksToNew, source, new_root.get(), report);
+    failures += run(kDefaultSsidToNew, source, device.get(), report);
+    failures += users_to_new(old_root, device.get(), report);
     set(new_root.get(), "Device", std::move(device));
-    // A difference is made of whatever converted; what failed is in the record.
-    if (base != nullptr) return k_conf_diff_set2(base, new_root.get(), 0, flags & K_CNVRT_MERGE_PATCH, err);
+    k_err_locate(err, first, old_root);
+    if (base != nullptr) return difference_to(base, new_root.get(), flags, err);
     return failures == 0 ? new_root.release() : nullptr;
 }

@@ -57,8 +57,19 @@ Json fill(k_cnvrt_handler_t handler, json_t* source, Json container, k_err_t* er
 }  // namespace
 
 Json array_or_object(k_cnvrt_handler_t handler, json_t* source, k_err_t* err) {
-    Json filled = fill(handler, source, array(), err);
-    return filled != nullptr ? std::move(filled) : fill(handler, source, object(), err);
+    const size_t first = k_err_count(err);
+    if (Json filled = fill(handler, source, array(), err)) return filled;
+    Json filled = fill(handler, source, object(), err);
+    // What the array was refused for is no failure of the object.
+    if (filled != nullptr) k_err_leave_out(err, first);
+    return filled;
+}
+
+json_t* difference_to(json_t* base, json_t* converted, uint8_t flags, k_err_t* err) {
+    const size_t first = k_err_count(err);
+    json_t* const difference = k_conf_diff_set2(base, converted, 0, flags & K_CNVRT_MERGE_PATCH, err);
+    k_err_locate(err, first, nullptr);
+    return difference;
 }
 
 template <class Section>
@@ -94,42 +105,47 @@ using namespace kcnvrt;
 
 json_t* k_cnvrt_get_section_to_old(const char* section_name, json_t* new_section, k_err_t* err) {
     const Report report{"k_cnvrt_get_section_to_old", err};
+    const size_t first = k_err_count(err);
     const char* name = section_name == nullptr ? "" : section_name;
     if (new_section == nullptr) {
-        report.note("In object %s is null!", name);
+        report.fail("In object %s is null!", name);
         return nullptr;
     }
     const OldSection* section = find_section(old_config_handler_table, name);
     if (section == nullptr) {
-        report.note("Section \"%s\" in old config not found", name);
+        report.fail("Section \"%s\" in old config not found", name);
         return nullptr;
     }
-    if (section->container != Container::kEither) {
+    Json result;
+    if (section->container == Container::kEither) {
+        result = array_or_object(section->handler, new_section, err);
+        if (result == nullptr) report.fail("JSON is not array or object!");
+    } else {
         Json container = section->container == Container::kArray ? array() : object();
-        return fill(section->handler, new_section, std::move(container), err).release();
+        result = fill(section->handler, new_section, std::move(container), err);
     }
-    Json either = array_or_object(section->handler, new_section, err);
-    if (either == nullptr) report.note("JSON is not array or object!");
-    return either.release();
+    k_err_locate(err, first, new_section);
+    return result.release();
 }
 
 json_t* k_cnvrt_get_section_to_new(const char* section_name, json_t* old_section, json_t* base, uint8_t flags,
                                    k_err_t* err) {
     const Report report{"k_cnvrt_get_section_to_new", err};
+    const size_t first = k_err_count(err);
     const char* name = section_name == nullptr ? "" : section_name;
     if (old_section == nullptr) {
-        report.note("In object is null!");
+        report.fail("In object is null!");
         return nullptr;
     }
     const NewSection* section = find_section(new_config_handler_table, name);
     if (section == nullptr) {
-        report.note("Section \"%s\" in new config not found", name);
+        report.fail("Section \"%s\" in new config not found", name);
         return nullptr;
     }
     Json converted = object();
     const int failures = section->handler(old_section, converted.get(), err);
-    // A difference is made of whatever converted; what failed is in the record.
-    if (base != nullptr) return k_conf_diff_set2(base, converted.get(), 0, flags & K_CNVRT_MERGE_PATCH, err);
+    k_err_locate(err, first, old_section);
+    if (base != nullptr) return difference_to(base, converted.get(), flags, err);
     return failures == 0 ? converted.release() : nullptr;
 }
 

@@ -9,19 +9,35 @@
 
 namespace kcnvrt {
 
+namespace {
+
+// Out of line, so that no row pays for the names of the few that fail.
+[[gnu::cold, gnu::noinline]] int placed_row(int failures, json_t* object, Fields::Iterator row, Key Field::*name,
+                                            const Report& report) {
+    return report.placed(failures, object, (*row).*name);
+}
+
+}  // namespace
+
 int to_new(Fields fields, json_t* old_object, json_t* new_object, const Report& report) {
     int failures = 0;
-    for (const Field field : fields)
-        if (field.to_new != nullptr)
-            failures += field.to_new(new_object, field.new_name, get(old_object, field.old_name), report);
+    for (auto row = fields.begin(), end = fields.end(); row != end; ++row) {
+        const Field field = *row;
+        if (field.to_new == nullptr) continue;
+        const int failed = field.to_new(new_object, field.new_name, get(old_object, field.old_name), report);
+        if (failed != 0) failures += placed_row(failed, old_object, row, &Field::old_name, report);
+    }
     return failures;
 }
 
 int to_old(Fields fields, json_t* new_object, json_t* old_object, const Report& report) {
     int failures = 0;
-    for (const Field field : fields)
-        if (field.to_old != nullptr)
-            failures += field.to_old(old_object, field.old_name, get(new_object, field.new_name), report);
+    for (auto row = fields.begin(), end = fields.end(); row != end; ++row) {
+        const Field field = *row;
+        if (field.to_old == nullptr) continue;
+        const int failed = field.to_old(old_object, field.old_name, get(new_object, field.new_name), report);
+        if (failed != 0) failures += placed_row(failed, new_object, row, &Field::new_name, report);
+    }
     return failures;
 }
 

@@ -83,6 +83,12 @@ inline constexpr Word<ways::string_to_new, nullptr> string_to_new;
 template <ways::Text Default>
 inline constexpr Word<ways::string_or<Default>, ways::carry> text_or;
 
+// One field, from a member of one object to that of another. Its messages have their place. Returns the count of failed
+// fields.
+inline int cross(Way way, json_t* source, Key name, json_t* destination, Key key, const Report& report) {
+    return report.placed(way(destination, key, get(source, name), report), source, name);
+}
+
 // The engine: every field of the table, in the table's order, from one object into another.
 // Returns the count of failed fields.
 int to_new(Fields fields, json_t* old_object, json_t* new_object, const Report& report);

@@ -84,14 +84,15 @@ Instances::~Instances() {
     if (instances_ != inline_) std::free(instances_);
 }
 
-int last_of_every_number(int highest, const Report& report, int& failures) {
+int last_of_every_number(int highest, json_t* list, const Report& report, int& failures) {
     if (highest <= kMaxPlaceholderNumber) return highest;
     failures += report.fail("Instance number %d is above %d", highest, kMaxPlaceholderNumber);
+    report.place(list);
     return 0;
 }
 
 EveryNumber::EveryNumber(json_t* list, const Report& report)
-    : present_{list}, last_{last_of_every_number(present_.highest(), report, failures_)} {}
+    : present_{list}, last_{last_of_every_number(present_.highest(), list, report, failures_)} {}
 
 Json list_of_elements(json_t* array) {
     ListBuilder list;

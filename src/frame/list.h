@@ -81,7 +81,7 @@ private:
 
 // Where a walk over every number from 1 ends: at the highest number. One above kMaxPlaceholderNumber is reported and
 // counted, and the walk ends before it begins: 0.
-int last_of_every_number(int highest, const Report& report, int& failures);
+int last_of_every_number(int highest, json_t* list, const Report& report, int& failures);
 
 // Every number from 1 to the highest, with its entry, or null for a missing one. Bounded like last_of_every_number;
 // failures() is added to the converter's result.

@@ -8,7 +8,7 @@ int list_to_new(Fields fields, json_t* array, json_t* list, const Report& report
     ListBuilder entries{list};
     for (const auto [number, element] : elements(array)) {
         Json entry = object();
-        failures += to_new(fields, element, entry.get(), report);
+        failures += report.placed_entry(to_new(fields, element, entry.get(), report), array, number);
         entries.add(std::move(entry));
     }
     entries.finish();

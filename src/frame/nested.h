@@ -28,7 +28,7 @@ int append_every_number(json_t* list, json_t* array, const Report& report, Fill 
     const EveryNumber numbers{list, report};
     for (const auto [number, entry] : numbers) {
         Json filled = object();
-        if (entry != nullptr) failures += fill(number, entry, filled.get());
+        if (entry != nullptr) failures += report.placed_entry(fill(number, entry, filled.get()), list, number);
         append(array, std::move(filled));
     }
     return failures + numbers.failures();
@@ -36,11 +36,11 @@ int append_every_number(json_t* list, json_t* array, const Report& report, Fill 
 
 // Objects under the numbers of a list, filled as `fill(number, entry, object)` fills them; "max_instance" is carried.
 template <class Fill>
-int fill_every_instance(json_t* list, json_t* filled_list, Fill fill) {
+int fill_every_instance(json_t* list, json_t* filled_list, const Report& report, Fill fill) {
     int failures = 0;
     for (const auto [number, entry] : Instances{list}) {
         Json filled = object();
-        failures += fill(number, entry, filled.get());
+        failures += report.placed_entry(fill(number, entry, filled.get()), list, number);
         set(filled_list, Decimal{number}, std::move(filled));
     }
     carry_max_instance(filled_list, list);

@@ -1,6 +1,9 @@
-// report.h: the author of messages. Made once per converter and passed down.
+// report.h: the author of messages, and where they belong. Made once per converter and passed down.
 #pragma once
 
+#include <cstdint>
+
+#include "json.h"
 #include "k_err.h"
 
 namespace kcnvrt {
@@ -17,6 +20,22 @@ public:
     // Reports a problem that is not counted.
     [[gnu::format(printf, 2, 3), gnu::cold]] void note(const char* format, ...) const;
 
+    // The same, about the member `name` of `object`.
+    [[gnu::format(printf, 4, 5), gnu::cold]] int fail_at(json_t* object, Key name, const char* format, ...) const;
+
+    // Every message that has no place yet is about the member `name` of `object`; about the object itself when it has no
+    // such member, or none is named. What has no members (k_err_place) leaves them to who knows more: whoever walks over
+    // entries of any type places what their converter could not.
+    [[gnu::cold]] void place(json_t* object, Key name) const;
+    [[gnu::cold]] void place(json_t* object) const;
+    // About the entry of that number, counted from 1, of an array or a numbered list.
+    [[gnu::cold]] void place_entry(json_t* list, int64_t number) const;
+
+    // A count of failures, whose messages are placed.
+    int placed(int failures, json_t* object, Key name) const;
+    int placed(int failures, json_t* object) const;
+    int placed_entry(int failures, json_t* list, int64_t number) const;
+
     // The same record under another author's name.
     Report under(const char* function, int line = __builtin_LINE()) const { return {function, err_, line}; }
 
@@ -28,5 +47,13 @@ private:
     k_err_t* err_;
     int line_;
 };
+
+// Runs a conversion whose failures do not count: its messages say so.
+template <class Convert>
+void uncounted(k_err_t* err, Convert convert) {
+    const size_t first = k_err_count(err);
+    convert();
+    k_err_leave_out(err, first);
+}
 
 }  // namespace kcnvrt

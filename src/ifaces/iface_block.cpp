@@ -11,7 +11,9 @@ namespace {
 template <k_cnvrt_handler_t Handler>
 int section_unless_failed(json_t* destination, Key key, json_t* section, const Report& report) {
     Json converted = object();
-    if (Handler(section, converted.get(), report.err()) == 0) set(destination, key, std::move(converted));
+    uncounted(report.err(), [&] {
+        if (Handler(section, converted.get(), report.err()) == 0) set(destination, key, std::move(converted));
+    });
     return 0;
 }
 

@@ -120,7 +120,8 @@ bool is_client(const Kind& kind, const char* name) {
     return &kind != &kPorts && std::strncmp(name, kClient.data(), kClient.size()) == 0;
 }
 
-int single_to_old(json_t* destination, Key key, json_t* value, const Report& report) {
+int single_to_old(json_t* destination, Key key, json_t* entry, const Report& report) {
+    json_t* const value = get(entry, "name");
     const char* const name = text_of(value);
     if (name == nullptr) return 0;
     const Kind* const kind = kind_of(name, kSingleOrder);
@@ -130,7 +131,7 @@ int single_to_old(json_t* destination, Key key, json_t* value, const Report& rep
     }
     char number[kLongestNumber + 1];
     if (!read_number(name, *kind, kind->single, number))
-        return report.fail("Error parsing port number! Port name is %s", name);
+        return report.fail_at(entry, "name", "Error parsing port number! Port name is %s", name);
     char part[sizeof kind->label + kLongestNumber];
     std::snprintf(part, sizeof part, "%s%s", kind->label, number);
     set(destination, key, string(part));
@@ -198,7 +199,7 @@ int ports_to_new(json_t* destination, Key key, json_t* value, const Report&) {
 int ports_to_old(json_t* destination, Key key, json_t* value, const Report& report) {
     if (value == nullptr) return 0;
     // Two members are taken as one entry and "max_instance".
-    if (json_object_size(value) == 2) return single_to_old(destination, key, get(entry_at(value, 1), "name"), report);
+    if (json_object_size(value) == 2) return single_to_old(destination, key, entry_at(value, 1), report);
     return list_to_old(destination, key, value);
 }
 

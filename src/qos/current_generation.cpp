@@ -26,10 +26,17 @@ constexpr auto kSettings = fields(
     carried("DefaultEthernetPriorityMark"),
     carried("QueueShapingRateForDirections"));
 
-constexpr auto kMasks = fields(
-    mask("DestMask"),
-    mask("SourceMask"));
+constexpr auto kDestMask = fields(mask("DestMask"));
+constexpr auto kSourceMask = fields(mask("SourceMask"));
 // clang-format on
+
+// A mask has its place also where its message does not count, which the engine does not see.
+template <auto Cross>
+int convert_mask(Fields mask, Key name, json_t* source_class, json_t* converted_class, const Report& report) {
+    const int failures = Cross(mask, source_class, converted_class, report);
+    report.place(source_class, name);
+    return failures;
+}
 
 // A copy of the classes with their masks rewritten. Only classes that have a mask are copied themselves.
 template <auto Cross>
@@ -38,7 +45,8 @@ Json convert_masks(json_t* classification, const Report& report, int& failures) 
     for (const auto [name, source_class] : members(classification)) {
         if (!has(source_class, "DestMask") && !has(source_class, "SourceMask")) continue;
         Json converted_class = shallow_copy(source_class);
-        failures += Cross(kMasks, source_class, converted_class.get(), report);
+        failures += convert_mask<Cross>(kDestMask, "DestMask", source_class, converted_class.get(), report);
+        failures += convert_mask<Cross>(kSourceMask, "SourceMask", source_class, converted_class.get(), report);
         set(converted.get(), name, std::move(converted_class));
     }
     return converted;
@@ -47,7 +55,7 @@ Json convert_masks(json_t* classification, const Report& report, int& failures) 
 // A copy of the policers in which an empty status is the default one.
 Json convert_policer(json_t* policer, const Report& report, int& failures) {
     Json converted = shallow_copy(policer);
-    failures += ways::string_or<"Enabled">(converted.get(), "PolicesStatus", get(policer, "PolicesStatus"), report);
+    failures += cross(ways::string_or<"Enabled">, policer, "PolicesStatus", converted.get(), "PolicesStatus", report);
     return converted;
 }
 

@@ -89,7 +89,7 @@ int filters_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
         set(policers.get(), Decimal{number}, std::move(policer));
         return failures;
     };
-    const int failures = fill_every_instance(filters, classes.get(), convert);
+    const int failures = fill_every_instance(filters, classes.get(), report, convert);
     carry_max_instance(policers.get(), filters);
     set(new_qos, "Classification", std::move(classes));
     set(new_qos, "Policer", std::move(policers));
@@ -103,7 +103,7 @@ int filters_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
     const auto convert = [&](int64_t number, json_t* new_class, json_t* filter) {
         return filter_to_old(new_class, entry_at(policers, number), filter, report);
     };
-    const int failures = fill_every_instance(get(new_qos, "Classification"), filters.get(), convert);
+    const int failures = fill_every_instance(get(new_qos, "Classification"), filters.get(), report, convert);
     set(old_qos, "filters", std::move(filters));
     return failures;
 }

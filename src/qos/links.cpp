@@ -41,7 +41,7 @@ int links_to_new(json_t* old_qos, json_t* new_qos, k_err_t* err) {
     const Report report{"convert_links", err};
     Json queues = object();
     const int failures =
-        fill_every_instance(get(old_qos, "links"), queues.get(),
+        fill_every_instance(get(old_qos, "links"), queues.get(), report,
                             [&](int64_t, json_t* link, json_t* queue) { return link_to_new(link, queue, report); });
     set(new_qos, "Queue", std::move(queues));
     return failures;
@@ -51,7 +51,7 @@ int links_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
     const Report report{"convert_old_qos", err};
     Json links = object();
     const int failures =
-        fill_every_instance(get(new_qos, "Queue"), links.get(),
+        fill_every_instance(get(new_qos, "Queue"), links.get(), report,
                             [&](int64_t, json_t* queue, json_t* link) { return link_to_old(queue, link, report); });
     set(old_qos, "links", std::move(links));
     return failures;

@@ -27,12 +27,14 @@ bool read_range(const char* text, int& first, int& last) {
     return rest != nullptr && *rest == ':' && read_number(rest + 1, last) != nullptr;
 }
 
-int convert_multiport(const char* text, json_t* new_class, const Report& report) {
+int convert_multiport(json_t* filter, json_t* new_class, const Report& report) {
+    const char* const text = text_of(filter, "multiport");
+    if (text == nullptr) return 0;
     const bool is_range = std::strchr(text, ':') != nullptr;
     int first = 0;
     int last = 0;
     if (is_range ? !read_range(text, first, last) : read_number(text, first) == nullptr)
-        return report.under(__func__).fail("Error format \"multiport\" (%s)!", text);
+        return report.under(__func__).fail_at(filter, "multiport", "Error format \"multiport\" (%s)!", text);
     set(new_class, "DestPort", integer(first));
     if (is_range) set(new_class, "DestPortRangeMax", integer(last));
     return 0;
@@ -54,7 +56,9 @@ AddressNames destination_addresses() {
 // in the format below are one less.
 constexpr size_t kAddressSize = 64;
 
-int convert_iprange(json_t* range, json_t* new_class, const AddressNames& names, const Report& report) {
+int convert_iprange(json_t* filter, json_t* new_class, const AddressNames& names, const Report& report) {
+    json_t* const range = get(filter, "iprange");
+    if (!json_is_string(range)) return 0;
     const char* const text = text_of(range);
     if (std::strchr(text, '-') == nullptr) {
         carry(new_class, names.first, range);
@@ -63,7 +67,7 @@ int convert_iprange(json_t* range, json_t* new_class, const AddressNames& names,
     char first[kAddressSize];
     char last[kAddressSize];
     if (std::sscanf(text, "%63[^-]-%63s", first, last) != 2)
-        return report.under(__func__).fail("Error format \"iprange\" (%s)", text);
+        return report.under(__func__).fail_at(filter, "iprange", "Error format \"iprange\" (%s)", text);
     set(new_class, names.first, checked_string(first));
     set(new_class, names.last, checked_string(last));
     return 0;
@@ -83,8 +87,7 @@ Json joined(json_t* first, json_t* last) {
 }  // namespace
 
 int ports_to_new(json_t* filter, json_t* new_class, const Report& report) {
-    const char* const text = text_of(filter, "multiport");
-    return text == nullptr ? 0 : convert_multiport(text, new_class, report);
+    return convert_multiport(filter, new_class, report);
 }
 
 void ports_to_old(json_t* new_class, json_t* filter) {
@@ -101,9 +104,7 @@ void ports_to_old(json_t* new_class, json_t* filter) {
 }
 
 int addresses_to_new(json_t* filter, bool is_upstream, json_t* new_class, const Report& report) {
-    json_t* const range = get(filter, "iprange");
-    if (!json_is_string(range)) return 0;
-    return convert_iprange(range, new_class, is_upstream ? source_addresses() : destination_addresses(), report);
+    return convert_iprange(filter, new_class, is_upstream ? source_addresses() : destination_addresses(), report);
 }
 
 void addresses_to_old(json_t* new_class, json_t* filter) {

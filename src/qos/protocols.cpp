@@ -23,14 +23,15 @@ int protocol_to_new(json_t* filter, json_t* new_class, const Report& report) {
     const auto* const protocol = by_name(kProtocols, view_of(get(filter, "protocol")));
     // An unknown protocol is a failure and is written all the same.
     set(new_class, "Protocol", integer(protocol == nullptr ? 0 : protocol->number));
-    return protocol == nullptr ? report.fail("Error protocol version!") : 0;
+    return protocol == nullptr ? report.fail_at(filter, "protocol", "Error protocol version!") : 0;
 }
 
 int protocol_to_old(json_t* new_class, json_t* filter, const Report& report) {
     const json_int_t number = json_integer_value(get(new_class, "Protocol"));
     const auto* const protocol = by_number(kProtocols, number);
     if (protocol == nullptr)
-        return report.under("set_protocol").fail("Error number protocol! (%lld)", static_cast<long long>(number));
+        return report.under("set_protocol")
+            .fail_at(new_class, "Protocol", "Error number protocol! (%lld)", static_cast<long long>(number));
     set(filter, "protocol", string(protocol->name));
     return 0;
 }

@@ -29,12 +29,13 @@ int legacy_generation_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
 int k_cnvrt_get_qos_from_old(json_t* source, json_t* destination, k_err_t* err) {
     if (has(source, "Queue")) return current_generation_to_new(source, destination, err);
     if (has(source, "links")) return legacy_generation_to_new(source, destination, err);
-    return Report{__func__, err}.fail("Error version QoS!");
+    const Report report{__func__, err};
+    return report.placed(report.fail("Error version QoS!"), source);
 }
 
 int k_cnvrt_get_qos_from_new(json_t* source, json_t* destination, k_err_t* err) {
     const json_int_t version = json_integer_value(get(source, "QosVersion"));
     if (version == kLegacyGeneration) return legacy_generation_to_old(source, destination, err);
     if (version == kCurrentGeneration) return current_generation_to_old(source, destination, err);
-    return Report{__func__, err}.fail("Error version QoS!");
+    return Report{__func__, err}.fail_at(source, "QosVersion", "Error version QoS!");
 }

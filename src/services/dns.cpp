@@ -22,7 +22,8 @@ int servers_to_old(json_t* section, Key key, json_t* servers, const Report& repo
     const GrowingText text{string_init(0)};
     for (const auto [number, server] : Instances{servers}) {
         if (!json_is_string(server)) {
-            failures += report.fail("Invalid instance of field \"servers\", is not string");
+            failures +=
+                report.fail_at(servers, Decimal{number}, "Invalid instance of field \"servers\", is not string");
             continue;
         }
         string_add(text.get(), text_of(server));

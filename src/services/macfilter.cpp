@@ -27,7 +27,8 @@ int parse_old_macfilter(json_t* source, json_t* destination, k_err_t* err) {
     for (const auto [position, old_rule] : elements(source)) {
         json_t* const id = get(old_rule, "id");
         if (!json_is_integer(id)) {
-            failures += report.fail("Invalid field \"id\", is not integer");
+            failures += report.fail_at(old_rule, "id", "Invalid field \"id\", is not integer");
+            report.place_entry(source, static_cast<int64_t>(position));
             continue;
         }
         Json rule = object();

@@ -31,14 +31,14 @@ private:
     bool is_whole_ = true;
 };
 
-using Refusal = int (*)(Key name, const Report& report);
+using Refusal = int (*)(json_t* texts, Key name, const Report& report);
 
-int refuse_route(Key, const Report& report) {
-    return report.fail("Invalid invalid instance of object \"route_17_33\"");
+int refuse_route(json_t* texts, Key name, const Report& report) {
+    return report.fail_at(texts, name, "Invalid invalid instance of object \"route_17_33\"");
 }
 
-int refuse_arp_entry(Key name, const Report& report) {
-    return report.fail("Invalid invalid instance of object \"arp\" %s\n", name.text());
+int refuse_arp_entry(json_t* texts, Key name, const Report& report) {
+    return report.fail_at(texts, name, "Invalid invalid instance of object \"arp\" %s\n", name.text());
 }
 
 int objects_of_texts(json_t* destination, Key key, json_t* texts, Refusal refuse, const Report& report) {
@@ -50,7 +50,7 @@ int objects_of_texts(json_t* destination, Key key, json_t* texts, Refusal refuse
         if (!read_strictly(name.view(), number)) continue;
         Json value = read_text(text);
         if (value == nullptr)
-            failures += refuse(name, report);
+            failures += refuse(texts, name, report);
         else
             set(objects.get(), name, std::move(value));
     }

@@ -16,7 +16,7 @@ int copy_with_status(json_t* destination, Key key, json_t* value, Key status, co
     Json copy = json_is_object(value) ? shallow_copy(value) : object();
     json_t* const given = get(value, status);
     if (given == nullptr) set(copy.get(), status, string(kDefaultStatus.view()));
-    const int failures = ways::string_or<kDefaultStatus>(copy.get(), status, given, report);
+    const int failures = cross(ways::string_or<kDefaultStatus>, value, status, copy.get(), status, report);
     set(destination, key, std::move(copy));
     return failures;
 }

@@ -54,9 +54,9 @@ int leading_number(std::string_view name) {
 }
 
 // The old layout counts the rules from 0.
-int number_to_old(Key name, json_t* old_rule, const Report& report) {
+int number_to_old(json_t* rules, Key name, json_t* old_rule, const Report& report) {
     const int number = leading_number(name.view());
-    if (number < 1) return report.fail("Invalid element of object %s, index < 1", name.text());
+    if (number < 1) return report.fail_at(rules, name, "Invalid element of object %s, index < 1", name.text());
     set(old_rule, "num", integer(number - 1));
     return 0;
 }
@@ -75,7 +75,7 @@ int parse_new_vserver(json_t* source, json_t* destination, k_err_t* err) {
     for (const auto [name, rule] : members(source)) {
         if (!json_is_object(rule)) continue;
         Json old_rule = object();
-        failures += number_to_old(name, old_rule.get(), report);
+        failures += number_to_old(source, name, old_rule.get(), report);
         failures += to_old(kRule, rule, old_rule.get(), report);
         append(destination, std::move(old_rule));
     }

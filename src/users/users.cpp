@@ -86,7 +86,7 @@ int object_to_new(json_t* users, json_t* destination, const Report& report) {
     set(destination, "version", version == nullptr ? integer(1) : share(version));
     carry(destination, "services", get(users, "services"));
     const SortedMembers logins{get(users, "list")};
-    if (logins.failed()) return report.fail("Error allocated memory!\n");
+    if (logins.failed()) return report.fail_at(users, "list", "Error allocated memory!\n");
     int failures = 0;
     ListBuilder list;
     for (const auto& [login, user] : logins) failures += user_to_new(login, user, list, report);
@@ -100,9 +100,9 @@ int k_cnvrt_get_users_from_new(json_t* source, json_t* destination, k_err_t* err
     if (source == nullptr) return 0;
     const Report report{__func__, err};
     json_t* const version = get(source, "version");
-    if (version == nullptr) return report.fail("Field \"version\" is missing!");
-    if (!json_is_integer(version)) return report.fail("Field \"version\" not integer!");
-    if (json_integer_value(version) < 0) return report.fail("Error field \"version\" < 0");
+    if (version == nullptr) return report.placed(report.fail("Field \"version\" is missing!"), source);
+    if (!json_is_integer(version)) return report.fail_at(source, "version", "Field \"version\" not integer!");
+    if (json_integer_value(version) < 0) return report.fail_at(source, "version", "Error field \"version\" < 0");
     return json_integer_value(version) == 0 ? users_to_array(get(source, "list"), destination, report)
                                             : users_to_object(source, destination, report);
 }

@@ -69,14 +69,15 @@ int ports_to_new(json_t* ports, json_t* vlan, const Report& report) {
     ListBuilder list;
     for (const auto& [name, port] : SortedMembers{ports}) {
         if (name.length() > kLongestName) {
-            failures += report.fail("Invalid field \"ports\", name of %zu characters is longer than %zu", name.length(),
-                                    kLongestName);
+            failures +=
+                report.fail_at(ports, name, "Invalid field \"ports\", name of %zu characters is longer than %zu",
+                               name.length(), kLongestName);
             continue;
         }
         Json instance = object();
         set(instance.get(), "name", string(name));
         carry(instance.get(), "tag", get(port, "tag"));
-        failures += ways::integer_to_new(vlan, "vlanprio", get(port, "qos"), report);
+        failures += cross(ways::integer_to_new, port, "qos", vlan, "vlanprio", report);
         list.add(std::move(instance));
     }
     set(vlan, "ports", list.finish());
@@ -87,7 +88,8 @@ int ports_to_new(json_t* ports, json_t* vlan, const Report& report) {
 int check_position(json_t* old_vlan, size_t position, const Report& report) {
     json_t* const pos = get(old_vlan, "pos");
     if (pos == nullptr || json_integer_value(pos) == static_cast<json_int_t>(position)) return 0;
-    return report.fail("Invalid field \"pos\", %lld != %zu", static_cast<long long>(json_integer_value(pos)), position);
+    return report.fail_at(old_vlan, "pos", "Invalid field \"pos\", %lld != %zu",
+                          static_cast<long long>(json_integer_value(pos)), position);
 }
 
 int vlans_to_new(json_t* vlans, json_t* destination, const Report& report) {
@@ -112,7 +114,7 @@ int vlans_to_new(json_t* vlans, json_t* destination, const Report& report) {
 int k_cnvrt_get_vlan_from_new(json_t* source, json_t* destination, k_err_t* err) {
     const Report report{__func__, err};
     carry(destination, "vlans_enable", get(source, "vlans_enable"));
-    int failures = ways::names_to_old(destination, "avail_ports", get(source, "avail_ports"), report);
+    int failures = cross(ways::names_to_old, source, "avail_ports", destination, "avail_ports", report);
     json_t* const instances = get(source, "vlans");
     if (instances == nullptr) return failures;
     Json vlans = array();
@@ -125,7 +127,7 @@ int k_cnvrt_get_vlan_from_new(json_t* source, json_t* destination, k_err_t* err)
 
 int k_cnvrt_get_vlan_from_old(json_t* source, json_t* destination, k_err_t* err) {
     const Report report{__func__, err};
-    ways::names_to_new(destination, "avail_ports", get(source, "avail_ports"), report);
+    cross(ways::names_to_new, source, "avail_ports", destination, "avail_ports", report);
     // Without a list of VLANs the switch is not carried either.
     json_t* const vlans = get(source, "vlans");
     if (vlans == nullptr) return 0;

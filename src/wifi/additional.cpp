@@ -147,32 +147,37 @@ int code_to_band_width(json_t* additional, Key key, json_t* value, const Report&
     return 0;
 }
 
-int coexistent_to_old(json_t* extension, const OldRadio& old, const Report& report) {
+int coexistent_to_old(json_t* additional, const OldRadio& old, const Report& report) {
+    json_t* const extension = get(additional, "ExtensionChannel");
     if (!json_is_string(extension)) return 0;
     const BandWidth* const band_width = band_width_of(true, view_of(extension));
     if (band_width == nullptr)
-        return report.fail("Invalid field \"ExtensionChannel\", %s != %s", text_of(extension), kExtensions.text());
+        return report.fail_at(additional, "ExtensionChannel", "Invalid field \"ExtensionChannel\", %s != %s",
+                              text_of(extension), kExtensions.text());
     old.write(Place::kRadio, "BandWidth", string(Decimal{band_width->code}));
     return 0;
 }
 
-int exclusive_to_old(json_t* width, const OldRadio& old, const Report& report) {
+int exclusive_to_old(json_t* additional, const OldRadio& old, const Report& report) {
+    json_t* const width = get(additional, "BandWidth");
     // The message speaks of another field; it has always been this one's.
-    if (!json_is_string(width)) return report.fail("Invalid field \"BandWidth\", ExtensionChannel != \"auto\"");
+    if (!json_is_string(width))
+        return report.fail_at(additional, "BandWidth", "Invalid field \"BandWidth\", ExtensionChannel != \"auto\"");
     const BandWidth* const band_width = band_width_of(false, view_of(width));
     if (band_width == nullptr)
-        return report.fail("Invalid field \"BandWidth\", %s != [%s]", text_of(width), kWidths.text());
+        return report.fail_at(additional, "BandWidth", "Invalid field \"BandWidth\", %s != [%s]", text_of(width),
+                              kWidths.text());
     old.write(Place::kRadio, "BandWidth", string(Decimal{band_width->code}));
     return 0;
 }
 
 int band_width_to_old(json_t* additional, const OldRadio& old, const Report& report) {
-    json_t* const width = get(additional, "BandWidth");
     json_t* const coexistance = get(additional, "HTCoexistance");
-    if (width == nullptr || coexistance == nullptr) return 0;
-    if (!json_is_boolean(coexistance)) return report.fail("Invalid field \"HTCoexistance\" isn't JSON_BOOLEAN");
-    if (json_is_true(coexistance)) return coexistent_to_old(get(additional, "ExtensionChannel"), old, report);
-    return exclusive_to_old(width, old, report);
+    if (!has(additional, "BandWidth") || coexistance == nullptr) return 0;
+    if (!json_is_boolean(coexistance))
+        return report.fail_at(additional, "HTCoexistance", "Invalid field \"HTCoexistance\" isn't JSON_BOOLEAN");
+    if (json_is_true(coexistance)) return coexistent_to_old(additional, old, report);
+    return exclusive_to_old(additional, old, report);
 }
 
 constexpr Word<protection_to_new, protection_to_old> protection;

@@ -29,10 +29,12 @@ int default_key_to_new(json_t* client, Key key, json_t* value, const Report& rep
 int default_key_to_old(json_t* client, const OldRadio& old, const Report& report) {
     json_t* const value = get(client, "DefaultKeyId");
     if (value == nullptr) return 0;
-    if (!json_is_integer(value)) return report.fail("Invalid field \"DefaultKeyId\", is not integer");
+    if (!json_is_integer(value))
+        return report.fail_at(client, "DefaultKeyId", "Invalid field \"DefaultKeyId\", is not integer");
     const int64_t number = json_integer_value(value);
     if (number < 0 || number > kHighestKeyId)
-        return report.fail("Invalid field \"DefaultKeyId\", %" PRId64 " not in range [0-%d]", number, kHighestKeyId);
+        return report.fail_at(client, "DefaultKeyId", "Invalid field \"DefaultKeyId\", %" PRId64 " not in range [0-%d]",
+                              number, kHighestKeyId);
     if (number == 0)
         old.write(Place::kShared, "ApCliDefaultKeyId", string(""));
     else

@@ -39,7 +39,8 @@ int to_new(PlacedFields table, const OldRadio& old, json_t* new_object, const Re
     const Place* place = table.places;
     for (const Field field : table.fields) {
         if (field.to_new != nullptr)
-            failures += field.to_new(new_object, field.new_name, old.read(*place, field.old_name), report);
+            failures += old.placed(field.to_new(new_object, field.new_name, old.read(*place, field.old_name), report),
+                                   *place, field.old_name, report);
         ++place;
     }
     return failures;
@@ -52,9 +53,9 @@ int to_old(PlacedFields table, json_t* new_object, const OldRadio& old, const Re
     const Place* place = table.places;
     for (const Field field : table.fields) {
         if (field.to_old != nullptr)
-            failures += field.to_old(old.container(*place), old.name_to_write(*place, field.old_name),
-                                     get(new_object, field.new_name),
-                                     OldRadio::is_written_per_radio(*place) ? of_section : report);
+            failures += cross(field.to_old, new_object, field.new_name, old.container(*place),
+                              old.name_to_write(*place, field.old_name),
+                              OldRadio::is_written_per_radio(*place) ? of_section : report);
         ++place;
     }
     return failures;

@@ -61,6 +61,13 @@ struct OldRadio {
         return {form, is_5ghz && is_written_per_radio(place), number};
     }
 
+    // Notes where in the old object the messages of a field belong.
+    int placed(int failures, Place place, Key form, const Report& report) const {
+        if (failures != 0) [[unlikely]]
+            report.place(container(place), name_to_read(place, form));
+        return failures;
+    }
+
     json_t* read(Place place, Key form) const { return get(container(place), name_to_read(place, form)); }
     void write(Place place, Key form, Json value) const {
         set(container(place), name_to_write(place, form), std::move(value));

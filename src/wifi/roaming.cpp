@@ -19,6 +19,15 @@ namespace {
 constexpr int kNoTtl = -1;
 constexpr int kDefaultTtl = 32;
 
+constexpr Name kPort = "portno";
+constexpr Name kTtl = "mc_ttl";
+constexpr Name kGroupAddress = "mc_groupaddr";
+
+// In the order in which they are read.
+constexpr Unpacked kOldMembers[] = {
+    {"enable", 'b'}, {kPort, 'i'}, {"mc_switch", 'b'}, {kTtl, 'i', true}, {kGroupAddress, 's', true},
+};
+
 struct OldRoaming {
     int is_enabled = 0;
     int port = 0;
@@ -31,17 +40,19 @@ int read_old(json_t* source, OldRoaming& old, const Report& report) {
     json_error_t error;
     const int result = unpack(source, error, "{s: b, s: i, s: b, s? i, s? s}",  //
                               "enable", &old.is_enabled,                        //
-                              "portno", &old.port,                              //
+                              kPort.text(), &old.port,                          //
                               "mc_switch", &old.is_multicast,                   //
-                              "mc_ttl", &old.ttl,                               //
-                              "mc_groupaddr", &old.address);
+                              kTtl.text(), &old.ttl,                            //
+                              kGroupAddress.text(), &old.address);
     if (result == 0) return 0;
-    return report.fail("Invalid field 'enable'|'portno'|'mc_switch'|'mc_ttl'|'mc_groupaddr'");
+    report.fail("Invalid field 'enable'|'portno'|'mc_switch'|'mc_ttl'|'mc_groupaddr'");
+    place_misfit(source, kOldMembers, report);
+    return 1;
 }
 
-int check_port(const OldRoaming& old, const Report& report) {
+int check_port(json_t* source, const OldRoaming& old, const Report& report) {
     // This message has always been misspelt.
-    return old.port >= 65536 ? report.fail("Roaming port ange error") : 0;
+    return old.port >= 65536 ? report.fail_at(source, kPort, "Roaming port ange error") : 0;
 }
 
 // Addresses are compared as numbers in host order, so that every machine draws the same borders.
@@ -50,13 +61,14 @@ bool is_group_address(const char* address) {
     return number >= 0xEFFF0000 /* 239.255.0.0 */ && number <= 0xEFFFFFFF /* 239.255.255.255 */;
 }
 
-int check_multicast(const OldRoaming& old, const Report& report) {
+int check_multicast(json_t* source, const OldRoaming& old, const Report& report) {
     int failures = 0;
     if (old.ttl == kNoTtl || old.address == nullptr)
-        failures += report.fail("Roaming multicast is enabled, but TTL|Groupaddr is missing");
-    if (old.ttl < 0 || old.ttl > 255) failures += report.fail("Roaming multicast TTL range error");
+        failures += report.fail_at(source, old.ttl == kNoTtl ? kTtl : kGroupAddress,
+                                   "Roaming multicast is enabled, but TTL|Groupaddr is missing");
+    if (old.ttl < 0 || old.ttl > 255) failures += report.fail_at(source, kTtl, "Roaming multicast TTL range error");
     if (old.address != nullptr && !is_group_address(old.address))
-        failures += report.fail("Roaming multicast group address range error");
+        failures += report.fail_at(source, kGroupAddress, "Roaming multicast group address range error");
     return failures;
 }
 
@@ -71,9 +83,9 @@ int k_cnvrt_get_roaming_from_old(json_t* source, json_t* destination, k_err_t* e
     const Report report{__func__, err};
     OldRoaming old;
     int failures = read_old(source, old, report);
-    failures += check_port(old, report);
+    failures += check_port(source, old, report);
     if (old.is_multicast != 0)
-        failures += check_multicast(old, report);
+        failures += check_multicast(source, old, report);
     else
         use_defaults(old);
     // Without an address, which has been reported by now, no settings are written.

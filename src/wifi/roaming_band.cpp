@@ -14,9 +14,9 @@ namespace {
 // A band: its name in the new layout and its fields in the old one.
 struct Band {
     Key name;
-    Key quality_limit;
-    Key quality_width;
-    Key max_timeout;
+    Name quality_limit;
+    Name quality_width;
+    Name max_timeout;
 };
 
 constexpr Band k24GHz = {"2.4GHz", "quality_limit", "quality_width", "max_timeout"};
@@ -33,35 +33,37 @@ bool has_none(json_t* old_roaming, const Band& band) {
            !has(old_roaming, band.max_timeout);
 }
 
-bool read_old(json_t* old_roaming, const Band& band, Thresholds& thresholds) {
+int read_old(json_t* old_roaming, const Band& band, Thresholds& thresholds, const Report& report) {
     json_error_t error;
-    return unpack(old_roaming, error, "{s: i, s: i, s: i}",              //
-                  band.quality_limit.text(), &thresholds.quality_limit,  //
-                  band.quality_width.text(), &thresholds.quality_width,  //
-                  band.max_timeout.text(), &thresholds.max_timeout) == 0;
+    const int result =
+        unpack(old_roaming, error, "{s: i, s: i, s: i}", band.quality_limit.text(), &thresholds.quality_limit,
+               band.quality_width.text(), &thresholds.quality_width, band.max_timeout.text(), &thresholds.max_timeout);
+    if (result == 0) return 0;
+    report.fail("Invalid field '%s'|'%s'|'%s', is not integer value", band.quality_limit.text(),
+                band.quality_width.text(), band.max_timeout.text());
+    const Unpacked read[] = {{band.quality_limit, 'i'}, {band.quality_width, 'i'}, {band.max_timeout, 'i'}};
+    place_misfit(old_roaming, read, report);
+    return 1;
 }
 
-int check(bool fits, Key key, const Report& report) {
+int check(bool is_in_range, json_t* old_roaming, Key key, const Report& report) {
     // The quotes are stray, and have always been.
-    return fits ? 0 : report.fail("Field '%s'|' range error", key.text());
+    return is_in_range ? 0 : report.fail_at(old_roaming, key, "Field '%s'|' range error", key.text());
 }
 
-int check_ranges(const Band& band, const Thresholds& thresholds, const Report& report) {
+int check_ranges(json_t* old_roaming, const Band& band, const Thresholds& thresholds, const Report& report) {
     const auto [limit, width, timeout] = thresholds;
-    int failures = check(timeout >= 0, band.max_timeout, report);
-    failures += check(limit >= 0 && limit <= 100, band.quality_limit, report);
-    failures += check(width >= -50 && width <= 50, band.quality_width, report);
+    int failures = check(timeout >= 0, old_roaming, band.max_timeout, report);
+    failures += check(limit >= 0 && limit <= 100, old_roaming, band.quality_limit, report);
+    failures += check(width >= -50 && width <= 50, old_roaming, band.quality_width, report);
     return failures;
 }
 
 // A band with a failure is set all the same.
 int band_to_new(json_t* old_roaming, Key number, const Band& band, json_t* bands, const Report& report) {
     Thresholds thresholds;
-    int failures = 0;
-    if (!read_old(old_roaming, band, thresholds))
-        failures += report.fail("Invalid field '%s'|'%s'|'%s', is not integer value", band.quality_limit.text(),
-                                band.quality_width.text(), band.max_timeout.text());
-    failures += check_ranges(band, thresholds, report);
+    int failures = read_old(old_roaming, band, thresholds, report);
+    failures += check_ranges(old_roaming, band, thresholds, report);
     set(bands, number,
         Json{noted(json_pack("{s: s, s: i, s: i, s: i}",                //
                              "Band", band.name.text(),                  //

@@ -15,4 +15,12 @@ int unpack(json_t* source, json_error_t& error, const char* format, ...) {
     return result;
 }
 
+bool fits(json_t* source, const Unpacked& member) {
+    json_t* const value = get(source, member.name);
+    if (value == nullptr) return member.is_optional;
+    return member.type == 'b'   ? json_is_boolean(value)
+           : member.type == 'i' ? json_is_integer(value)
+                                : json_is_string(value);
+}
+
 }  // namespace kcnvrt

@@ -27,7 +27,8 @@ protected:
     }
 
     Errors err{k_err_new()};
-    Json root = parse(R"({"a": {"b": [{"c": 1}, {"c": 2}], "": {}}, "x/y": {"~": {}}, "é": {}, "n": null})");
+    Json root =
+        parse(R"({"a": {"b": [{"c": 1}, {"c": 2}], "": {"": 1}}, "x/y": {"~": {"~/~1": 1}}, "é": {}, "n": null})");
 };
 
 using Texts = std::vector<std::string>;
@@ -43,7 +44,18 @@ TEST_F(Places, AreMembersOfObjectsAndElementsOfArrays) {
     place(root.get(), "n");
     EXPECT_EQ(pointers(), (Texts{"(null)", "(null)", "(null)", "(null)"}));
     locate();
-    EXPECT_EQ(pointers(), (Texts{"/a/b/1/c", "/a/b/0", "/a/not there", "/n"}));
+    EXPECT_EQ(pointers(), (Texts{"/a/b/1/c", "/a/b/0", "/a", "/n"}));
+}
+
+TEST_F(Places, OfWhatIsMissingAreTheContainersThatLackIt) {
+    report();
+    place(at("a"), "not there");
+    for (const char* index : {"2", "-1", "00", "x", ""}) {
+        report();
+        place(at("a.b"), index);
+    }
+    locate();
+    EXPECT_EQ(pointers(), (Texts{"/a", "/a/b", "/a/b", "/a/b", "/a/b", "/a/b"}));
 }
 
 TEST_F(Places, AreObjectsAndArraysThemselves) {
@@ -157,6 +169,7 @@ TEST_F(Places, BelongToTheCallThatReported) {
 
 TEST_F(Places, OutliveTheSource) {
     report();
+    json_object_set_new(at("a"), "name", json_null());
     char name[] = "name";
     place(at("a"), name);
     name[0] = '?';
@@ -197,7 +210,7 @@ TEST_F(Places, EndBeforeANameThatNoTextHolds) {
 // A container in two places has one of its own, and is walked through once: forty levels of it would otherwise be more
 // than anyone can walk.
 TEST_F(Places, OfSharedContainersCostNoMoreThanTheyAre) {
-    json_t* const innermost = json_object();
+    json_t* const innermost = json_pack("{s:n}", "c");
     Json tree{innermost};
     for (int level = 0; level < 40; ++level) {
         json_t* const pair = json_array();
@@ -222,6 +235,7 @@ TEST_F(Places, MayBeNestedToAnyDepth) {
     root = nested(kLevels);
     json_t* innermost = root.get();
     while (json_array_size(innermost) > 0) innermost = json_array_get(innermost, 0);
+    json_array_append_new(innermost, json_null());
     report();
     place(innermost, "0");
     locate();
@@ -231,7 +245,7 @@ TEST_F(Places, MayBeNestedToAnyDepth) {
 
 TEST_F(Places, AreFoundAmongThousands) {
     root.reset(json_array());
-    for (int i = 0; i < 5000; ++i) json_array_append_new(root.get(), json_pack("{s:{}}", "in"));
+    for (int i = 0; i < 5000; ++i) json_array_append_new(root.get(), json_pack("{s:{s:n}}", "in", "x"));
     for (size_t i = 0; i < 5000; ++i) {
         report();
         place(json_object_get(json_array_get(root.get(), i), "in"), "x");

@@ -63,7 +63,7 @@ static void call_error_record(k_err_t* err) {
 }
 
 static void call_places(k_err_t* err) {
-    json_t* root = json_pack("{s:{}}", "a");
+    json_t* root = json_pack("{s:{s:n}}", "a", "b/c");
 
     k_err_set(err, "call", 1, "wrong");
     k_err_place(err, json_object_get(root, "a"), "b/c", 3);
