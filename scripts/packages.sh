@@ -3,7 +3,7 @@
 
 build_packages=(g++ cmake ninja-build pkg-config libjansson-dev)
 docs_packages=(jq)
-test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats)
+test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats python3)
 
 # installed_packages NAME...: prints those that are.
 installed_packages() {
