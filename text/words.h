@@ -42,27 +42,24 @@ inline Word special_bytes(Word word) {
     return (quotes | backslashes | controls | word) & repeated(0x80);
 }
 
-// The last bytes of a text, fewer than a word and at least one, with blanks behind them.
+// The last bytes of a text, fewer than a word and at least one, with zeros behind them, the first of which is special.
 inline Word load_rest(const char* bytes, size_t count) {
     const auto byte = [bytes](size_t i) { return Word{static_cast<unsigned char>(bytes[i])} << 8 * i; };
-    const Word blanks = repeated(' ') << 8 * count;
-    if (count < 4) return blanks | byte(0) | byte(count / 2) | byte(count - 1);
+    if (count < 4) return byte(0) | byte(count / 2) | byte(count - 1);
     const auto half = [bytes](size_t i) {
         uint32_t four;
         std::memcpy(&four, bytes + i, sizeof four);
         if constexpr (std::endian::native == std::endian::big) four = __builtin_bswap32(four);
         return Word{four} << 8 * i;
     };
-    return blanks | half(0) | half(count - 4);
+    return half(0) | half(count - 4);
 }
 
 // The first special byte of [at, end), or `end`.
 inline const char* find_special(const char* at, const char* end) {
     for (; end - at >= static_cast<ptrdiff_t>(kWordSize); at += kWordSize)
         if (const Word marks = special_bytes(load(at)); marks != 0) return at + first_byte(marks);
-    if (at == end) return end;
-    const Word marks = special_bytes(load_rest(at, static_cast<size_t>(end - at)));
-    return marks == 0 ? end : at + first_byte(marks);
+    return at == end ? end : at + first_byte(special_bytes(load_rest(at, static_cast<size_t>(end - at))));
 }
 
 }  // namespace kcnvrt::text

@@ -108,11 +108,9 @@ char* put_escape(char byte, char* place) {
         }
     }
     if (at == end) return place;
-    const auto left = static_cast<size_t>(end - at);
-    const Word word = load_rest(at, left);
+    const Word word = load_rest(at, static_cast<size_t>(end - at));
     store(word, place);
-    const Word marks = special_bytes(word);
-    const size_t copied = marks == 0 ? left : first_byte(marks);
+    const size_t copied = first_byte(special_bytes(word));
     at += copied;
     return place + copied;
 }

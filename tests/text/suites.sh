@@ -1,6 +1,6 @@
 #!/bin/sh
-# suites.sh KCNVRT PACKAGES: runs suites.js on the tool, with the packages of that folder, which are installed if need be.
-# Exits with 77, which CTest takes for skipped, where they cannot be had.
+# suites.sh KCNVRT PACKAGES: runs suites.js on the tool, with the packages of that folder, which are installed if need
+# be. Exits with 77, which CTest takes for skipped, where they cannot be had.
 set -eu
 
 source=$(dirname "$(readlink -f "$0")")
