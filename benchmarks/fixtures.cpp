@@ -1,4 +1,5 @@
 // Writes the configurations that are measured, for other programs to read: bench_fixtures old|new SCALE
+// They are indented as the example is.
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -16,5 +17,6 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     const Json root = bench::configuration(layout == "old" ? Layout::kOld : Layout::kNew, static_cast<unsigned>(scale));
-    return json_dumpf(root.get(), stdout, JSON_COMPACT) == 0 && std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    return json_dumpf(root.get(), stdout, JSON_INDENT(4)) == 0 && std::fflush(stdout) == 0 ? EXIT_SUCCESS
+                                                                                           : EXIT_FAILURE;
 }

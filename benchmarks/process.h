@@ -1,10 +1,25 @@
 // process.h: what a whole process costs.
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace kcnvrt::bench {
 
-// The least CPU seconds, user and system, that the command took in `runs` runs, its output thrown away. Negative when
-// it failed.
-double cpu_seconds(const char* const* command, int runs);
+using Command = std::vector<std::string>;
+
+struct Cost {
+    double seconds;    // of CPU, user and system
+    double kilobytes;  // the most memory that it had at a time
+};
+
+// Keeps this process, and those that it starts, on one core.
+void stay_on_one_core();
+
+// Runs the commands in turn, so many rounds, their output thrown away: for each command the cost of each round. What
+// the machine does besides disturbs the commands of a round alike. Ends the program when a command fails.
+std::vector<std::vector<Cost>> run_in_turn(const std::vector<Command>& commands, int rounds);
+
+double median(std::vector<double> values);
 
 }  // namespace kcnvrt::bench

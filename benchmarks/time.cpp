@@ -9,7 +9,6 @@
 #include <map>
 
 #include "deep_copy.h"
-#include "process.h"
 #include "subjects.h"
 
 using namespace kcnvrt;
@@ -19,7 +18,6 @@ namespace {
 
 constexpr int kRepetitions = 5;
 constexpr double kSecondsOfEach = 0.03;
-constexpr int kProcessRuns = 40;
 
 struct FreeText {
     void operator()(char* text) const { std::free(text); }
@@ -86,18 +84,6 @@ void print(const Subject& subject, const BestTimes& best) {
                 convert / best(subject.label, "dumps"));
 }
 
-// The tool against a program that only parses and dumps: TOOL PARSE_AND_DUMP OLD_FILE NEW_FILE
-void print_processes(char** files) {
-    for (int i = 0; i < 2; ++i) {
-        const char* const tool[] = {files[0], i == 0 ? "to-new" : "to-old", files[2 + i], nullptr};
-        const char* const plain[] = {files[1], files[2 + i], nullptr};
-        const double converting = cpu_seconds(tool, kProcessRuns);
-        const double parsing = cpu_seconds(plain, kProcessRuns);
-        std::printf("kcnvrt %s: CPU of the process %.1f ms, %.2f of parsing and dumping\n", tool[1], converting * 1e3,
-                    converting / parsing);
-    }
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -109,5 +95,4 @@ int main(int argc, char** argv) {
 
     std::printf("%-44s %10s %8s %8s %8s\n", "conversion", "us", "/loads", "/copy", "/dumps");
     for (const Subject& subject : subjects) print(subject, best);
-    if (argc == 6) print_processes(argv + 2);
 }

@@ -4,7 +4,9 @@ set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
 lock
-need_packages "${build_packages[@]}" libbenchmark-dev valgrind
+packages=("${build_packages[@]}" libbenchmark-dev valgrind)
+[ "${1:-}" != --plots ] || packages+=(gnuplot-nox jq python3-minimal)
+need_packages "${packages[@]}"
 configure bench release OFF -DKCNVRT_BENCH=ON
 build bench all
 unlock
@@ -13,7 +15,20 @@ programs=$root/build/bench/bin
 documents=$root/build/bench/documents
 counts=$root/build/bench/counts
 mkdir -p "$documents"
-for layout in old new; do "$programs/bench_fixtures" "$layout" 10 > "$documents/$layout.json"; done
+
+# make_documents SCALE...
+make_documents() {
+    local layout scale
+    for layout in old new; do
+        for scale; do "$programs/bench_fixtures" "$layout" "$scale" > "$documents/$layout.$scale.json"; done
+    done
+}
+
+# processes SCALE...: the tool's whole process beside others.
+processes() {
+    make_documents "$@"
+    "$programs/bench_processes" "$programs" "$documents" "$@"
+}
 
 # counted FILE COMMAND...: runs it for callgrind, which writes what it counts into FILE.
 counted() { valgrind --tool=callgrind --callgrind-out-file="$1" "${@:2}" 2> "$counts/log"; }
@@ -40,12 +55,18 @@ case ${1:-} in
         mkdir -p "$counts"
         counted "$counts/out" "$programs/bench_instructions" > "$counts/sizes"
         awk -f "$root/scripts/bench_table.awk" "$counts/sizes" "$counts"/out[.0-9]*
-        compare_process to-new "$documents/old.json"
-        compare_process to-old "$documents/new.json"
+        make_documents 10
+        compare_process to-new "$documents/old.10.json"
+        compare_process to-old "$documents/new.10.json"
         ;;
     --memory) exec "$programs/bench_memory" ;;
+    --processes) processes 1 10 100 ;;
+    --plots)
+        processes 1 3 10 30 100 | tee "$root/build/bench/figures"
+        gnuplot -e "figures = '$root/build/bench/figures'; folder = '$root/docs'" "$root/scripts/plots.gp"
+        ;;
     *)
-        exec "$programs/bench_time" 100 "$programs/kcnvrt" "$programs/parse_and_dump" \
-            "$documents/old.json" "$documents/new.json"
+        "$programs/bench_time" 100
+        processes 1 10 100
         ;;
 esac
