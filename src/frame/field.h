@@ -60,9 +60,8 @@ inline constexpr Word<ways::password_to_new, ways::password_to_old> password;
 // To new: a text is carried; an absent one and "" become "Disconnected". To old: carried.
 inline constexpr Word<ways::status_to_new, ways::carry> status;
 
-// Some old sections have types, too. Such a word says which layout insists on the type: on the way into that layout the
-// value becomes of the type as boolean_field, integer_field and string_field have it to new; on the way out it is
-// carried.
+// Some old sections have types, too. Such a word says in which layout the value has its type: on the way into that
+// layout it is converted as boolean_field, integer_field and string_field convert it to new; on the way out, carried.
 inline constexpr Word<ways::boolean_to_new, ways::carry> boolean_in_new;
 inline constexpr Word<ways::carry, ways::boolean_to_new> boolean_in_old;
 inline constexpr Word<ways::boolean_to_new, ways::boolean_to_new> boolean_in_both;

@@ -145,9 +145,11 @@ int elements_to_new(json_t* destination, Key key, json_t* value, const Report& r
 int elements_to_old(json_t* destination, Key key, json_t* value, const Report& report);
 }  // namespace ways
 
+// To new: an array of names becomes a list of {"name": ...}. To old: back.
 inline constexpr Word<ways::names_to_new, ways::names_to_old> name_list;
 inline constexpr Word<ways::names_to_new, nullptr> name_list_to_new;
 inline constexpr Word<nullptr, ways::names_to_old> name_list_to_old;
+// To new: an array becomes a list of the same entries. To old: back.
 inline constexpr Word<ways::elements_to_new, ways::elements_to_old> element_list;
 
 }  // namespace kcnvrt

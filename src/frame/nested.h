@@ -67,12 +67,14 @@ int nested(json_t* destination, Key key, json_t* value, const Report& report) {
 
 }  // namespace ways
 
-// Each calls the table again for what is inside.
+// An object against an object, through the table.
 template <const auto& table, ways::Text author = "">
 inline constexpr auto object_field = field<ways::nested<to_new, table, author>, ways::nested<to_old, table, author>>;
+// An array against a numbered list, each entry through the table.
 template <const auto& table, ways::Text author = "">
 inline constexpr auto list_field =
     field<ways::nested<list_to_new, table, author>, ways::nested<list_to_old, table, author>>;
+// Objects under the same instance numbers in both layouts, each through the table.
 template <const auto& table>
 inline constexpr auto instances_field =
     field<ways::nested<instances_to_new, table, "">, ways::nested<instances_to_old, table, "">>;
