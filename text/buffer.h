@@ -38,6 +38,9 @@ public:
         return true;
     }
 
+    // Ends a text with a NUL, which counts.
+    bool terminate() { return append({"\0", 1}); }
+
     void cut(size_t size) { size_ = size; }
 
     // Hands the bytes over: the caller frees them. Null where there never were any.

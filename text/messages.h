@@ -10,8 +10,8 @@ namespace kcnvrt::text {
 // those are shown. Null when memory ends.
 const char* message_of(const k_err_t* record, size_t index, json_t* root, bool shows_secrets, KeptTexts& texts);
 
-// One problem for each line that the result's record kept, and one for each message, with its place in the source, whose
-// tree is `root`. `printer` is the pointer of what prints lines.
+// One problem for each line that the result's record kept, and one for each message, with its place in the source,
+// whose tree is `root`. `printer` is the pointer of what prints lines.
 void add_messages(const Source& source, json_t* root, const char* printer, k_text_result_t& result);
 
 // One note for each place that was taken out of the source, or one that nothing is left.

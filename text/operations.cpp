@@ -93,13 +93,13 @@ struct Operation {
 // clang-format off
 constexpr Operation kOperations[] = {
     //                       flags     with a       without a
-    //                       |         second text  second    section  second   shape           messages  answer
-    {K_TEXT_TO_NEW,         {kDslVlan, kMergePatch, kPartial, kNone,   kMaybe},  kConfiguration, kInText,  to_new},
-    {K_TEXT_TO_OLD,         {kDslVlan, 0,           kPartial, kNone,   kNone},   kConfiguration, kInText,  to_old},
-    {K_TEXT_SECTION_TO_NEW, {0,        kMergePatch, kPartial, kNeeded, kMaybe},  kSection,       kInText,  section_to_new},
-    {K_TEXT_SECTION_TO_OLD, {0,        0,           kPartial, kNeeded, kNone},   kSection,       kInText,  section_to_old},
-    {K_TEXT_DIFF,           {0,        kMergePatch, 0,        kNone,   kNeeded}, kAnyValue,      kInOther, diff},
-    {K_TEXT_APPLY,          {0,        0,           0,        kNone,   kNeeded}, kAnyValue,      kInOther, apply},
+    //                       |         second text  second    section  second   shape      messages  answer
+    {K_TEXT_TO_NEW,         {kDslVlan, kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kInText,  to_new},
+    {K_TEXT_TO_OLD,         {kDslVlan, 0,           kPartial, kNone,   kNone},   kWhole,    kInText,  to_old},
+    {K_TEXT_SECTION_TO_NEW, {0,        kMergePatch, kPartial, kNeeded, kMaybe},  kSection,  kInText,  section_to_new},
+    {K_TEXT_SECTION_TO_OLD, {0,        0,           kPartial, kNeeded, kNone},   kSection,  kInText,  section_to_old},
+    {K_TEXT_DIFF,           {0,        kMergePatch, 0,        kNone,   kNeeded}, kAnyValue, kInOther, diff},
+    {K_TEXT_APPLY,          {0,        0,           0,        kNone,   kNeeded}, kAnyValue, kInOther, apply},
 };
 // clang-format on
 

@@ -26,8 +26,8 @@ struct Part {
     bool has_memory = true;
 };
 
-// Takes out of `tree` what the counted messages of `record` point to, which tell why the tree was rejected, converts what
-// is left, and goes on so until that passes. Texts are kept in `texts`.
+// Takes out of `tree` what the counted messages of `record` point to, which tell why the tree was rejected, converts
+// what is left, and goes on so until that passes. Texts are kept in `texts`.
 void convert_part(const Conversion& conversion, json_t* tree, const k_err_t* record, bool shows_secrets,
                   KeptTexts& texts, Part& part);
 

@@ -128,7 +128,7 @@ int k_text_excerpt(k_text_result_t* result, size_t index, const char* text, size
     result->excerpt.cut(0);
     const bool is_shown =
         show_line(view, {start, start + (is_container ? 1 : problem.length)}, width, result->excerpt, mark) &&
-        result->excerpt.append({"", 1});
+        result->excerpt.terminate();
     if (!is_shown) return -1;
     *excerpt = {excerpt->size, result->excerpt.data(), mark.offset, mark.length};
     return 0;

@@ -52,7 +52,7 @@ Json read_source(const Source& source, k_text_result_t& result) {
     Json root(read(source.text, options_of(source.shape), error));
     if (!root) {
         report(source, error, result);
-    } else if (source.shape == Shape::kConfiguration && !json_is_object(root.get())) {
+    } else if (source.shape == Shape::kWhole && !json_is_object(root.get())) {
         result.fail(K_TEXT_UNREADABLE, {.which = source.which,
                                         .pointer = "",
                                         .function = "parse",

@@ -10,8 +10,8 @@ namespace kcnvrt::text {
 
 // What a text has to be.
 enum class Shape : uint8_t {
-    kConfiguration,  // an object
-    kSection,        // an object or an array
+    kWhole,    // a configuration: an object
+    kSection,  // an object or an array
     kAnyValue,
 };
 

@@ -151,13 +151,13 @@ const char* explain_duplicate(const ReadError& error, std::string_view text, Buf
     const size_t end = rest.find('"', 1);
     if (end == std::string_view::npos || end > kMostShown) return "this member is given twice in the same object";
     const bool is_written = words.append({rest.data(), end + 1}) &&
-                            words.append(" is given twice in the same object"sv) && words.append({"", 1});
+                            words.append(" is given twice in the same object"sv) && words.terminate();
     return is_written ? words.data() : nullptr;
 }
 
 const char* explain_scalar(Shape shape) {
-    return shape == Shape::kConfiguration ? "a configuration is an object in { }, this is a single value"
-                                          : "a section is an object in { } or an array in [ ], this is a single value";
+    return shape == Shape::kWhole ? "a configuration is an object in { }, this is a single value"
+                                  : "a section is an object in { } or an array in [ ], this is a single value";
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ TEST(Excerpt, IsShortenedAroundTheValue) {
 
 TEST(Excerpt, FitsIntoTheWidth) {
     const std::string text =
-        R"({"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa": tru, "bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb": 1})";
+        R"({"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa": tru, "bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb": 1})";
     for (const size_t width : {0u, 24u, 25u, 40u, 60u, 90u, 91u, 200u}) {
         const Excerpt excerpt = excerpt_of_broken(text, width);
         EXPECT_LE(excerpt.line.size(), std::max<size_t>(width, 24)) << width;

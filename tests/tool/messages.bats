@@ -152,8 +152,8 @@ load setup
     write old.json '{"rejected": 1}'
     for format in text json; do
         rm -f calls
-        LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=calls "$TALKATIVE_KCNVRT" to-new --errors "$format" old.json 2> messages ||
-            true
+        export SHIM_RECORD=calls
+        ! LD_PRELOAD="$SHIM_LIBRARY" "$TALKATIVE_KCNVRT" to-new --errors "$format" old.json 2> messages || return 1
         equal "$(wc -l < messages)" 4
         equal "$(sed -n 's/^write .*messages = //p' calls)" "$(awk '{ print length($0) + 1 }' messages)"
     done

@@ -58,7 +58,7 @@ escape=$'\x1b'
     without_colors
     TERM=xterm on_terminal 3 100 to-new --color never old.json
     without_colors
-    TERM=xterm NO_COLOR= on_terminal 3 100 to-new --color auto old.json
+    TERM=xterm NO_COLOR='' on_terminal 3 100 to-new --color auto old.json
     equal "${lines[2]}" "    |         ${escape}[1;32m^~${escape}[m"
     TERM=dumb NO_COLOR=1 on_terminal 3 100 to-new --color always old.json
     equal "${lines[2]}" "    |         ${escape}[1;32m^~${escape}[m"

@@ -78,8 +78,8 @@ typedef struct {
  * How a request ended.
  *
  * A text that is rejected has no output, but with K_TEXT_PARTIAL: then the members and elements that its errors point
- * to are taken out, and the rest is converted, and so on until that passes. What was taken out is noted, each place by a
- * problem of the function "partial"; where nothing is left to take out, there is no output.
+ * to are taken out, and the rest is converted, and so on until that passes. What was taken out is noted, each place by
+ * a problem of the function "partial"; where nothing is left to take out, there is no output.
  */
 enum {
     K_TEXT_CONVERTED = 0,    /* there is an output, though there may be problems */
