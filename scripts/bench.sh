@@ -4,7 +4,7 @@ set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
 lock
-packages=("${build_packages[@]}" libbenchmark-dev valgrind)
+packages=("${build_packages[@]}" "${count_packages[@]}")
 [ "${1:-}" != --plots ] || packages+=(gnuplot-nox jq python3-minimal)
 need_packages "${packages[@]}"
 configure bench release OFF -DKCNVRT_BENCH=ON
@@ -53,13 +53,13 @@ case ${1:-} in
     --instructions)
         rm -rf "$counts"
         mkdir -p "$counts"
-        counted "$counts/out" "$programs/bench_instructions" > "$counts/sizes"
+        counted "$counts/out" "$programs/bench_instructions" "${@:2}" > "$counts/sizes"
         awk -f "$root/scripts/bench_table.awk" "$counts/sizes" "$counts"/out[.0-9]*
         make_documents 10
         compare_process to-new "$documents/old.10.json"
         compare_process to-old "$documents/new.10.json"
         ;;
-    --memory) exec "$programs/bench_memory" ;;
+    --memory) exec "$programs/bench_memory" "${@:2}" ;;
     --processes) processes 1 10 100 ;;
     --plots)
         processes 1 3 10 30 100 | tee "$root/build/bench/figures"

@@ -90,6 +90,13 @@ refuse_skipped() {
     return "$refused"
 }
 
+# check_limits GROUP: compares the figures on standard input with the limits of their group in tests/limits.txt, which
+# says what they look like.
+check_limits() {
+    cat > "$root/build/figures"
+    awk -v group="$1" -f "$root/scripts/limits.awk" "$root/tests/limits.txt" "$root/build/figures" | sort
+}
+
 # run_tests FOLDER [CTEST_ARGUMENT...]
 run_tests() {
     local report=$root/build/$1/tests.xml status=0

@@ -7,7 +7,7 @@ set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
 lock
-need_packages "${test_packages[@]}" valgrind
+need_packages "${test_packages[@]}" "${count_packages[@]}"
 configure release release ON
 quietly cmake "$root/build/release" # valgrind may be new
 build release list_costs

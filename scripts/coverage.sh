@@ -1,19 +1,35 @@
 #!/bin/bash
-# Which lines and branches of the two libraries the tests reach. Branches that the compiler makes for exceptions, which
-# the libraries do not have, are not counted, nor are the copies of inline functions that the tests, which have
-# exceptions, compile for themselves. The last lines say what is missing where.
+# Which lines and branches of the libraries and the tool the tests reach, in the limits of tests/limits.txt. Branches
+# that the compiler makes for exceptions are not counted, nor are the copies of inline functions that the tests compile
+# for themselves. What is missing where is listed before the figures.
+#   ./test --coverage [CTEST_ARGUMENT...]
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
 lock
-need_packages "${test_packages[@]}" gcovr
+need_packages "${test_packages[@]}" "${coverage_packages[@]}"
+need_npm
+fetch_differences
 configure coverage debug ON -DKCNVRT_COVERAGE=ON
 build coverage all
 find "$root/build/coverage" -name '*.gcda' -delete
 unlock
-run_tests coverage --exclude-regex '^(package|tool)' "$@"
+run_tests coverage "$@"
+
+# The folders of what is shipped, which have objects of their own in the build.
+cd "$root"
+folders=()
+for folder in src support text tools; do [ ! -d "$folder" ] || folders+=("$folder"); done
+say "Counting what the tests reached in ${folders[*]}"
 cd "$root/build/coverage"
-gcovr --root "$root" --filter "$root/src/" --filter "$root/support/" \
-    --exclude-throw-branches --exclude-unreachable-branches --json counts.json --html-details lines.html src support
+gcovr --root "$root" "${folders[@]/#/--filter=$root/}" --exclude-throw-branches --exclude-unreachable-branches \
+    --json counts.json --html-details lines.html "${folders[@]}"
 gcovr --root "$root" --add-tracefile counts.json
-gcovr --root "$root" --add-tracefile counts.json --branches --print-summary
+gcovr --root "$root" --add-tracefile counts.json --branches --json-summary summary.json --print-summary
+jq -r '
+    def share(covered; total): 10000 * covered / ([total, 1] | max) | floor / 100;
+    [.files[] | . + {folder: (.filename | split("/")[0])}] | group_by(.folder)[] | .[0].folder as $folder |
+    "coverage \($folder), lines = \(share(map(.line_covered) | add; map(.line_total) | add))",
+    "coverage \($folder), branches = \(share(map(.branch_covered) | add; map(.branch_total) | add))"
+    ' summary.json > figures
+[ $# -gt 0 ] || check_limits coverage < figures # some of the tests reach less

@@ -84,10 +84,13 @@ check_needed() {
         fail "$1: the libraries need $needed"
 }
 
-# In the flash of a device.
-stripped_size() {
-    "$1-strip" -o "$cross/$1/stripped" "$cross/$1/release/lib/$2.so"
-    stat -c %s "$cross/$1/stripped"
+# What each library takes in the flash of a device.
+sizes_on() {
+    local library
+    for library in "$cross/$1/release/lib/"libk_*.so; do
+        "$1-strip" -o "$cross/$1/stripped" "$library"
+        echo "cross $1 $(basename "$library" .so), bytes = $(stat -c %s "$cross/$1/stripped")"
+    done
 }
 
 check_on() {
@@ -99,13 +102,11 @@ check_on() {
     KCNVRT_SAMPLE=20 "${emulator[@]}" "$folder/bin/text_unit" --gtest_brief=1 --gtest_filter=-Real.AMillion*
     outcomes "$folder" "${emulator[@]}" > "$cross/$1/outcomes"
     cmp "$cross/outcomes" "$cross/$1/outcomes"
-    echo "$1: $(grep -c '^case ' "$cross/$1/outcomes") cases, all as here; stripped, libk_cnvrt has" \
-        "$(stripped_size "$1" libk_cnvrt) bytes and libk_support $(stripped_size "$1" libk_support)"
+    echo "$1: $(grep -c '^case ' "$cross/$1/outcomes") cases, all as here"
 }
 
 lock
-compilers=("${!emulators[@]}")
-need_packages "${test_packages[@]}" "${compilers[@]/#/g++-}" googletest qemu-user-static dpkg-dev
+need_packages "${test_packages[@]}" "${cross_packages[@]}"
 fetch_jansson
 configure release release ON
 build release cases kcnvrt
@@ -116,3 +117,5 @@ done
 unlock
 outcomes "$root/build/release" > "$cross/outcomes"
 for triplet in "${!emulators[@]}"; do check_on "$triplet"; done
+for triplet in "${!emulators[@]}"; do sizes_on "$triplet"; done > "$cross/figures"
+check_limits cross < "$cross/figures"

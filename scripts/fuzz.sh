@@ -40,7 +40,7 @@ shift
 [ $# -eq 0 ] || targets=("$@")
 
 lock
-need_packages "${test_packages[@]}" clang-14 libclang-rt-14-dev
+need_packages "${test_packages[@]}" "${fuzz_packages[@]}"
 configure fuzz fuzz OFF
 build fuzz "${targets[@]/#/fuzz_}"
 unlock

@@ -73,7 +73,7 @@ check_tidy() {
         complain "clang-tidy found these mistakes"
 }
 
-need_packages "${test_packages[@]}" git clang-format-14 clang-tidy-14 shellcheck
+need_packages "${test_packages[@]}" "${lint_packages[@]}"
 cd "$root"
 [ $# -gt 0 ] || set -- format width shell links tidy
 for check in "$@"; do

@@ -4,6 +4,13 @@
 build_packages=(g++ cmake ninja-build pkg-config libjansson-dev)
 docs_packages=(jq)
 test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats python3)
+# Besides those:
+lint_packages=(git clang-format-14 clang-tidy-14 shellcheck)
+clang_packages=(clang-14)
+fuzz_packages=(clang-14 libclang-rt-14-dev)
+count_packages=(libbenchmark-dev valgrind)
+coverage_packages=(gcovr)
+cross_packages=(g++-arm-linux-gnueabihf g++-mips-linux-gnu googletest qemu-user-static dpkg-dev)
 
 # installed_packages NAME...: prints those that are.
 installed_packages() {

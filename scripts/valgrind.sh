@@ -4,7 +4,7 @@ set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
 lock
-need_packages "${test_packages[@]}" valgrind
+need_packages "${test_packages[@]}" "${count_packages[@]}"
 configure debug debug ON
 build debug cases
 unlock

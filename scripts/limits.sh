@@ -1,0 +1,32 @@
+#!/bin/bash
+# The figures that are exact and that a change can move unseen, each within its limit in tests/limits.txt: sizes and
+# relocations of the shipped libraries, allocations, and ratios of instructions. Takes about three minutes.
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/build.sh"
+
+lock
+need_packages "${test_packages[@]}" "${count_packages[@]}"
+configure release release ON
+build release all
+unlock
+
+failed=0
+check() { check_limits "$1" || failed=1; }
+
+# Of what is installed, stripped.
+library_figures() {
+    local library stripped=$root/build/stripped
+    for library in "$root"/build/release/lib/libk_*.so; do
+        strip -o "$stripped" "$library"
+        echo "library $(basename "$library" .so), bytes = $(stat -c %s "$stripped")"
+        echo "library $(basename "$library" .so), relocations = $(readelf -rW "$library" | grep -c '_RELATIVE')"
+    done
+}
+
+library_figures | check library
+"$root/bench" --memory 10 | awk -v table=memory -f "$root/scripts/figures.awk" | check memory
+"$root/bench" --instructions > "$root/build/instructions"
+awk -v table=instructions -f "$root/scripts/figures.awk" "$root/build/instructions" | check instructions
+sed -nE 's/^kcnvrt (to-[a-z]+): .*, ([0-9.]+) of parsing.*$/process \1 \/ parsing and dumping = \2/p' \
+    "$root/build/instructions" | check process
+exit "$failed"
