@@ -47,8 +47,8 @@ extern const NewSection* const new_config_handler_table;
 // A new array that the handler fills, or a new object where it refuses the array; null where it refuses both.
 Json array_or_object(k_cnvrt_handler_t handler, json_t* source, k_err_t* err);
 
-// What has to change in `base`, made of whatever converted: what failed is in the record. Its own messages are about what
-// the caller never sees, and have no place.
+// What has to change in `base`, made of whatever converted: what failed is in the record. Its own messages are about
+// what the caller never sees, and have no place.
 json_t* difference_to(json_t* base, json_t* converted, uint8_t flags, k_err_t* err);
 
 // Finds the first row of that name that has a handler, or null.

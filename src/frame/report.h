@@ -23,9 +23,9 @@ public:
     // The same, about the member `name` of `object`.
     [[gnu::format(printf, 4, 5), gnu::cold]] int fail_at(json_t* object, Key name, const char* format, ...) const;
 
-    // Every message that has no place yet is about the member `name` of `object`; about the object itself when it has no
-    // such member, or none is named. What has no members (k_err_place) leaves them to who knows more: whoever walks over
-    // entries of any type places what their converter could not.
+    // Every message that has no place yet is about the member `name` of `object`; about the object itself when it has
+    // no such member, or none is named. What has no members (k_err_place) leaves them to who knows more: whoever walks
+    // over entries of any type places what their converter could not.
     [[gnu::cold]] void place(json_t* object, Key name) const;
     [[gnu::cold]] void place(json_t* object) const;
     // About the entry of that number, counted from 1, of an array or a numbered list.

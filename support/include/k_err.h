@@ -101,8 +101,8 @@ void k_err_locate(k_err_t *err, size_t first, json_t *root);
 /*
  * For who reports: the place of every message that has none yet is the member `name` of `object` (an element, when it
  * is an array and `name` its index), or `object` itself when `name` is null or it has no such member. The name has
- * `length` bytes and is copied. The object is borrowed until k_err_locate. A value that is no object and no array has no
- * members: nothing is done, and who reports further out places the messages.
+ * `length` bytes and is copied. The object is borrowed until k_err_locate. A value that is no object and no array has
+ * no members: nothing is done, and who reports further out places the messages.
  */
 void k_err_place(k_err_t *err, const json_t *object, const char *name, size_t length);
 
