@@ -31,9 +31,10 @@ void report(const Source& source, const ReadError& error, k_text_result_t& resul
     Problem problem;
     problem.which = source.which;
     problem.function = "parse";
-    if (const char* kind = foreign_kind(source.text)) {
-        problem.spot = spot_at(source.text, 0);
-        problem.message = kind;
+    const Foreign foreign = foreign_kind(source.text);
+    if (foreign.kind != nullptr) {
+        if (foreign.is_text) problem.spot = spot_at(source.text, 0);
+        problem.message = foreign.kind;
     } else {
         Buffer words;
         const char* const message = explain(error, source, words);

@@ -15,8 +15,11 @@ struct Beginning {
 };
 
 // clang-format off
-constexpr Beginning kBeginnings[] = {
+constexpr Beginning kMarks[] = {
     {"\xEF\xBB\xBF"sv,             "the text begins with a byte-order mark: save it as UTF-8 without one"},
+};
+
+constexpr Beginning kBinaries[] = {
     {"\xFF\xFE"sv,                 "this is UTF-16: save it as UTF-8"},
     {"\xFE\xFF"sv,                 "this is UTF-16: save it as UTF-8"},
     {"{\0"sv,                      "this is UTF-16: save it as UTF-8"},
@@ -104,8 +107,11 @@ bool is_letter(char byte) {
     return lower(byte) >= 'a' && lower(byte) <= 'z';
 }
 
-bool starts_comment(std::string_view text) {
-    return text.starts_with("//") || text.starts_with("/*") || text.starts_with('#');
+// A text that begins with a # is rather no JSON at all.
+bool is_comment(std::string_view text, size_t offset) {
+    const std::string_view rest = from(text, offset);
+    return rest.starts_with("//") || rest.starts_with("/*") ||
+           (rest.starts_with('#') && last_before(text, offset) != '\0');
 }
 
 bool starts_badly_written_word(std::string_view text) {
@@ -133,7 +139,7 @@ const char* explain_word(std::string_view text) {
 const char* explain_syntax(const ReadError& error, std::string_view text) {
     const std::string_view said = error.text;
     const std::string_view rest = from(text, error.spot.offset);
-    if (starts_comment(rest)) return "JSON has no comments";
+    if (is_comment(text, error.spot.offset)) return "JSON has no comments";
     const bool is_closing = rest.starts_with('}') || rest.starts_with(']');
     if (is_closing && last_before(text, error.spot.offset) == ',')
         return rest[0] == '}' ? "the comma before this } is one too many" : "the comma before this ] is one too many";
@@ -162,9 +168,10 @@ const char* explain_scalar(Shape shape) {
 
 }  // namespace
 
-const char* foreign_kind(std::string_view text) {
-    if (const char* kind = meaning_of(text, kBeginnings)) return kind;
-    return meaning_of(behind_blanks(text), kMarkups, starts_with_in_any_case);
+Foreign foreign_kind(std::string_view text) {
+    if (const char* kind = meaning_of(text, kBinaries)) return {kind, false};
+    if (const char* kind = meaning_of(text, kMarks)) return {kind, true};
+    return {meaning_of(behind_blanks(text), kMarkups, starts_with_in_any_case), true};
 }
 
 const char* explain(const ReadError& error, const Source& source, Buffer& words) {

@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <set>
+#include <utility>
 
 #include "printable.h"
 
@@ -176,6 +178,7 @@ void Messages::print(std::string_view file, std::string_view function, std::stri
 
 void Messages::print(k_text_result_t* result, const Source& text, const Source& other) const {
     std::string lines;
+    std::set<std::pair<uint32_t, std::size_t>> shown;  // places whose line is on the screen already
     k_text_problem_t problem;
     problem.size = sizeof problem;
     for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i) {
@@ -190,7 +193,8 @@ void Messages::print(k_text_result_t* result, const Source& text, const Source& 
         message.text = problem.message;
         lines.clear();
         append(lines, message);
-        if (shows_lines_ && format_ == ErrorFormat::kText && problem.line != 0)
+        if (shows_lines_ && format_ == ErrorFormat::kText && problem.line != 0 &&
+            shown.emplace(problem.which, problem.offset).second)
             append_excerpt(lines, result, i, source, problem.line, has_colors_);
         write_to_stderr(lines);
     }

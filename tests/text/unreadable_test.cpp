@@ -16,21 +16,21 @@ struct Row {
 
 // clang-format off
 constexpr Row kRows[] = {
-    // what the file really is
+    // what the file really is, without a place where no line can be shown
     {"\xEF\xBB\xBF{}"sv,             1,  1, "the text begins with a byte-order mark: save it as UTF-8 without one"},
-    {"\xFF\xFE{\0}\0"sv,             1,  1, "this is UTF-16: save it as UTF-8"},
-    {"\xFE\xFF\0{\0}"sv,             1,  1, "this is UTF-16: save it as UTF-8"},
-    {"{\0}\0"sv,                     1,  1, "this is UTF-16: save it as UTF-8"},
-    {"\0{\0}"sv,                     1,  1, "this is UTF-16: save it as UTF-8"},
-    {"\x1F\x8B\x08\0"sv,             1,  1, "this is compressed (gzip): unpack it first"},
-    {"PK\x03\x04\x14"sv,             1,  1, "this is a ZIP archive: unpack it first"},
-    {"\xFD" "7zXZ\0\0"sv,            1,  1, "this is compressed (xz): unpack it first"},
-    {"7z\xBC\xAF\x27\x1C"sv,         1,  1, "this is a 7z archive: unpack it first"},
-    {"BZh91AY"sv,                    1,  1, "this is compressed (bzip2): unpack it first"},
-    {"\x28\xB5\x2F\xFD\x24"sv,       1,  1, "this is compressed (zstd): unpack it first"},
-    {"\x04\x22\x4D\x18\x64"sv,       1,  1, "this is compressed (lz4): unpack it first"},
-    {"%PDF-1.7"sv,                   1,  1, "this is a PDF document, not JSON"},
-    {"\x7F" "ELF\x02"sv,             1,  1, "this is a program, not JSON"},
+    {"\xFF\xFE{\0}\0"sv,             0,  0, "this is UTF-16: save it as UTF-8"},
+    {"\xFE\xFF\0{\0}"sv,             0,  0, "this is UTF-16: save it as UTF-8"},
+    {"{\0}\0"sv,                     0,  0, "this is UTF-16: save it as UTF-8"},
+    {"\0{\0}"sv,                     0,  0, "this is UTF-16: save it as UTF-8"},
+    {"\x1F\x8B\x08\0"sv,             0,  0, "this is compressed (gzip): unpack it first"},
+    {"PK\x03\x04\x14"sv,             0,  0, "this is a ZIP archive: unpack it first"},
+    {"\xFD" "7zXZ\0\0"sv,            0,  0, "this is compressed (xz): unpack it first"},
+    {"7z\xBC\xAF\x27\x1C"sv,         0,  0, "this is a 7z archive: unpack it first"},
+    {"BZh91AY"sv,                    0,  0, "this is compressed (bzip2): unpack it first"},
+    {"\x28\xB5\x2F\xFD\x24"sv,       0,  0, "this is compressed (zstd): unpack it first"},
+    {"\x04\x22\x4D\x18\x64"sv,       0,  0, "this is compressed (lz4): unpack it first"},
+    {"%PDF-1.7"sv,                   0,  0, "this is a PDF document, not JSON"},
+    {"\x7F" "ELF\x02"sv,             0,  0, "this is a program, not JSON"},
     {"\n <!DOCTYPE html>"sv,         1,  1, "this is an HTML page, not JSON: it may be the page on which one has to log in"},
     {"<HTML><head>"sv,               1,  1, "this is an HTML page, not JSON: it may be the page on which one has to log in"},
     {"<?xml version='1.0'?>"sv,      1,  1, "this is XML or HTML, not JSON"},
@@ -43,6 +43,7 @@ constexpr Row kRows[] = {
     {"\"x\""sv,                      1,  1, "a configuration is an object in { }, this is a single value"},
     {"1"sv,                          1,  1, "a configuration is an object in { }, this is a single value"},
     {" []"sv,                        1,  2, "a configuration is an object, this is an array"},
+    {"# Title\n"sv,                  1,  1, "this is no JSON: an object in { } or an array in [ ] is expected"},
     {"hello"sv,                      1,  1, "this is no JSON: an object in { } or an array in [ ] is expected"},
     // what other languages have
     {"{\n'a': 1}"sv,                 2,  1, "a name stands in double quotes, not in single ones"},

@@ -96,6 +96,21 @@ escape=$'\x1b'
     equal "${lines[2]}" '    |                       ^~'
 }
 
+@test "a place is shown once, whatever is said of it" {
+    write old.json '{"max_table_id": "many"}'
+    TERM=dumb on_terminal 1 120 to-new --partial old.json
+    equal "${#lines[@]}" 4
+    equal "${lines[1]}" '  1 | {"max_table_id": "many"}'
+    equal "${lines[3]}" "old.json:1:18: note: /max_table_id: left out of the partial result [partial]"
+}
+
+@test "a file that is no text shows no line" {
+    printf '\x1f\x8b\x08' > old.json
+    TERM=dumb on_terminal 3 120 to-new old.json
+    equal "${#lines[@]}" 1
+    equal "${lines[0]}" "old.json: error: this is compressed (gzip): unpack it first [parse]"
+}
+
 @test "secrets are masked in the line unless they are asked for" {
     write old.json '{"password": "hunter2", "lang": en}'
     TERM=dumb on_terminal 3 100 to-new old.json
