@@ -48,7 +48,19 @@ public:
         return nullptr;
     }
 
+    bool lacks_memory() const { return lacks_memory_; }
+
 private:
+    // Notes that a value could not be made.
+    json_t* made(json_t* value) {
+        if (value == nullptr) lacks_memory_ = true;
+        return value;
+    }
+    bool no_memory() {
+        lacks_memory_ = true;
+        return false;
+    }
+
     json_t* value(int level);
     json_t* object(int level);
     json_t* array(int level);
@@ -96,6 +108,7 @@ private:
     const char* at_;
     const char* closing_;
     Buffer decoded_;
+    bool lacks_memory_ = false;
 };
 
 json_t* Reader::value(int level) {
@@ -118,14 +131,14 @@ json_t* Reader::value(int level) {
 }
 
 json_t* Reader::object(int level) {
-    json_t* const object = level <= kMostLevels ? json_object() : nullptr;
+    json_t* const object = level <= kMostLevels ? made(json_object()) : nullptr;
     if (object == nullptr || members(object, level)) return object;
     json_decref(object);
     return nullptr;
 }
 
 json_t* Reader::array(int level) {
-    json_t* const array = level <= kMostLevels ? json_array() : nullptr;
+    json_t* const array = level <= kMostLevels ? made(json_array()) : nullptr;
     if (array == nullptr || elements(array, level)) return array;
     json_decref(array);
     return nullptr;
@@ -147,7 +160,9 @@ bool Reader::members(json_t* object, int level) {
         skip_blanks();
         if (level == kMostLevels) return false;
         json_t* const member = value(level + 1);
-        if (json_object_setn_new_nocheck(object, name, static_cast<size_t>(end - name), member) != 0) return false;
+        if (member == nullptr) return false;
+        if (json_object_setn_new_nocheck(object, name, static_cast<size_t>(end - name), member) != 0)
+            return no_memory();
         ++count;
         skip_blanks();
         if (*at_ == '}') return json_object_size(object) == count && close(level);
@@ -163,7 +178,9 @@ bool Reader::elements(json_t* array, int level) {
     skip_blanks();
     if (*at_ == ']') return close(level);
     while (level != kMostLevels) {
-        if (json_array_append_new(array, value(level + 1)) != 0) return false;
+        json_t* const element = value(level + 1);
+        if (element == nullptr) return false;
+        if (json_array_append_new(array, element) != 0) return no_memory();
         skip_blanks();
         if (*at_ == ']') return close(level);
         if (*at_ != ',') return false;
@@ -179,21 +196,23 @@ json_t* Reader::string() {
     if (end == nullptr) return nullptr;
     if (*end == '\\') return string_with_escapes(start);
     at_ = end + 1;
-    return json_stringn_nocheck(start, static_cast<size_t>(end - start));
+    return made(json_stringn_nocheck(start, static_cast<size_t>(end - start)));
 }
 
 json_t* Reader::string_with_escapes(const char* start) {
     decoded_.cut(0);
     while (true) {
         const char* const end = rest_of_string(start);
-        if (end == nullptr || !decoded_.append({start, static_cast<size_t>(end - start)})) return nullptr;
+        if (end == nullptr) return nullptr;
+        if (!decoded_.append({start, static_cast<size_t>(end - start)})) return made(nullptr);
         if (*end == '"') {
             at_ = end + 1;
-            return json_stringn_nocheck(decoded_.data(), decoded_.size());
+            return made(json_stringn_nocheck(decoded_.data(), decoded_.size()));
         }
         const Escape escape = read_escape(end, closing_);
+        if (escape.length == 0 || escape.code == 0) return nullptr;
         char* const place = decoded_.room(4);
-        if (escape.length == 0 || escape.code == 0 || place == nullptr) return nullptr;
+        if (place == nullptr) return made(nullptr);
         decoded_.advance_to(put_utf8(escape.code, place));
         start = end + escape.length;
     }
@@ -208,7 +227,7 @@ json_t* Reader::number() {
     for (; is_digit(*at_) && at_ - digits < kSurelyFit; ++at_) number = 10 * number + (*at_ - '0');
     if (at_ == digits || (*digits == '0' && at_ - digits > 1)) return nullptr;
     if (*at_ == '.' || *at_ == 'e' || *at_ == 'E' || is_digit(*at_)) return real(start);
-    return json_integer(is_negative ? -number : number);
+    return made(json_integer(is_negative ? -number : number));
 }
 
 json_t* Reader::real(const char* start) {
@@ -230,7 +249,7 @@ json_t* Reader::real(const char* start) {
     }
     double number;
     if (!read_real({start, static_cast<size_t>(at_ - start)}, number)) return nullptr;
-    return json_real(number);
+    return made(json_real(number));
 }
 
 json_t* Reader::literal(const char* word, size_t length, json_t* meaning) {
@@ -248,15 +267,24 @@ const char* last_byte(std::string_view text) {
 
 }  // namespace
 
-json_t* read_if_sure(std::string_view text) {
+json_t* read_if_sure(std::string_view text, bool* lacks_memory) {
     const char* const last = last_byte(text);
     const bool is_closed = last != nullptr && (*last == '}' || *last == ']');
-    return is_closed ? Reader{text.data(), last}.whole() : nullptr;
+    if (!is_closed) return nullptr;
+    Reader reader{text.data(), last};
+    json_t* const value = reader.whole();
+    if (lacks_memory != nullptr) *lacks_memory = reader.lacks_memory();
+    return value;
 }
 
+// Where memory ran out the parser is not asked: it would take that for an error of the text, or not survive it.
 json_t* read(std::string_view text, ReadOptions options, ReadError& error) {
-    json_t* const value = read_if_sure(text);
-    return value != nullptr ? value : parse(text, options, error);
+    bool lacks_memory = false;
+    json_t* const value = read_if_sure(text, &lacks_memory);
+    if (value != nullptr) return value;
+    if (!lacks_memory) return parse(text, options, error);
+    error.kind = ReadErrorKind::kOutOfMemory;
+    return nullptr;
 }
 
 }  // namespace kcnvrt::text

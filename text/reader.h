@@ -42,7 +42,8 @@ struct ReadError {
 // it.
 json_t* read(std::string_view text, ReadOptions options, ReadError& error);
 
-// What read() does by itself: the tree of a text that it is sure of; null for any other, which is Jansson's to judge.
-json_t* read_if_sure(std::string_view text);
+// What read() does by itself: the tree of a text that it is sure of; null for any other, which is Jansson's to judge,
+// and when memory ends, which it says.
+json_t* read_if_sure(std::string_view text, bool* lacks_memory = nullptr);
 
 }  // namespace kcnvrt::text

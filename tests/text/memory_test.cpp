@@ -90,7 +90,8 @@ protected:
 };
 
 constexpr std::string_view kOld =
-    R"({"lang": "en", "max_table_id": {}, "macfilter": [{"id": {}}, {"id": 1}], "ipsec": {"key": 1},
+    R"({"lang": "a text of more than sixteen bytes \u00e9", "max_table_id": {}, 
+        "macfilter": [{"id": {}}, {"id": 1}], "ipsec": {"key": 1},
         "ifaces": {"eth4": {"type": "ethernet", "services": {"ppp0": {"type": "ppp", "auth": "chap"}}}}})";
 constexpr std::string_view kNew =
     R"({"Device": {"Roaming": {}, "Ifaces": {"max_table_id": {}}, "DeviceInfo": {"lang": "en"}}})";
@@ -125,7 +126,7 @@ TEST_F(Memory, RunsOutWhileTextsAreComparedAndChanged) {
     expect(request_for(K_TEXT_APPLY, R"({"a": 1})", R"([{"op": "add", "path": "/b/c", "value": [1]}])"));
 }
 
-// The parser may then take the text for another kind of wrong one.
+// The parser, which is asked about a text that is wrong, may then take it for another kind of wrong one.
 TEST_F(Memory, RunsOutWhileATextIsRefused) {
     for (const std::string_view text : {R"({"a": [1, {"b": "c"}, tru]})", R"({"a": 1, "a": 2})", "[1]"})
         for (size_t i = 0; i < 100; ++i) {
