@@ -164,7 +164,8 @@ int k_cnvrt_get_route_from_old(json_t* source, json_t* routing, k_err_t* err) {
     Routes ipv4;
     Routes ipv6;
     for (const auto [number, route] : elements(source))
-        failures += report.placed_entry(add_route(route, number, ipv4, ipv6, report), source, number);
+        failures +=
+            report.placed_entry(add_route(route, number, ipv4, ipv6, report), source, static_cast<int64_t>(number));
     ipv4.finish(routing, "ipv4");
     ipv6.finish(routing, "ipv6");
     return failures;

@@ -8,7 +8,8 @@ int list_to_new(Fields fields, json_t* array, json_t* list, const Report& report
     ListBuilder entries{list};
     for (const auto [number, element] : elements(array)) {
         Json entry = object();
-        failures += report.placed_entry(to_new(fields, element, entry.get(), report), array, number);
+        failures +=
+            report.placed_entry(to_new(fields, element, entry.get(), report), array, static_cast<int64_t>(number));
         entries.add(std::move(entry));
     }
     entries.finish();

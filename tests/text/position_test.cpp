@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(Position, Finds, testing::Values(
 
 TEST(Position, ASpotIsCountedInLinesAndCodePoints) {
     constexpr std::string_view kText = "a\u00e9\U0001f600\tb\r\n\nc";
-    const auto at = [](size_t offset, size_t line, size_t column) {
+    const auto at = [kText](size_t offset, size_t line, size_t column) {
         const Spot spot = spot_at(kText, offset);
         EXPECT_EQ(line, spot.line) << offset;
         EXPECT_EQ(column, spot.column) << offset;
