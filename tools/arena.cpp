@@ -72,7 +72,7 @@ bool are_arenas_installed() {
     return allocator == allocate;
 }
 
-std::size_t failed_allocations() {
+std::size_t failed_tree_allocations() {
     return failures.load(std::memory_order_relaxed);
 }
 

@@ -16,7 +16,7 @@ void install_arenas();
 bool are_arenas_installed();
 
 // How many allocations failed since the process began, in any thread. Whoever sees one fail elsewhere adds it.
-std::size_t failed_allocations();
+std::size_t failed_tree_allocations();
 void count_failed_allocation();
 
 struct ArenaPart;

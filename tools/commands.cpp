@@ -73,7 +73,7 @@ Answer ask(const Question& question, const Options& options) {
     // What lies in an arena is released with it.
     answer.result.reset(are_arenas_installed() ? text::run_and_leave_trees(&request) : k_text_run(&request));
     // A tree that is not whole may look like any other, and its text like one with an error.
-    if (failed_allocations() != 0) throw std::bad_alloc();
+    if (failed_tree_allocations() != 0) throw std::bad_alloc();
     return answer;
 }
 

@@ -79,10 +79,10 @@ TEST(Arena, ABlockMayBeOfAnySize) {
 
 TEST(Arena, WhatNoMachineHasFailsAndIsCounted) {
     Arena arena;
-    const std::size_t before = failed_allocations();
+    const std::size_t before = failed_tree_allocations();
     EXPECT_EQ(nullptr, arena.allocate(SIZE_MAX));
     EXPECT_EQ(nullptr, arena.allocate(SIZE_MAX / 2));
-    EXPECT_EQ(before + 2, failed_allocations());
+    EXPECT_EQ(before + 2, failed_tree_allocations());
     EXPECT_NE(nullptr, arena.allocate(1));
     arena.return_memory();
 }
@@ -90,12 +90,12 @@ TEST(Arena, WhatNoMachineHasFailsAndIsCounted) {
 TEST(Arena, MemoryThatEndsIsCounted) {
     Arena arena;
     ASSERT_NE(nullptr, arena.allocate(1));
-    const std::size_t before = failed_allocations();
+    const std::size_t before = failed_tree_allocations();
     {
         const NoMoreMemory none;
         EXPECT_EQ(nullptr, arena.allocate(kMegabyte));
     }
-    EXPECT_EQ(before + 1, failed_allocations());
+    EXPECT_EQ(before + 1, failed_tree_allocations());
     EXPECT_NE(nullptr, arena.allocate(kMegabyte));
     arena.return_memory();
 }
