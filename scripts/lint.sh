@@ -49,16 +49,8 @@ check_shell() {
         complain "These tests have likely mistakes"
 }
 
-# relative_links DOCUMENT: the files that it links to: targets without a colon, up to their fragments.
-relative_links() { grep -oE '\]\([^)]+\)' "$1" | sed -nE 's/^\]\(([^)#:]+)[)#].*$/\1/p'; }
-
 check_links() {
-    local document link
-    for document in $(files '*.md'); do
-        while read -r link; do
-            [ -e "$(dirname "$document")/$link" ] || complain "$document links to $link, which is not there"
-        done < <(relative_links "$document")
-    done
+    "$root/tests/docs/links.sh" "$root" || complain "These links lead nowhere"
 }
 
 # Everything that is compiled but the tests and the benchmarks.

@@ -150,13 +150,21 @@ TEST(WholeExamples, ComeBackButForTheDeclaredLosses) {
     }
 }
 
+// A row of the documentation's table.
+void print_row(const char* what, size_t count) {
+    std::printf("| %s | %zu |\n", what, count);
+}
+
 // Runs after the tests above, whose conversions it counts. What was not visited says something only of a run of all of
 // them, none of which stopped early.
 class Totality : public testing::Environment {
 public:
     void TearDown() override {
-        std::printf("%zu documents with %zu fields and %zu branches; %zu tables with %zu fields\n", totals.documents,
-                    totals.fields, totals.branches, table_visits.tables(), table_visits.fields());
+        print_row("documents", totals.documents);
+        print_row("fields of theirs", totals.fields);
+        print_row("branches: a field there or absent, its values, the lengths of a list", totals.branches);
+        print_row("tables, each direction", table_visits.tables());
+        print_row("rows of tables", table_visits.fields());
         const testing::UnitTest& run = *testing::UnitTest::GetInstance();
         if (run.Failed() || run.test_to_run_count() < run.total_test_count() || !are_all_visited()) return;
         for (const Row& row : losses())

@@ -26,7 +26,8 @@ struct Totals {
     long complete = 0;  // as the record says
 };
 
-Totals totals;
+Totals totals;  // of one test
+Totals of_all;
 
 int print_nothing(const char*, size_t, void*) {
     return 0;
@@ -110,15 +111,23 @@ void fail_each(const Conversion& conversion, long visits = LONG_MAX) {
     totals.allocations += whole.allocations;
 }
 
-void print_totals() {
-    std::printf("%ld conversions with %ld allocations, failed at %ld points, %ld results complete all the same\n",
-                totals.conversions, totals.allocations, totals.visited, totals.complete - 2 * totals.conversions);
+// A row of the documentation's table.
+void print_row(const char* name, const Totals& row) {
+    std::printf("| %s | %ld | %ld | %ld | %ld |\n", name, row.conversions, row.allocations, row.visited,
+                row.complete - 2 * row.conversions);
 }
 
 class AllocationFailures : public testing::Test {
 protected:
     void SetUp() override { totals = {}; }
-    void TearDown() override { print_totals(); }
+
+    static void print_as(const char* name) {
+        print_row(name, totals);
+        of_all.conversions += totals.conversions;
+        of_all.allocations += totals.allocations;
+        of_all.visited += totals.visited;
+        of_all.complete += totals.complete;
+    }
 };
 
 // A document whose every leaf is a real number, which no converter expects: messages everywhere.
@@ -161,12 +170,14 @@ TEST_F(AllocationFailures, InConversionsOfTheExamples) {
         ASSERT_NE(nullptr, conversion.source) << conversion.name;
         fail_each(conversion);
     }
+    print_as("of the examples");
 }
 
 TEST_F(AllocationFailures, InConversionsThatReportMuch) {
     const Tree old_document = of_wrong_types(old_example());
     const Tree new_document = of_wrong_types(new_example());
     for (const Conversion& conversion : conversions_of(old_document.get(), new_document.get())) fail_each(conversion);
+    print_as("of documents with a value of a wrong type everywhere");
 }
 
 // Every object and array of a document with forty entries more: what the library keeps on its stack for a few, it
@@ -186,6 +197,7 @@ TEST_F(AllocationFailures, InConversionsOfWideDocuments) {
     const Tree new_document = widened(new_example());
     for (const Conversion& conversion : conversions_of(old_document.get(), new_document.get()))
         fail_each(conversion, 50);
+    print_as("of wide documents");
 }
 
 // Texts that grow, of lengths around those at which a growing text needs more memory.
@@ -197,6 +209,7 @@ TEST_F(AllocationFailures, InTextsOfEveryLength) {
                        return k_cnvrt_get_section_to_new("Static", source, nullptr, 0, err);
                    }});
     }
+    print_as("of texts of every length");
 }
 
 TEST_F(AllocationFailures, InDifferences) {
@@ -206,6 +219,7 @@ TEST_F(AllocationFailures, InDifferences) {
     fail_each(difference("merge patch", base.get(), other.get(), K_CONF_MERGE_PATCH));
     fail_each(application("application of a patch", base.get(), other.get(), K_CONF_JSON_PATCH));
     fail_each(application("application of a merge patch", base.get(), other.get(), K_CONF_MERGE_PATCH));
+    print_as("differences and their application");
 }
 
 TEST_F(AllocationFailures, InTheErrorRecord) {
@@ -220,6 +234,7 @@ TEST_F(AllocationFailures, InTheErrorRecord) {
         return nullptr;
     };
     fail_each({"error record", Tree{json_object()}, report_often});
+    print_as("the error record");
 }
 
 TEST_F(AllocationFailures, InTheUtilities) {
@@ -234,6 +249,7 @@ TEST_F(AllocationFailures, InTheUtilities) {
                    freeArrayOfString(names, count);
                    return nullptr;
                }});
+    print_as("the utilities");
 }
 
 }  // namespace
@@ -241,5 +257,7 @@ TEST_F(AllocationFailures, InTheUtilities) {
 int main(int argc, char** argv) {
     lead_jansson_here();
     testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    const int status = RUN_ALL_TESTS();
+    print_row("all", of_all);
+    return status;
 }

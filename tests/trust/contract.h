@@ -17,8 +17,7 @@ void count_blocks();
 struct Conduct {
     size_t messages = 0;
     bool has_result = false;
-    // The most that the first of the two conversions held at a time, beside what was there before, and how long it
-    // took.
+    // The most that the first of the two conversions held at a time, beside what was there before, and its CPU time.
     long blocks = 0;
     long bytes = 0;
     double seconds = 0;

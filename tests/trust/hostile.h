@@ -31,6 +31,16 @@ struct Expected {
     long kib;          // at most held at a time
 };
 
+// What documents cost: the sum of their counts, the most of the rest.
+struct Cost {
+    size_t documents = 0;
+    size_t rejected = 0;
+    double seconds = 0;
+    long bytes = 0;
+
+    void add(const Cost& other);
+};
+
 // What the documents of one kind cost at worst, printed as a line of a table when the last of them is through, and
 // compared with what is expected. The time is not: it is the machine's.
 class Worst {
@@ -45,8 +55,5 @@ public:
 private:
     std::string kind_;
     Expected expected_;
-    size_t documents_ = 0;
-    size_t rejected_ = 0;
-    double seconds_ = 0;
-    long bytes_ = 0;
+    Cost cost_;
 };
