@@ -23,7 +23,17 @@ library_figures() {
     done
 }
 
+# The tool, stripped, and what starting it costs.
+tool_figures() {
+    local tool=$root/build/release/bin/kcnvrt counts=$root/build/counts.start
+    strip -o "$root/build/stripped" "$tool"
+    echo "tool kcnvrt, bytes = $(stat -c %s "$root/build/stripped")"
+    valgrind --quiet --tool=callgrind --callgrind-out-file="$counts" "$tool" --version > "$root/build/version"
+    echo "tool kcnvrt --version, instructions = $(awk '/^summary: / { print $2 }' "$counts")"
+}
+
 library_figures | check library
+tool_figures | check tool
 "$root/bench" --memory 10 | awk -v table=memory -f "$root/scripts/figures.awk" | check memory
 "$root/bench" --instructions > "$root/build/instructions"
 awk -v table=instructions -f "$root/scripts/figures.awk" "$root/build/instructions" | check instructions
