@@ -1,8 +1,8 @@
 #!/bin/bash
 # What ten times the entries cost, for every kind of list: instructions per conversion, as callgrind counts them, of the
-# examples' lists with a thousand and with ten thousand entries. Nothing is asserted: it prints a summary, a table of the
-# lists that are read entry by entry, the steepest first, and one of those that cost the same whatever they hold. Takes
-# about ten minutes.
+# examples' lists with a thousand and with ten thousand entries. Nothing is asserted: it prints a summary, a table of
+# the lists that are read entry by entry, the steepest first, and one of those that cost the same whatever they hold.
+# Takes about ten minutes.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
@@ -38,7 +38,8 @@ sort -t '|' -k 5,5n "$counts/lists" | awk -F '|' '
     END {
         print "| lists | count | ratio at least | of half of them at most | at most |"
         print "|---|---:|---:|---:|---:|"
-        printf "| read entry by entry | %d | %.1f | %.1f | %.1f |\n", count, ratio[1], ratio[int((count + 1) / 2)], ratio[count]
+        printf "| read entry by entry | %d | %.1f | %.1f | %.1f |\n", count,
+            ratio[1], ratio[int((count + 1) / 2)], ratio[count]
         printf "| that cost the same whatever they hold | %d | | | |\n", same
     }'
 echo

@@ -37,7 +37,8 @@ laws() {
 }
 
 allocation-failures() {
-    printf '%s\n' "| conversions | of | allocations | points of failure | complete all the same |" "|---|---:|---:|---:|---:|"
+    printf '%s\n' "| conversions | of | allocations | points of failure | complete all the same |" \
+        "|---|---:|---:|---:|---:|"
     rows allocation_failures
 }
 
@@ -50,7 +51,8 @@ list-costs() { "$root/scripts/costs.sh"; }
 
 coverage() {
     printf '%s\n' "| | reached | of | |" "|---|---:|---:|---:|"
-    "$root/scripts/coverage.sh" | sed -nE 's/^([a-z]+): ([0-9.]+)% \(([0-9]+) out of ([0-9]+)\)$/| \1 | \3 | \4 | \2 % |/p'
+    "$root/scripts/coverage.sh" |
+        sed -nE 's/^([a-z]+): ([0-9.]+)% \(([0-9]+) out of ([0-9]+)\)$/| \1 | \3 | \4 | \2 % |/p'
 }
 
 fuzzing() {

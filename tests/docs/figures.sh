@@ -1,7 +1,8 @@
 #!/bin/bash
-# The figures of the documents are those that were counted: figures.sh TREE COUNTED. In the folder COUNTED stands what the
-# tests printed, under the names of their logs. A figure of a log may be off by a tenth, since every change moves it a
-# little; what has a unit is not compared, and neither is what a thorough run counts. What the page of promises says has to stand in the log that it links to.
+# The figures of the documents are those that were counted: figures.sh TREE COUNTED. In the folder COUNTED stands what
+# the tests printed, under the names of their logs. A figure of a log may be off by a tenth, since every change moves it
+# a little; what has a unit is not compared, and neither is what a thorough run counts. What the page of promises says
+# has to stand in the log that it links to.
 set -euo pipefail
 tree=$1
 counted=$2

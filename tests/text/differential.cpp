@@ -1,3 +1,4 @@
+// A text is parsed, written and looked into by both, token by token where they may differ.
 #include "differential.h"
 
 #include <cstdlib>

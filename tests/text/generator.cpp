@@ -1,3 +1,4 @@
+// Texts are put together from pieces that parsers stumble over, and damaged in one place.
 #include "generator.h"
 
 #include <charconv>
