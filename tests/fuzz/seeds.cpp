@@ -37,8 +37,15 @@ char flags_of(const json_t* data) {
     return static_cast<char>(json_integer_value(json_object_get(data, "flags")));
 }
 
+// Operation, flags, indent, width and section.
+void add_request(char operation, char section, const std::string& other, const std::string& text) {
+    for (const char flags : {'\0', '\x08'})
+        add_seed("request", std::string{operation, flags, '\5', 'P', section} + other + '\0' + text);
+}
+
 void add_difference(const std::string& base, const std::string& candidate) {
     add_seed("difference", base + '\0' + candidate);
+    for (const char operation : {'\5', '\6'}) add_request(operation, 0, candidate, base);
 }
 
 // A document is also what the tool reads, and the base of a difference.
@@ -47,6 +54,7 @@ void add_document(const json_t* data, const char* target, const char* command) {
     add_seed(target, flags_of(data) + source);
     add_difference(source, member(data, "output"));
     add_seed("tool", std::string{command} + "\n\n" + source);
+    add_request(command == std::string("to-new") ? '\1' : '\2', 0, "", source);
 }
 
 void add_section(const json_t* data, const char* layout) {
@@ -82,6 +90,7 @@ void add_texts() {
         const std::string text = kcnvrt::text::text_number(number);
         add_seed("text", static_cast<char>(number % 256) + text);
         add_seed("text", static_cast<char>(number % 256) + kcnvrt::text::damaged(text, number));
+        add_request('\1', 0, "", kcnvrt::text::damaged(text, number));
     }
 }
 
@@ -117,6 +126,7 @@ void write_words(const std::set<std::string>& words, const std::filesystem::path
 void add_configuration(const json_t* root, bool is_old) {
     const std::string text = text_of(root);
     add_seed(is_old ? "document_to_new" : "document_to_old", '\0' + text);
+    add_request(is_old ? '\1' : '\2', 0, "", text);
     add_seed("tool", (is_old ? "to-new\n\n" : "to-old\n\n") + text);
 }
 
@@ -140,7 +150,8 @@ void add_example(const std::filesystem::path& file) {
 int main(int argc, char** argv) {
     if (argc != 5) return 2;
     seeds = argv[3];
-    for (const char* target : {"document_to_new", "document_to_old", "section", "difference", "tool", "text"})
+    for (const char* target :
+         {"document_to_new", "document_to_old", "section", "difference", "tool", "text", "request"})
         std::filesystem::create_directories(seeds / target);
 
     std::set<std::string> words;
