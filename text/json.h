@@ -1,4 +1,4 @@
-// json.h: an owning reference to a JSON value.
+// json.h: an owning reference to a JSON value, and how deep one may be.
 #pragma once
 
 #include <jansson.h>
@@ -12,5 +12,8 @@ struct ReleaseJson {
 };
 
 using Json = std::unique_ptr<json_t, ReleaseJson>;
+
+// How many objects and arrays Jansson's parser accepts inside one another.
+inline constexpr int kMostLevels = 2048;
 
 }  // namespace kcnvrt::text

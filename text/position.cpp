@@ -6,13 +6,12 @@
 #include <memory>
 
 #include "buffer.h"
+#include "json.h"
 #include "skip.h"
 
 namespace kcnvrt::text {
 
 namespace {
-
-constexpr int kMostLevels = 2048;
 
 constexpr Spot kStart{0, 1, 1};
 

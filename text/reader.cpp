@@ -13,8 +13,10 @@
 
 #include "buffer.h"
 #include "escape.h"
+#include "json.h"
 #include "parser.h"
 #include "real.h"
+#include "skip.h"
 #include "utf8.h"
 #include "words.h"
 
@@ -22,12 +24,7 @@ namespace kcnvrt::text {
 
 namespace {
 
-constexpr int kMostLevels = 2048;  // Jansson's
-constexpr int kSurelyFit = 18;     // digits in a json_int_t
-
-constexpr bool is_blank(char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
-}
+constexpr int kSurelyFit = 18;  // digits in a json_int_t
 
 constexpr bool is_digit(char byte) {
     return byte >= '0' && byte <= '9';

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::string_view kEndOfWord = " \t\n\r\"[]{},:";
 
-bool is_blank(char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
-}
-
 size_t skip_container(std::string_view text, size_t at) {
     size_t levels = 0;
     while (at < text.size()) {

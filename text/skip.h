@@ -9,6 +9,10 @@
 
 namespace kcnvrt::text {
 
+constexpr bool is_blank(char byte) {
+    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
+}
+
 size_t skip_blanks(std::string_view text, size_t at);
 
 // From an opening quote to behind the closing one.

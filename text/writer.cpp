@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "json.h"
 #include "real.h"
 #include "utf8.h"
 #include "words.h"
@@ -13,7 +14,6 @@ namespace kcnvrt::text {
 
 namespace {
 
-constexpr int kMostLevels = 2048;
 constexpr size_t kLongestInteger = 20;
 constexpr size_t kLongestEscape = 6;
 constexpr std::string_view kBlanks = "                                ";

@@ -3,27 +3,16 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 #include "position.h"
+#include "tree.h"
 
 namespace kcnvrt::text {
 
 namespace {
 
 constexpr size_t kMostPointers = 300;
-
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-    void operator()(char* text) const { std::free(text); }
-};
-using Tree = std::unique_ptr<json_t, Release>;
-
-std::string dump(const json_t* value, size_t flags) {
-    const std::unique_ptr<char, Release> text{json_dumps(value, flags | JSON_ENCODE_ANY)};
-    return text ? text.get() : "not to be written";
-}
 
 size_t flags_of(ReadOptions options) {
     return JSON_REJECT_DUPLICATES | (options.any_value ? JSON_DECODE_ANY : 0) |
@@ -34,8 +23,8 @@ size_t flags_of(Layout layout) {
     return layout.compact ? JSON_COMPACT : JSON_INDENT(layout.indent);
 }
 
-Tree parse(std::string_view text, size_t flags) {
-    return Tree{json_loadb(text.empty() ? "" : text.data(), text.size(), flags, nullptr)};
+Json parse(std::string_view text, size_t flags) {
+    return Json{json_loadb(text.empty() ? "" : text.data(), text.size(), flags, nullptr)};
 }
 
 bool has_nul_outside_strings(std::string_view text) {
@@ -92,7 +81,7 @@ bool are_alike(std::string_view ours, std::string_view theirs) {
 std::string written_alike(const json_t* tree, Layout layout) {
     Buffer ours;
     if (!ours.append("before") || !write(tree, layout, ours)) return "not written";
-    const std::string theirs = "before" + dump(tree, flags_of(layout));
+    const std::string theirs = "before" + dumped(tree, flags_of(layout));
     if (!are_alike(ours.view(), theirs)) return "written as " + std::string{ours.view()} + "\ninstead of " + theirs;
     return "";
 }
@@ -136,8 +125,8 @@ std::string found_alike(std::string_view text, json_t* tree, Finding& finding) {
         const Pointed& pointed = list[list.size() - 1 - i];
         const Sought& found = sought[i];
         if (found.spot.line == 0) return "nothing found at " + pointed.pointer;
-        const Tree value = parse(text.substr(found.spot.offset, found.length), JSON_DECODE_ANY | JSON_ALLOW_NUL);
-        if (dump(value.get(), JSON_COMPACT) != dump(pointed.value, JSON_COMPACT))
+        const Json value = parse(text.substr(found.spot.offset, found.length), JSON_DECODE_ANY | JSON_ALLOW_NUL);
+        if (dumped(value.get(), JSON_COMPACT) != dumped(pointed.value, JSON_COMPACT))
             return "something else found at " + pointed.pointer;
         if (!is_same_spot(found.spot, spot_at(text, found.spot.offset))) return "wrong spot of " + pointed.pointer;
     }
@@ -157,9 +146,9 @@ std::string refused_properly(std::string_view text, const ReadError& error) {
 Finding compare_with_jansson(std::string_view text, ReadOptions options, Layout layout) {
     Finding finding;
     ReadError error;
-    const Tree ours{read(text, options, error)};
-    const Tree sure{read_if_sure(text)};
-    const Tree theirs = parse(text, flags_of(options));
+    const Json ours{read(text, options, error)};
+    const Json sure{read_if_sure(text)};
+    const Json theirs = parse(text, flags_of(options));
     finding.is_accepted = ours != nullptr;
     finding.is_sure = sure != nullptr;
     finding.has_nul = ours == nullptr && error.kind == ReadErrorKind::kByteNul;
@@ -171,8 +160,8 @@ Finding compare_with_jansson(std::string_view text, ReadOptions options, Layout 
         return finding;
     } else if ((ours == nullptr) != (theirs == nullptr)) {
         finding.problem = theirs == nullptr ? "accepted, but Jansson refuses it" : "refused, but Jansson accepts it";
-    } else if (ours != nullptr && dump(ours.get(), JSON_COMPACT) != dump(theirs.get(), JSON_COMPACT)) {
-        finding.problem = "read as " + dump(ours.get(), JSON_COMPACT);
+    } else if (ours != nullptr && dumped(ours.get(), JSON_COMPACT) != dumped(theirs.get(), JSON_COMPACT)) {
+        finding.problem = "read as " + dumped(ours.get(), JSON_COMPACT);
     }
     if (ours == nullptr || !finding.problem.empty()) return finding;
     finding.problem = written_alike(ours.get(), layout);

@@ -6,15 +6,11 @@
 #include <memory>
 #include <string>
 
+#include "tree.h"
+
 namespace kcnvrt::text {
 
 namespace {
-
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-    void operator()(char* text) const { std::free(text); }
-};
-using Tree = std::unique_ptr<json_t, Release>;
 
 constexpr ReadOptions kContainers = {};
 constexpr ReadOptions kAnyValue = {.any_value = true, .nul_in_strings = true};
@@ -25,16 +21,11 @@ std::string repeated(std::string_view piece, int count) {
     return text;
 }
 
-std::string compact(const json_t* value) {
-    const std::unique_ptr<char, Release> text{json_dumps(value, JSON_COMPACT | JSON_ENCODE_ANY)};
-    return text.get();
-}
-
 // What Jansson's printer makes of the tree.
 std::string read_back(std::string_view text, ReadOptions options = kContainers) {
     ReadError error;
-    const Tree tree{read(text, options, error)};
-    return tree ? compact(tree.get()) : "refused: " + std::string{error.text};
+    const Json tree{read(text, options, error)};
+    return tree ? dumped(tree.get(), JSON_COMPACT) : "refused: " + std::string{error.text};
 }
 
 struct Accepted {
@@ -51,7 +42,7 @@ class Accepts : public testing::TestWithParam<Accepted> {};
 
 TEST_P(Accepts, Text) {
     EXPECT_EQ(GetParam().result, read_back(GetParam().text));
-    EXPECT_EQ(GetParam().is_sure, Tree{read_if_sure(GetParam().text)} != nullptr);
+    EXPECT_EQ(GetParam().is_sure, Json{read_if_sure(GetParam().text)} != nullptr);
 }
 
 // clang-format off
@@ -97,7 +88,7 @@ class Refuses : public testing::TestWithParam<Refused> {};
 TEST_P(Refuses, Text) {
     const Refused& row = GetParam();
     ReadError error;
-    EXPECT_EQ(nullptr, Tree{read(row.text, row.options, error)});
+    EXPECT_EQ(nullptr, Json{read(row.text, row.options, error)});
     EXPECT_EQ(row.kind, error.kind) << error.text;
     EXPECT_EQ(row.line, error.spot.line);
     EXPECT_EQ(row.column, error.spot.column);
@@ -179,8 +170,8 @@ TEST(Reader, AnyPartOfATextIsRefusedOrRead) {
             const std::unique_ptr<char[]> part{new char[length]};
             whole.copy(part.get(), length, from);
             ReadError error;
-            const Tree tree{read({part.get(), length}, kContainers, error)};
-            const Tree theirs{json_loadb(part.get(), length, JSON_REJECT_DUPLICATES, nullptr)};
+            const Json tree{read({part.get(), length}, kContainers, error)};
+            const Json theirs{json_loadb(part.get(), length, JSON_REJECT_DUPLICATES, nullptr)};
             ASSERT_EQ(theirs == nullptr, tree == nullptr) << whole.substr(from, length);
         }
 }

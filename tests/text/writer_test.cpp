@@ -3,18 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
+
+#include "tree.h"
 
 namespace kcnvrt::text {
 
 namespace {
-
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-    void operator()(char* text) const { std::free(text); }
-};
-using Tree = std::unique_ptr<json_t, Release>;
 
 constexpr Layout kCompact = {.compact = true};
 
@@ -23,19 +18,14 @@ std::string written(const json_t* value, Layout layout) {
     return write(value, layout, buffer) ? std::string{buffer.view()} : "refused";
 }
 
-std::string dumped(const json_t* value, size_t flags) {
-    const std::unique_ptr<char, Release> text{json_dumps(value, flags | JSON_ENCODE_ANY)};
-    return text == nullptr ? "refused" : text.get();
-}
-
-Tree arrays(int levels) {
-    Tree tree{json_array()};
+Json arrays(int levels) {
+    Json tree{json_array()};
     for (int i = 1; i < levels; ++i) tree.reset(json_pack("[o]", tree.release()));
     return tree;
 }
 
-Tree text(std::string_view bytes) {
-    return Tree{json_stringn_nocheck(bytes.data(), bytes.size())};
+Json text(std::string_view bytes) {
+    return Json{json_stringn_nocheck(bytes.data(), bytes.size())};
 }
 
 struct Row {
@@ -46,7 +36,7 @@ struct Row {
 class Writes : public testing::TestWithParam<Row> {};
 
 TEST_P(Writes, String) {
-    const Tree value = text(GetParam().bytes);
+    const Json value = text(GetParam().bytes);
     EXPECT_EQ(GetParam().text, written(value.get(), kCompact));
     EXPECT_EQ(GetParam().text, dumped(value.get(), JSON_COMPACT));
 }
@@ -67,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(Writer, Writes, testing::Values(
 }  // namespace
 
 TEST(Writer, EveryIndentIsThatOfJansson) {
-    const Tree tree{
+    const Json tree{
         json_loads(R"({"a": [1, {"b": [], "c": {}}, [true, null, false]], "": {"d": -5}, "e": "x"})", 0, nullptr)};
     for (unsigned indent = 0; indent <= 31; ++indent)
         EXPECT_EQ(dumped(tree.get(), JSON_INDENT(indent)), written(tree.get(), {.indent = indent}));
@@ -77,21 +67,21 @@ TEST(Writer, EveryIndentIsThatOfJansson) {
 TEST(Writer, AnyValueStandsAtTheTop) {
     for (const char* const value :
          {"0", "-9223372036854775808", "9223372036854775807", "true", "false", "null", "[]", "{}"}) {
-        const Tree tree{json_loads(value, JSON_DECODE_ANY, nullptr)};
+        const Json tree{json_loads(value, JSON_DECODE_ANY, nullptr)};
         EXPECT_EQ(value, written(tree.get(), {}));
     }
 }
 
 TEST(Writer, DeeperValuesAreWrittenByJansson) {
     for (const int levels : {2047, 2048, 2049, 2050, 4000}) {
-        const Tree tree = arrays(levels);
+        const Json tree = arrays(levels);
         EXPECT_EQ(dumped(tree.get(), JSON_COMPACT), written(tree.get(), kCompact)) << levels;
         EXPECT_EQ(dumped(tree.get(), JSON_INDENT(1)), written(tree.get(), {.indent = 1})) << levels;
     }
 }
 
 TEST(Writer, AValueInsideItselfIsRefused) {
-    const Tree outer{json_array()};
+    const Json outer{json_array()};
     json_t* const inner = json_object();
     json_array_append_new(outer.get(), inner);
     json_object_set(inner, "outer", outer.get());
@@ -100,7 +90,7 @@ TEST(Writer, AValueInsideItselfIsRefused) {
 }
 
 TEST(Writer, ANameThatIsNoUtf8IsRefused) {
-    const Tree tree{json_object()};
+    const Json tree{json_object()};
     json_object_set_new_nocheck(tree.get(), "a\xFF", json_null());
     EXPECT_EQ("refused", written(tree.get(), {}));
 }
@@ -108,7 +98,7 @@ TEST(Writer, ANameThatIsNoUtf8IsRefused) {
 TEST(Writer, ARefusalLeavesTheBufferAsItWas) {
     Buffer buffer;
     ASSERT_TRUE(buffer.append("before"));
-    const Tree tree{json_pack("[s, o]", std::string(10000, 'x').c_str(), text("\xFF").release())};
+    const Json tree{json_pack("[s, o]", std::string(10000, 'x').c_str(), text("\xFF").release())};
     EXPECT_FALSE(write(tree.get(), {}, buffer));
     EXPECT_EQ("before", buffer.view());
     EXPECT_TRUE(write(arrays(3000).get(), kCompact, buffer));
