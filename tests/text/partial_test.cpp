@@ -192,6 +192,14 @@ TEST(Partial, SaysWhyALaterRoundTookSomethingOut) {
     EXPECT_EQ(notes[1].message, "left out of the partial result: Invalid field \"id\", is not integer");
 }
 
+TEST(Partial, TakesOutMembersWhoseNamesPointersEscape) {
+    const Result result = ask_for_part(
+        K_TEXT_TO_NEW, R"({"vlan": {"vlans": [{"pos": 0, "ports": {"p/1~": {"qos": {}, "tag": true}}}]}})");
+    ASSERT_EQ(notes_of(result).size(), 1u);
+    EXPECT_EQ(notes_of(result)[0].pointer, "/vlan/vlans/0/ports/p~11~0/qos");
+    EXPECT_NE(output_of(result).find(R"("name":"p/1~")"), std::string::npos);
+}
+
 TEST(Partial, SurvivesWhereNothingIsRight) {
     EXPECT_GT(expect_part(K_TEXT_TO_NEW, damaged(example("home-gateway.old.json").get()).get()), 100u);
     EXPECT_GT(expect_part(K_TEXT_TO_OLD, damaged(example("home-gateway.new.json").get()).get()), 100u);
