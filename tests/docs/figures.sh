@@ -1,8 +1,8 @@
 #!/bin/bash
 # The figures of the documents are those that were counted: figures.sh TREE COUNTED. In the folder COUNTED stands what
-# the tests printed, under the names of their logs. A figure of a log may be off by a tenth, since every change moves it
-# a little; what has a unit is not compared, and neither is what a thorough run counts. What the page of promises says
-# has to stand in the first table of the log that it links to.
+# the tests printed, under the names of their logs. A figure of a log may be off by a tenth, or by five, since every
+# change moves it a little; what has a unit is not compared, and neither is what a thorough run counts. What the page of
+# promises says has to stand in the first table of the log that it links to.
 set -euo pipefail
 tree=$1
 counted=$2
@@ -21,7 +21,7 @@ compare() {
                 if ($i !~ /^[0-9]+$/) continue
                 off = there[$2, i] - $i
                 if (off < 0) off = -off
-                if (off > $i / 10) fail("\"" $2 "\" says " there[$2, i] ", and " $i " were counted")
+                if (off > $i / 10 && off > 5) fail("\"" $2 "\" says " there[$2, i] ", and " $i " were counted")
             }
         }
         END { if (!rows) fail("nothing was counted"); exit failed }
