@@ -31,7 +31,7 @@ Json named_port(Key name, json_t* port) {
 int ports_to_new(json_t* source, json_t* destination, const Report& report) {
     if (source == nullptr) return 0;
     const SortedMembers ports{source};
-    if (ports.failed()) return report.placed(report.fail("Error allocated memory!\n"), source);
+    if (ports.failed()) return report.fail("Error allocated memory!\n");
     ListBuilder list{destination};
     for (const auto& [name, port] : ports) list.add(named_port(name, port));
     list.finish();

@@ -32,7 +32,7 @@ int k_cnvrt_get_rip_from_old(json_t* source, json_t* destination, k_err_t* err) 
     if (source == nullptr) return 0;
     const Report report{__func__, err};
     const SortedMembers ifaces{source};
-    if (ifaces.failed()) return report.placed(report.fail("Error allocated memory!\n"), source);
+    if (ifaces.failed()) return report.fail("Error allocated memory!\n");
     int failures = 0;
     ListBuilder instances{destination};
     for (const auto& [name, rip] : ifaces) {

@@ -128,7 +128,7 @@ int add_ipv6(json_t* old_route, size_t number, Json route, Routes& routes, const
 
 int add_route(json_t* old_route, size_t number, Routes& ipv4, Routes& ipv6, const Report& report) {
     Json route = new_route(old_route);
-    if (route == nullptr) return report.placed(report.fail("Error json_pack!\n"), old_route);
+    if (route == nullptr) return report.fail("Error json_pack!\n");
     const char* const address = text_of(old_route, "ip");
     if (address == nullptr) return report.fail_at(old_route, "ip", "Invalid field ip!\n");
     if (k_addr_v4_is_correct(address) == 0) return add_ipv6(old_route, number, std::move(route), ipv6, report);

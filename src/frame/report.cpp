@@ -48,11 +48,6 @@ int Report::placed(int failures, json_t* object, Key name) const {
     return failures;
 }
 
-int Report::placed(int failures, json_t* object) const {
-    if (failures != 0) place(object);
-    return failures;
-}
-
 int Report::placed_entry(int failures, json_t* list, int64_t number) const {
     if (failures != 0) place_entry(list, number);
     return failures;

@@ -33,7 +33,6 @@ public:
 
     // A count of failures, whose messages are placed.
     int placed(int failures, json_t* object, Key name) const;
-    int placed(int failures, json_t* object) const;
     int placed_entry(int failures, json_t* list, int64_t number) const;
 
     // The same record under another author's name.

@@ -29,8 +29,7 @@ int legacy_generation_to_old(json_t* new_qos, json_t* old_qos, k_err_t* err) {
 int k_cnvrt_get_qos_from_old(json_t* source, json_t* destination, k_err_t* err) {
     if (has(source, "Queue")) return current_generation_to_new(source, destination, err);
     if (has(source, "links")) return legacy_generation_to_new(source, destination, err);
-    const Report report{__func__, err};
-    return report.placed(report.fail("Error version QoS!"), source);
+    return Report{__func__, err}.fail("Error version QoS!");
 }
 
 int k_cnvrt_get_qos_from_new(json_t* source, json_t* destination, k_err_t* err) {

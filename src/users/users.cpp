@@ -100,7 +100,7 @@ int k_cnvrt_get_users_from_new(json_t* source, json_t* destination, k_err_t* err
     if (source == nullptr) return 0;
     const Report report{__func__, err};
     json_t* const version = get(source, "version");
-    if (version == nullptr) return report.placed(report.fail("Field \"version\" is missing!"), source);
+    if (version == nullptr) return report.fail("Field \"version\" is missing!");
     if (!json_is_integer(version)) return report.fail_at(source, "version", "Field \"version\" not integer!");
     if (json_integer_value(version) < 0) return report.fail_at(source, "version", "Error field \"version\" < 0");
     return json_integer_value(version) == 0 ? users_to_array(get(source, "list"), destination, report)

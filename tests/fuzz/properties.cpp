@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "runner/allocations.h"
+#include "runner/pointer.h"
 #include "start.h"
 
 namespace {
@@ -23,13 +24,29 @@ struct Observed {
 
 std::string messages_of(const k_err_t* err) {
     std::string messages;
-    for (size_t i = 0; i < k_err_count(err); ++i)
-        messages += std::string{k_err_function(err, i)} + ": " + k_err_message(err, i) + "\n";
+    for (size_t i = 0; i < k_err_count(err); ++i) {
+        const char* const pointer = k_err_pointer(err, i);
+        messages += std::string{pointer == nullptr ? "nowhere" : pointer} + ": " + k_err_function(err, i) + ": " +
+                    k_err_message(err, i) + (k_err_is_counted(err, i) != 0 ? "\n" : ", not counted\n");
+    }
     return messages;
+}
+
+// Every message has a place in the source, where there is a source.
+void check_places(const k_err_t* err, const json_t* source) {
+    for (size_t i = 0; i < k_err_count(err); ++i) {
+        const char* const pointer = k_err_pointer(err, i);
+        require(source == nullptr || (pointer != nullptr && at_pointer(source, pointer) != nullptr),
+                "every pointer resolves", source);
+    }
 }
 
 Observed observe(const Call& call, json_t* source, Record err) {
     Observed observed{call(source, err.get()), {}, {}};
+    // A section handler leaves it to its caller.
+    k_err_locate(err.get(), 0, source);
+    check_places(err.get(), source);
+    require(err == nullptr || k_err_is_complete(err.get()) != 0, "no allocation failed", source);
     observed.picture = picture_of(observed.returned.tree.get());
     observed.messages = messages_of(err.get());
     return observed;

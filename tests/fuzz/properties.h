@@ -20,9 +20,9 @@ enum class OnFailure { kNothing, kTheRest, kTheRestInSilence };
 
 // Calls it several times, and ends the process when one of these is not so:
 // the source stays as it is; equal calls give equal results and messages, with an error record or without; nothing
-// comes back exactly when fields failed, and then there is a message; what comes back can be written as JSON and read
-// again if the source can, and does not change when the source is released; Jansson has as many blocks afterwards as
-// before.
+// comes back exactly when fields failed, and then there is a message; every message has a place that is in the source;
+// what comes back can be written as JSON and read again if the source can, and does not change when the source is
+// released; Jansson has as many blocks afterwards as before.
 void check(const Call& call, Tree source, OnFailure on_failure);
 
 // Ends the process unless it is so, showing the source.

@@ -11,6 +11,7 @@
 
 #include "fingerprint.h"
 #include "k_cnvrt.h"
+#include "pointer.h"
 #include "silence.h"
 
 namespace {
@@ -74,6 +75,9 @@ Conduct expect_contract(Direction direction, json_t* document, const std::string
     for (size_t i = 0; i < conduct.messages; ++i) {
         EXPECT_STRNE("", k_err_function(err, i)) << what;
         EXPECT_STRNE("", k_err_message(err, i)) << what;
+        const char* const pointer = k_err_pointer(err, i);
+        if (document != nullptr && (pointer == nullptr || at_pointer(document, pointer) == nullptr))
+            ADD_FAILURE() << what << ": " << k_err_message(err, i) << " at " << (pointer ? pointer : "no place");
     }
     const uint64_t first = fingerprint(result);
     json_decref(result);

@@ -86,9 +86,10 @@ Conversion to_new(const char* name, const json_t* document, const json_t* base, 
     json_t* pair = json_object();
     json_object_set_new(pair, "source", json_deep_copy(document));
     if (base != nullptr) json_object_set_new(pair, "base", json_deep_copy(base));
-    return {name, Tree{pair}, [flags](json_t* source, k_err_t* err) {
-                return k_cnvrt_to_new(json_object_get(source, "source"), json_object_get(source, "base"), flags, err);
-            }};
+    const auto run = [flags](json_t* source, k_err_t* err) {
+        return k_cnvrt_to_new(json_object_get(source, "source"), json_object_get(source, "base"), flags, err);
+    };
+    return {name, Tree{pair}, run, json_object_get(pair, "source"), base != nullptr};
 }
 
 void add_old_sections(std::vector<Conversion>& conversions, const json_t* new_document) {

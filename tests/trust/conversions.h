@@ -12,6 +12,8 @@ struct Conversion {
     std::string name;
     Tree source;
     std::function<json_t*(json_t* source, k_err_t* err)> run;
+    json_t* root = source.get();  // the configuration or section in the source
+    bool has_base = false;
 };
 
 // Both whole-document conversions of the two documents, with each flag and with a base, and every section by its name.
