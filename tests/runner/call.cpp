@@ -7,6 +7,7 @@
 #include "capture.h"
 #include "function_kinds.h"
 #include "k_err.h"
+#include "pointer.h"
 
 namespace {
 
@@ -15,9 +16,25 @@ struct FreeRecord {
 };
 using ErrorRecord = std::unique_ptr<k_err_t, FreeRecord>;
 
-void read_messages(const k_err_t* err, Outcome& outcome) {
+// A message about a base, about memory or about a name that is unknown has no place.
+bool needs_place(const std::string& function, Places places, bool has_source) {
+    const bool is_about_call = function.starts_with("k_conf_") || function.starts_with("k_cnvrt_get_section_to_");
+    return places != Places::kNone && has_source && !is_about_call;
+}
+
+void read_messages(const k_err_t* err, const Inputs& inputs, Places places, Outcome& outcome) {
     for (size_t i = 0; i < k_err_count(err); ++i) {
+        const char* const pointer = k_err_pointer(err, i);
         outcome.messages.emplace_back(k_err_function(err, i), k_err_message(err, i));
+        outcome.pointers.push_back(pointer == nullptr ? "null" : text_of(Tree{json_string(pointer)}.get()));
+        outcome.has_counted = outcome.has_counted || k_err_is_counted(err, i) != 0;
+
+        bool resolves = false;
+        for (const char* name : {"source", "difference", "candidate"})
+            resolves = resolves || (pointer != nullptr && at_pointer(inputs.tree(name), pointer) != nullptr);
+        const bool may_lack_it = !needs_place(k_err_function(err, i), places, inputs.tree("source") != nullptr);
+        if (!resolves && (pointer != nullptr || !may_lack_it))
+            outcome.places_that_are_not.push_back(outcome.pointers.back());
     }
 }
 
@@ -26,9 +43,12 @@ void call_and_observe(const json_t* data, k_err_t* err, Outcome& outcome) {
     const json_t* expected = json_object_get(data, "output");
     Inputs inputs{data};
 
+    const Kind& kind = kind_of(name);
     StdoutCapture capture;
-    const Returned returned = kind_of(name).call(inputs, name, err);
+    const Returned returned = kind.call(inputs, name, err);
     outcome.printed = capture.finish();
+    if (kind.places == Places::kToLocate) k_err_locate(err, 0, inputs.tree("source"));
+    read_messages(err, inputs, kind.places, outcome);
 
     outcome.result = returned.result;
     outcome.output = text_of(returned.output.get());
@@ -46,7 +66,6 @@ Outcome run_call(const json_t* data, Record record) {
     const long live_before = live_allocations();
     const ErrorRecord err{record == Record::kGiven ? k_err_new() : nullptr};
     call_and_observe(data, err.get(), outcome);
-    read_messages(err.get(), outcome);
     outcome.leaked = live_allocations() - live_before;
     return outcome;
 }

@@ -18,6 +18,14 @@ bool are_messages(const json_t* value) {
     return json_is_array(value);
 }
 
+bool are_pointers(const json_t* value) {
+    for (size_t i = 0; i < json_array_size(value); ++i) {
+        const json_t* pointer = json_array_get(value, i);
+        if (!json_is_string(pointer) && !json_is_null(pointer)) return false;
+    }
+    return json_is_array(value);
+}
+
 bool is_function(const char* name) {
     return name != nullptr && symbol<void*>(name) != nullptr;
 }
@@ -36,6 +44,8 @@ std::string defect_of(const MemberRule& rule, const json_t* value) {
             return json_is_boolean(value) ? "" : name + " is not true or false";
         case Type::kMessages:
             return are_messages(value) ? "" : name + " is not an array of [function, text]";
+        case Type::kPointers:
+            return are_pointers(value) ? "" : name + " is not an array of texts and nulls";
         case Type::kHandler:
             return is_function(json_string_value(value)) ? "" : name + " is not a function of the libraries";
     }

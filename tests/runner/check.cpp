@@ -57,6 +57,32 @@ void check_output(const Case& tested, const Outcome& outcome) {
     }
 }
 
+// One place a line; nothing where the case does not say.
+std::string expected_pointers(const Case& tested, const std::string& otherwise) {
+    const json_t* pointers = expected_of(tested, "pointers");
+    if (pointers == nullptr) return otherwise;
+    std::string text;
+    for (size_t i = 0; i < json_array_size(pointers); ++i) text += "\n  " + text_of(json_array_get(pointers, i));
+    return text;
+}
+
+void check_places(const Case& tested, const Outcome& outcome) {
+    std::string actual;
+    for (const std::string& pointer : outcome.pointers) actual += "\n  " + pointer;
+    expect_equal(tested, "pointers", expected_pointers(tested, actual), actual);
+    for (const std::string& pointer : outcome.places_that_are_not)
+        fail(tested, "a message belongs where the source has nothing: " + pointer);
+}
+
+// What counts withholds the result, or is in the count of failures; a difference to a base is made all the same.
+void check_counted(const Case& tested, const Outcome& outcome) {
+    const bool has_base = expected_of(tested, "base") != nullptr && expected_of(tested, "source") != nullptr;
+    if (outcome.messages.empty() || has_base) return;
+    const bool has_failed = outcome.result != 0 || outcome.output == text_of(nullptr);
+    expect(tested, has_failed == outcome.has_counted,
+           has_failed ? "it failed, and no message counts" : "a message counts, and it has not failed");
+}
+
 void check_manners(const Case& tested, const Outcome& outcome, const std::string& which) {
     expect(tested, outcome.inputs_unchanged, which + " changed its inputs");
     expect(tested, outcome.output_stands_alone, which + " returned an output that changes when the source is released");
@@ -82,6 +108,8 @@ void check(const Case& tested) {
     expect_equal(tested, "result", std::to_string(result), std::to_string(first.result));
     check_output(tested, first);
     expect_equal(tested, "messages", expected_messages(tested), listed(first.messages));
+    check_places(tested, first);
+    check_counted(tested, first);
     expect_equal(tested, "standard output", expected_text(tested, "stdout"), first.printed);
     check_manners(tested, first, "the call");
 

@@ -128,41 +128,44 @@ constexpr MemberRule kResult{"result", Type::kInteger};
 constexpr MemberRule kOutput{"output", Type::kTree, Need::kRequired};
 constexpr MemberRule kOrdered{"ordered", Type::kSwitch};
 constexpr MemberRule kMessages{"messages", Type::kMessages};
+constexpr MemberRule kPointers{"pointers", Type::kPointers};
 constexpr MemberRule kStdout{"stdout", Type::kText};
 
-const Kind kSectionHandler{
-    call_section_handler, {}, {kSource, kDestination, kResult, kOutput, kOrdered, kMessages, kStdout}};
+const Kind kSectionHandler{call_section_handler,
+                           Places::kToLocate,
+                           {},
+                           {kSource, kDestination, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}};
 
 // clang-format off
 const Kind kKinds[] = {
-    {call_field_helper,
+    {call_field_helper, Places::kNone,
      {"json_integer_old_set_safe", "json_boolean_old_set_safe", "json_string_old_set_safe", "json_string_set_password_old",
       "json_integer_set_safe", "json_boolean_set_safe", "json_string_set_safe", "json_string_set_password"},
-     {kKey, kValue, kDestination, kFunction, kResult, kOutput, kOrdered, kMessages, kStdout}},
-    {call_string_set_def, {"json_string_set_def"},
-     {kKey, kValue, kDefault, kDestination, kFunction, kResult, kOutput, kOrdered, kMessages, kStdout}},
-    {call_to_old, {"k_cnvrt_to_old"}, {kSource, kFlags, kOutput, kOrdered, kMessages, kStdout}},
-    {call_to_new, {"k_cnvrt_to_new"}, {kSource, kBase, kFlags, kOutput, kOrdered, kMessages, kStdout}},
-    {call_section_to_old, {"k_cnvrt_get_section_to_old"}, {kName, kSource, kOutput, kOrdered, kMessages, kStdout}},
-    {call_section_to_new, {"k_cnvrt_get_section_to_new"},
-     {kName, kSource, kBase, kFlags, kOutput, kOrdered, kMessages, kStdout}},
-    {call_section_parser, {"json_section_parser"},
-     {kName, kSource, kDestination, {"is_array", Type::kInteger}, kHandler, kResult, kOutput, kOrdered, kMessages, kStdout}},
-    {call_services_parser, {"json_services_parser"},
-     {kName, kSource, kDestination, {"kind", Type::kInteger}, kHandler, kResult, kOutput, kOrdered, kMessages, kStdout}},
-    {call_number_of_object, {"getMaxKey", "getNumberOfEntries"}, {kSource, kResult, kStdout}},
-    {call_sorted_keys, {"getSortedKeys"}, {kSource, kResult, kOutput, kStdout}},
-    {call_set_max_instance, {"json_set_max_instance"},
+     {kKey, kValue, kDestination, kFunction, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_string_set_def, Places::kNone, {"json_string_set_def"},
+     {kKey, kValue, kDefault, kDestination, kFunction, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_to_old, Places::kLocated, {"k_cnvrt_to_old"}, {kSource, kFlags, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_to_new, Places::kLocated, {"k_cnvrt_to_new"}, {kSource, kBase, kFlags, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_section_to_old, Places::kLocated, {"k_cnvrt_get_section_to_old"}, {kName, kSource, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_section_to_new, Places::kLocated, {"k_cnvrt_get_section_to_new"},
+     {kName, kSource, kBase, kFlags, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_section_parser, Places::kToLocate, {"json_section_parser"},
+     {kName, kSource, kDestination, {"is_array", Type::kInteger}, kHandler, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_services_parser, Places::kToLocate, {"json_services_parser"},
+     {kName, kSource, kDestination, {"kind", Type::kInteger}, kHandler, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_number_of_object, Places::kNone, {"getMaxKey", "getNumberOfEntries"}, {kSource, kResult, kStdout}},
+    {call_sorted_keys, Places::kNone, {"getSortedKeys"}, {kSource, kResult, kOutput, kStdout}},
+    {call_set_max_instance, Places::kNone, {"json_set_max_instance"},
      {kDestination, {"count", Type::kInteger, Need::kRequired}, kOutput, kOrdered, kStdout}},
-    {call_list_to_string, {"multiinstanse_to_string"},
-     {kKey, {"list", Type::kTree}, kDestination, kResult, kOutput, kOrdered, kMessages, kStdout}},
-    {call_remote_element, {"k_cnvrt_get_remote_from_old_element"},
-     {kSource, {"errors", Type::kInteger}, kResult, kOutput, kOrdered, kMessages, kStdout}},
-    {call_find_branch, {"k_conf_find_branch"},
-     {kSource, {"path", Type::kText, Need::kRequired}, kOutput, kOrdered, kMessages, kStdout}},
-    {call_diff, {"k_conf_diff_set2"},
-     {kBase, {"candidate", Type::kTree}, {"flag", Type::kInteger}, kOutput, kOrdered, kMessages, kStdout}},
-    {call_apply, {"k_conf_apply"}, {kBase, {"difference", Type::kTree}, kOutput, kOrdered, kMessages, kStdout}},
+    {call_list_to_string, Places::kNone, {"multiinstanse_to_string"},
+     {kKey, {"list", Type::kTree}, kDestination, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_remote_element, Places::kToLocate, {"k_cnvrt_get_remote_from_old_element"},
+     {kSource, {"errors", Type::kInteger}, kResult, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_find_branch, Places::kNone, {"k_conf_find_branch"},
+     {kSource, {"path", Type::kText, Need::kRequired}, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_diff, Places::kLocated, {"k_conf_diff_set2"},
+     {kBase, {"candidate", Type::kTree}, {"flag", Type::kInteger}, kOutput, kOrdered, kMessages, kPointers, kStdout}},
+    {call_apply, Places::kLocated, {"k_conf_apply"}, {kBase, {"difference", Type::kTree}, kOutput, kOrdered, kMessages, kPointers, kStdout}},
 };
 // clang-format on
 

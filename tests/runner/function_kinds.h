@@ -49,7 +49,7 @@ Function symbol(const char* name) {
 }
 
 // The members that a call takes and expects, beside "case" and "call".
-enum class Type { kTree, kText, kInteger, kSwitch, kMessages, kHandler };
+enum class Type { kTree, kText, kInteger, kSwitch, kMessages, kPointers, kHandler };
 enum class Need { kOptional, kRequired };
 
 struct MemberRule {
@@ -58,8 +58,16 @@ struct MemberRule {
     Need need = Need::kOptional;
 };
 
+// Where the places of messages are.
+enum class Places {
+    kNone,      // the function is given no source
+    kToLocate,  // in the source, once its caller locates them
+    kLocated,   // in the source, or in the difference or candidate
+};
+
 struct Kind {
     Returned (*call)(const Inputs& in, const char* name, k_err_t* err);
+    Places places;
     std::vector<const char*> functions;
     std::vector<MemberRule> members;
 };

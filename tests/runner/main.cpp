@@ -9,6 +9,8 @@
 //   "ordered"   true: the members of the output are compared in their order too
 //   "result"    the int that is returned, default 0
 //   "messages"  the error record as [function, text] pairs in order, default []
+//   "pointers"  where each message belongs, as a JSON Pointer into the source (null for nowhere); not looked at when it
+//               is left out
 //   "stdout"    the text written to standard output, default ""
 //
 // and the arguments, by the kind of function. A tree that is left out is a null pointer, null is JSON null:
@@ -33,7 +35,8 @@
 //
 // Any other member is an error, so that a misspelt expectation cannot pass unseen. Of every case it is also checked
 // that the inputs are unchanged, that the output survives the release of the inputs, that nothing of Jansson's leaks,
-// that a second call does the same, and that a call with a null error record has the same output.
+// that a second call does the same, and that a call with a null error record has the same output; that every message has
+// a place which is in the source, and that a result is withheld, or a failure counted, exactly when a message counts.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -22,7 +22,10 @@ void print_outcome(const Case& tested) {
 
     const Outcome outcome = run_call(tested.data.get(), Record::kGiven);
     std::printf("result %d\noutput %s\n", outcome.result, outcome.output.c_str());
-    for (const auto& [function, message] : outcome.messages)
-        std::printf("message %s %s\n", quoted(function).c_str(), quoted(message).c_str());
+    for (size_t i = 0; i < outcome.messages.size(); ++i) {
+        const auto& [function, message] = outcome.messages[i];
+        std::printf("message %s %s at %s\n", quoted(function).c_str(), quoted(message).c_str(),
+                    outcome.pointers[i].c_str());
+    }
     if (!outcome.printed.empty()) std::printf("stdout %s\n", quoted(outcome.printed).c_str());
 }

@@ -55,6 +55,30 @@ int remembers(json_t*, json_t* destination, k_err_t*) {
     return json_object_set_new(destination, "calls", json_integer(++calls));
 }
 
+int reports_elsewhere(json_t*, json_t*, k_err_t* err) {
+    static const Tree elsewhere{json_pack("{s:i}", "a", 1)};
+    k_err_set(err, "reports_elsewhere", 0, "one");
+    k_err_place(err, elsewhere.get(), "a", 1);
+    return 1;
+}
+
+int reports_twice(json_t* source, json_t*, k_err_t* err) {
+    k_err_set(err, "f", 0, "one");
+    k_err_place(err, source, "a/b", 3);
+    k_err_set(err, "f", 0, "two");
+    return 1;
+}
+
+int counts_what_it_leaves_out(json_t*, json_t*, k_err_t* err) {
+    k_err_set(err, "f", 0, "one");
+    k_err_leave_out(err, 0);
+    return 1;
+}
+
+int leaves_out_what_it_counts(json_t*, json_t*, k_err_t* err) {
+    return k_err_set(err, "f", 0, "one");
+}
+
 int needs_a_record(json_t*, json_t* destination, k_err_t* err) {
     return err == nullptr ? 0 : json_object_set_new(destination, "a", json_true());
 }
@@ -127,6 +151,29 @@ TEST(Check, Messages) {
                    "messages");
 }
 
+TEST(Check, Pointers) {
+    const std::string call = R"("call": "reports_twice", "source": {"a/b": 1}, "output": {}, "result": 1, )"
+                             R"("messages": [["f", "one"], ["f", "two"]], )";
+    EXPECT_EQ(failures_of(call + R"("pointers": ["/a~1b", ""])"), "");
+    expect_failure(call + R"("pointers": ["/a~1b", null])", "pointers");
+    expect_failure(call + R"("pointers": ["/a~1b"])", "pointers");
+    expect_failure(call + R"("pointers": ["", "/a~1b"])", "pointers");
+    expect_failure(call + R"("pointers": [])", "pointers");
+}
+
+TEST(Check, EveryMessageHasAPlaceInTheSource) {
+    const std::string call = R"("call": "reports_elsewhere", "output": {}, "result": 1, )"
+                             R"("messages": [["reports_elsewhere", "one"]])";
+    expect_failure(call + R"(, "source": {"b": 1})", "belongs where the source has nothing");
+    EXPECT_EQ(failures_of(call), "");
+}
+
+TEST(Check, WhatCountsIsWhatFails) {
+    const std::string rest = R"("source": {}, "output": {}, "messages": [["f", "one"]])";
+    expect_failure(R"("call": "counts_what_it_leaves_out", "result": 1, )" + rest, "no message counts");
+    expect_failure(R"("call": "leaves_out_what_it_counts", )" + rest, "it has not failed");
+}
+
 TEST(Check, StandardOutput) {
     expect_failure(kCall + kOutput + kMessages + R"("result": 2)", "standard output");
     expect_failure(kCall + kOutput + kMessages + R"("result": 2, "stdout": "printed")", "standard output");
@@ -174,6 +221,8 @@ TEST(Form, MembersThatAreMissingOrOfAnotherType) {
     expect_failure(R"("call": "well_behaved", "output": {}, "ordered": 1)", "\"ordered\" is not true or false");
     expect_failure(R"("call": "well_behaved", "output": {}, "messages": [["f"]])", "\"messages\" is not an array");
     expect_failure(R"("call": "well_behaved", "output": {}, "messages": ["f"])", "\"messages\" is not an array");
+    expect_failure(R"("call": "well_behaved", "output": {}, "pointers": "/a")", "\"pointers\" is not an array");
+    expect_failure(R"("call": "well_behaved", "output": {}, "pointers": [1])", "\"pointers\" is not an array");
 }
 
 TEST(Form, Files) {

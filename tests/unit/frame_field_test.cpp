@@ -247,6 +247,50 @@ TEST(Report, FailsWithOneMessageAndNotesWithoutCounting) {
     EXPECT_EQ(report.err(), messages);
 }
 
+TEST(Report, SaysWhatCounts) {
+    const Messages messages;
+    const Report report{"author", messages};
+    report.fail("counted");
+    report.note("not counted");
+    uncounted(messages, [&] { report.fail("not counted"); });
+    report.fail("counted");
+    const int counted[] = {1, 0, 0, 1};
+    for (size_t i = 0; i < 4; ++i) EXPECT_EQ(k_err_is_counted(messages, i), counted[i]) << i;
+}
+
+TEST(Report, SaysWhereMessagesBelong) {
+    const Messages messages;
+    const Report report{"author", messages};
+    const Json source = tree("{'a': {'b': 1}, 'array': [0, 1], 'list': {'1': 0, '2': 1}}");
+    json_t* const inner = get(source.get(), "a");
+    EXPECT_EQ(report.fail_at(inner, "b", "wrong"), 1);
+    report.fail("missing");
+    EXPECT_EQ(report.placed(2, inner, "c"), 2);
+    report.fail("of an array");
+    EXPECT_EQ(report.placed_entry(1, get(source.get(), "array"), 2), 1);
+    report.fail("of a list");
+    EXPECT_EQ(report.placed_entry(1, get(source.get(), "list"), 2), 1);
+    report.fail("of whoever comes");
+    EXPECT_EQ(report.placed(0, inner, "b"), 0);
+    EXPECT_EQ(report.placed_entry(0, get(source.get(), "list"), 1), 0);
+    report.place(get(source.get(), "list"));
+    EXPECT_EQ(messages.places_in(source), (std::vector<std::string>{"/a/b", "/a", "/array/1", "/list/2", "/list"}));
+}
+
+// In both directions a row names the member that it reads.
+TEST(Engine, PlacesMessagesInTheSource) {
+    constexpr auto kTable = fields(integer_field("old", "new"), carried("other"), integer_field("same"));
+    const Messages messages;
+    const Report report{"author", messages};
+    const Json old_object = tree("{'old': [], 'same': {}}");
+    EXPECT_EQ(to_new(kTable, old_object.get(), object().get(), report), 2);
+    EXPECT_EQ(messages.places_in(old_object), (std::vector<std::string>{"/old", "/same"}));
+    const Messages back;
+    const Json new_object = tree("{'new': [], 'same': {}}");
+    EXPECT_EQ(to_old(kTable, new_object.get(), object().get(), Report{"author", back}), 2);
+    EXPECT_EQ(back.places_in(new_object), (std::vector<std::string>{"/new", "/same"}));
+}
+
 TEST(Report, KeepsTheLineWhereItWasMade) {
     const Messages messages;
     Report{"author", messages}.fail("here");

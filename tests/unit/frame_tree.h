@@ -49,6 +49,17 @@ public:
         return messages;
     }
 
+    // Where each belongs in a source, "nowhere" where it has no place.
+    std::vector<std::string> places_in(const kcnvrt::Json& source) const {
+        k_err_locate(err_, 0, source.get());
+        std::vector<std::string> places;
+        for (size_t i = 0; i < k_err_count(err_); ++i) {
+            const char* const pointer = k_err_pointer(err_, i);
+            places.emplace_back(pointer == nullptr ? "nowhere" : pointer);
+        }
+        return places;
+    }
+
 private:
     k_err_t* err_;
 };

@@ -20,6 +20,8 @@ struct Converted {
     int failures;
     std::string result;
     Messages::List messages;
+    std::vector<std::string> places;
+    bool is_complete;
 };
 
 // The allocation of the library's own of that number (from 0) fails alone.
@@ -31,7 +33,8 @@ Converted convert_without(size_t allocation, k_cnvrt_handler_t convert, const Js
         const OneFailure failure{allocation};
         failures = convert(source.get(), destination.get(), messages);
     }
-    return {failures, text(destination), messages.list()};
+    const bool is_complete = k_err_is_complete(messages) != 0;
+    return {failures, text(destination), messages.list(), messages.places_in(source), is_complete};
 }
 
 TEST(MemoryMessages, OfNamesThatCannotBeSorted) {
@@ -44,17 +47,20 @@ TEST(MemoryMessages, OfNamesThatCannotBeSorted) {
         k_cnvrt_handler_t convert;
         const Json& source;
         const char* result;
+        const char* place;
     } rows[] = {
-        {"k_cnvrt_get_users_from_old", k_cnvrt_get_users_from_old, users, "{'version':1}"},
-        {"k_cnvrt_get_port_settings_from_old", k_cnvrt_get_port_settings_from_old, ports, "{}"},
-        {"k_cnvrt_get_port_bandwidth_from_old", k_cnvrt_get_port_bandwidth_from_old, ports, "{}"},
-        {"k_cnvrt_get_rip_from_old", k_cnvrt_get_rip_from_old, rip, "{}"},
+        {"k_cnvrt_get_users_from_old", k_cnvrt_get_users_from_old, users, "{'version':1}", "/list"},
+        {"k_cnvrt_get_port_settings_from_old", k_cnvrt_get_port_settings_from_old, ports, "{}", ""},
+        {"k_cnvrt_get_port_bandwidth_from_old", k_cnvrt_get_port_bandwidth_from_old, ports, "{}", ""},
+        {"k_cnvrt_get_rip_from_old", k_cnvrt_get_rip_from_old, rip, "{}", ""},
     };
     for (const auto& row : rows) {
         const Converted converted = convert_without(0, row.convert, row.source);
         EXPECT_EQ(converted.failures, 1) << row.function;
         EXPECT_EQ(converted.result, row.result) << row.function;
         EXPECT_EQ(converted.messages, (Messages::List{{row.function, "Error allocated memory!\n"}}));
+        EXPECT_EQ(converted.places, std::vector<std::string>{row.place});
+        EXPECT_FALSE(converted.is_complete);
     }
 }
 
@@ -69,10 +75,13 @@ TEST(MemoryMessages, OfAnAddressThatCannotBeCopied) {
         EXPECT_EQ(converted.failures, 1) << allocation;
         EXPECT_EQ(converted.result, kNoRoutes) << allocation;
         EXPECT_EQ(converted.messages, (Messages::List{{"k_cnvrt_get_route_from_old", messages[allocation]}}));
+        EXPECT_EQ(converted.places, std::vector<std::string>{"/0/ip"});
+        EXPECT_FALSE(converted.is_complete);
     }
     const Converted converted = convert_without(std::size(messages), k_cnvrt_get_route_from_old, routes);
     EXPECT_EQ(converted.failures, 0);
     EXPECT_EQ(converted.messages, Messages::List{});
+    EXPECT_TRUE(converted.is_complete);
 }
 
 // Jansson's allocations, of which one fails.
@@ -96,6 +105,8 @@ TEST(MemoryMessages, OfARouteThatCannotBeMade) {
         EXPECT_EQ(failures, 1);
         EXPECT_EQ(text(destination), kNoRoutes);
         EXPECT_EQ(messages.list(), (Messages::List{{"k_cnvrt_get_route_from_old", "Error json_pack!\n"}}));
+        EXPECT_EQ(k_err_is_complete(messages), 0);
+        EXPECT_EQ(messages.places_in(routes), std::vector<std::string>{"/0"});
     }
     EXPECT_GT(reports, 0u) << "the route itself was always made";
 }
