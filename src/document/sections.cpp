@@ -56,11 +56,12 @@ constexpr Section kSections[] = {
 };
 // clang-format on
 
-// A service is called by its old name in either layout. "Services" carries what has no converter; alone, it is copied.
+// A service is called by its old name in either layout. What "Services" carries is copied here.
 constexpr Section section_of(const service_list::Service& service) {
-    const auto or_copied = [](k_cnvrt_handler_t handler) { return handler != nullptr ? handler : json_section_copy; };
-    return {service.by_name == service_list::kBoth ? service.old_name : "", service.old_name, or_copied(service.to_old),
-            or_copied(service.to_new), service.old_container};
+    using service_list::Conversion;
+    return {service.by_name == service_list::kBoth ? service.old_name : "", service.old_name,
+            service.conversion == Conversion::kBothWays ? service.to_old : json_section_copy,
+            service.conversion == Conversion::kNone ? json_section_copy : service.to_new, service.old_container};
 }
 
 constexpr bool has_section(const service_list::Service& service) {

@@ -10,6 +10,9 @@ namespace kcnvrt::service_list {
 // In which of the two section tables the service is, under its old name.
 enum class ByName : uint8_t { kBoth, kNew, kNone };
 
+// Which directions have a converter. In the others the section is carried as it stands.
+enum class Conversion : uint8_t { kBothWays, kToNew, kNone };
+
 using enum Container;
 using enum ByName;
 
@@ -20,7 +23,8 @@ struct Service {
     bool converts_group;      // its converters are given the group, and find or make what is theirs in it
     Container old_container;  // of a converted one
     ByName by_name;
-    k_cnvrt_handler_t to_new;  // null: the section is carried as it stands
+    Conversion conversion;
+    k_cnvrt_handler_t to_new;  // null where there is none
     k_cnvrt_handler_t to_old;
 };
 
@@ -29,7 +33,7 @@ inline constexpr Name kDns = "dns";
 inline constexpr Name kVpn = "vpn";
 
 constexpr Service copied(Name old_name, Name new_name, ByName by_name = kBoth) {
-    return {old_name, kAlone, new_name, false, kObject, by_name, nullptr, nullptr};
+    return {old_name, kAlone, new_name, false, kObject, by_name, Conversion::kNone, nullptr, nullptr};
 }
 constexpr Service copied(Name name, ByName by_name = kBoth) {
     return copied(name, name, by_name);
@@ -37,16 +41,20 @@ constexpr Service copied(Name name, ByName by_name = kBoth) {
 
 constexpr Service converted(Name name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old, Container old_container,
                             ByName by_name = kBoth) {
-    return {name, kAlone, name, false, old_container, by_name, to_new, to_old};
+    return {name, kAlone, name, false, old_container, by_name, Conversion::kBothWays, to_new, to_old};
+}
+
+constexpr Service converted_to_new(Name name, k_cnvrt_handler_t to_new) {
+    return {name, kAlone, name, false, kObject, kBoth, Conversion::kToNew, to_new, nullptr};
 }
 
 constexpr Service grouped(Name group, Name name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old) {
-    return {name, group, name, false, kObject, kBoth, to_new, to_old};
+    return {name, group, name, false, kObject, kBoth, Conversion::kBothWays, to_new, to_old};
 }
 
 constexpr Service part_of(Name group, Name old_name, Name new_name, k_cnvrt_handler_t to_new, k_cnvrt_handler_t to_old,
                           ByName by_name = kBoth) {
-    return {old_name, group, new_name, true, kObject, by_name, to_new, to_old};
+    return {old_name, group, new_name, true, kObject, by_name, Conversion::kBothWays, to_new, to_old};
 }
 
 // Both directions take the converted services in this order, except that towards the new layout groups come first.
@@ -87,8 +95,8 @@ inline constexpr Service kServices[] = {
     converted(       "urlfilter",             parse_old_urlfilter,     parse_new_urlfilter,     kObject),
     converted(       "vserver",               parse_old_vserver,       parse_new_vserver,       kArray),
     converted(       "watchdog",              parse_old_watchdog,      parse_new_watchdog,      kObject),
-    // Rebuilt towards the new layout only, which gives it a default; what the new one says goes back as it stands.
-    converted(       "yandex",                parse_old_yandex,        nullptr,                 kObject),
+    // Towards new it gets a default; towards old it is carried.
+    converted_to_new("yandex",                parse_old_yandex),
     converted(       "udpxy",                 parse_old_udpxy,         parse_new_udpxy,         kObject,  kNone),
 };
 // clang-format on

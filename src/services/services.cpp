@@ -54,25 +54,27 @@ int service_to_new(const Service& service, json_t* old_root, json_t* services, c
 
 int k_cnvrt_get_services_from_old(json_t* old_root, json_t* services, k_err_t* err) {
     for (const Service& service : kServices)
-        if (service.to_new == nullptr) carry(services, service.new_name, get(old_root, service.old_name));
+        if (service.conversion == Conversion::kNone) carry(services, service.new_name, get(old_root, service.old_name));
 
     for (const Key group : {kDns, kVpn}) group_to_new(old_root, group, services, err);
 
     const Report report{__func__, err};
     int failures = 0;
     for (const Service& service : kServices)
-        if (service.to_new != nullptr && service.group == kAlone)
+        if (service.conversion != Conversion::kNone && service.group == kAlone)
             failures += service_to_new(service, old_root, services, report);
     return failures;
 }
 
 int k_cnvrt_get_services_from_new(json_t* services, json_t* old_root, k_err_t* err) {
     for (const Service& service : kServices)
-        if (service.to_old == nullptr) carry(old_root, service.old_name, get(services, service.new_name));
+        if (service.conversion != Conversion::kBothWays)
+            carry(old_root, service.old_name, get(services, service.new_name));
 
     const Report report{__func__, err};
     int failures = 0;
     for (const Service& service : kServices)
-        if (service.to_old != nullptr) failures += service_to_old(service, services, old_root, report);
+        if (service.conversion == Conversion::kBothWays)
+            failures += service_to_old(service, services, old_root, report);
     return failures;
 }
