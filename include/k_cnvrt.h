@@ -76,7 +76,7 @@ typedef int (*k_cnvrt_handler_t)(json_t *source, json_t *destination, k_err_t *e
  *
  * Every section is attempted, so that the record holds every message. Without `base` the result is the new
  * configuration, or null when the sections' results add up to anything but 0. What a handler reports without counting
- * it, as it says (of a static route, of DNS or IPsec), does not make it null.
+ * it, as it says (of a static route, of DNS or IPsec), does not make it null; k_err_is_counted tells these apart.
  * With `base` the result is what has to change in `base` to make it the converted configuration, whatever failed on the
  * way: look at the record. Its form follows K_CNVRT_MERGE_PATCH; a merge patch takes a member that the conversion made
  * null out of `base` instead. It is null where k_conf_diff_set2 is.
