@@ -26,7 +26,7 @@ Decimal nearest(double value, int count) {
     const char* at = text.data();
     for (; *at != 'e'; ++at)
         if (*at >= '0' && *at <= '9') decimal.digits[static_cast<size_t>(decimal.count++)] = *at;
-    decimal.exponent = std::atoi(at + 1);
+    decimal.exponent = static_cast<int>(std::strtol(at + 1, nullptr, 10));
     return decimal;
 }
 

@@ -58,6 +58,7 @@ int k_cnvrt_parse_new_phys(json_t* source, json_t* destination, k_err_t* err) {
     if (source == nullptr) return 1;
     radios_to_old(get(source, "wifi"), destination);
     // Only an absent section is a failure; a list beyond the bound is reported and written empty.
-    uncounted(err, [&, report = Report{__func__, err}] { to_old(kPorts, source, destination, report); });
+    const Report report{__func__, err};
+    uncounted(err, [&] { to_old(kPorts, source, destination, report); });
     return 0;
 }

@@ -35,8 +35,9 @@
 //
 // Any other member is an error, so that a misspelt expectation cannot pass unseen. Of every case it is also checked
 // that the inputs are unchanged, that the output survives the release of the inputs, that nothing of Jansson's leaks,
-// that a second call does the same, and that a call with a null error record has the same output; that every message has
-// a place which is in the source, and that a result is withheld, or a failure counted, exactly when a message counts.
+// that a second call does the same, and that a call with a null error record has the same output; that every message
+// has a place which is in the source, and that a result is withheld, or a failure counted, exactly when a message
+// counts.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -1,8 +1,8 @@
 // Every place in the sources that reports a message has a case in which the message occurs with its place.
 //
 // A site is a call that reports, with its format. A case shows it when it lists "pointers", stands in the folder of the
-// site's room, and one of its messages is what the format makes. Where a room has several sites of one format, it has to
-// show as many different messages; of a message that is always the same, as many cases.
+// site's room, and one of its messages is what the format makes. Where a room has several sites of one format, it has
+// to show as many different messages; of a message that is always the same, as many cases.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -62,7 +62,8 @@ std::vector<std::string> arguments_of(const std::string& text, size_t open) {
     return arguments;
 }
 
-// The literals of an argument put together; what stands between them, a macro of inttypes.h, ends a conversion with "d".
+// The literals of an argument put together; what stands between them, a macro of inttypes.h, ends a conversion with
+// "d".
 std::string format_of(const std::string& argument) {
     std::string format;
     bool is_quoted = false;

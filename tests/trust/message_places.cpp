@@ -1,6 +1,6 @@
 // Where messages belong. Every value of the examples in turn is replaced by values of other types and contents: each
-// message that this brings has a place that is in the source, and it is the value, but for the messages listed here. Two
-// equal damages in different entries of a list have two places.
+// message that this brings has a place that is in the source, and it is the value, but for the messages listed here.
+// Two equal damages in different entries of a list have two places.
 #include <gtest/gtest.h>
 
 #include <algorithm>
