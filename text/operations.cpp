@@ -150,7 +150,7 @@ void answer_in_part(const Again& again, const Source& text, Trees& trees, k_text
 void answer(const Operation& operation, const k_text_request_t& request, k_text_result_t& result) {
     const Source text = {K_TEXT_IN_TEXT, {request.text, request.text_length}, operation.shape};
     const Source other = {K_TEXT_IN_OTHER, {request.other, request.other_length}, operation.shape};
-    Trees trees(result.leaves_trees);
+    Trees trees(result.tree_memory != nullptr);
     trees.text = read_source(text, result);
     if (request.other != nullptr) trees.other = read_source(other, result);
     if (result.status != K_TEXT_CONVERTED) return;

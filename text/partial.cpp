@@ -20,29 +20,9 @@ struct Wish {
     size_t message;
 };
 
-bool is_number(std::string_view token) {
-    return !token.empty() && std::all_of(token.begin(), token.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-// Numbers by their value, so that the elements of an array stand in their order.
-int compare_tokens(std::string_view a, std::string_view b) {
-    if (is_number(a) && is_number(b) && a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
-    return a.compare(b);
-}
-
-// Token by token: a value stands before what is inside it.
 bool is_before(const Wish& left, const Wish& right) {
-    std::string_view a = left.pointer;
-    std::string_view b = right.pointer;
-    while (!a.empty() && !b.empty()) {
-        const int order = compare_tokens(take_token(a), take_token(b));
-        if (order != 0) return order < 0;
-    }
-    return a.size() < b.size() || (a.size() == b.size() && left.message < right.message);
-}
-
-bool is_inside(std::string_view pointer, std::string_view outer) {
-    return pointer.starts_with(outer) && (pointer.size() == outer.size() || pointer[outer.size()] == '/');
+    const int order = compare_pointers(left.pointer, right.pointer);
+    return order < 0 || (order == 0 && left.message < right.message);
 }
 
 // The places of the counted messages, less so many tokens, in order and none inside another. False when memory ends.

@@ -42,7 +42,29 @@ bool is_escaped(std::string_view token) {
     return token.find('~') != std::string_view::npos;
 }
 
+bool is_number(std::string_view token) {
+    return !token.empty() && std::all_of(token.begin(), token.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// Numbers come first, by their value, so that the elements of an array stand in their order.
+int compare_tokens(std::string_view a, std::string_view b) {
+    const bool is_number_a = is_number(a);
+    if (is_number_a != is_number(b)) return is_number_a ? -1 : 1;
+    if (is_number_a && a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+    return a.compare(b);
+}
+
 }  // namespace
+
+int compare_pointers(std::string_view a, std::string_view b) {
+    while (!a.empty() && !b.empty())
+        if (const int order = compare_tokens(take_token(a), take_token(b)); order != 0) return order;
+    return a.empty() ? (b.empty() ? 0 : -1) : 1;
+}
+
+bool is_inside(std::string_view pointer, std::string_view outer) {
+    return pointer.starts_with(outer) && (pointer.size() == outer.size() || pointer[outer.size()] == '/');
+}
 
 std::string_view parent_of(std::string_view pointer) {
     return {pointer.data(), last_slash(pointer)};
@@ -85,6 +107,18 @@ bool remove_member(json_t* object, std::string_view token) {
     void* const found = find_escaped(object, token);
     return found != nullptr &&
            json_object_deln(object, json_object_iter_key(found), json_object_iter_key_len(found)) == 0;
+}
+
+bool remove_child(json_t* container, std::string_view token) {
+    if (json_is_array(container)) return json_array_remove(container, index_of(token)) == 0;
+    return remove_member(container, token);
+}
+
+bool replace_child(json_t* container, std::string_view token, json_t* value) {
+    if (json_is_array(container)) return json_array_set(container, index_of(token), value) == 0;
+    if (!is_escaped(token)) return json_object_setn_nocheck(container, token.data(), token.size(), value) == 0;
+    void* const found = find_escaped(container, token);
+    return found != nullptr && json_object_iter_set(container, found, value) == 0;
 }
 
 }  // namespace kcnvrt::text

@@ -12,6 +12,12 @@ namespace kcnvrt::text {
 std::string_view parent_of(std::string_view pointer);
 std::string_view last_token_of(std::string_view pointer);
 
+// Token by token, numbers by their value: below 0 where `a` comes first, as a value does before what is inside it.
+int compare_pointers(std::string_view a, std::string_view b);
+
+// Whether the one leads to the other's value or into it.
+bool is_inside(std::string_view pointer, std::string_view outer);
+
 // Takes the first token off a pointer that is not "".
 std::string_view take_token(std::string_view& pointer);
 
@@ -26,5 +32,11 @@ json_t* value_at(json_t* root, std::string_view pointer);
 
 // Removes the member that a token names. False when there is none.
 bool remove_member(json_t* object, std::string_view token);
+
+// The same of a member or an element.
+bool remove_child(json_t* container, std::string_view token);
+
+// Puts a value, borrowed, in the place of a member or an element that is there. False when there is none.
+bool replace_child(json_t* container, std::string_view token, json_t* value);
 
 }  // namespace kcnvrt::text

@@ -55,23 +55,23 @@ k_text_problem_t public_form(const Problem& problem) {
 
 namespace {
 
-k_text_result_t* run(const k_text_request_t* request, bool leaves_trees) {
+k_text_result_t* run(const k_text_request_t* request, const kcnvrt::text::TreeMemory* tree_memory) {
     void* const memory = std::malloc(sizeof(k_text_result_t));
     if (memory == nullptr) return nullptr;
     auto* const result = new (memory) k_text_result_t;
-    result->leaves_trees = leaves_trees;
+    result->tree_memory = tree_memory;
     kcnvrt::text::run(request, *result);
     return result;
 }
 
 }  // namespace
 
-k_text_result_t* kcnvrt::text::run_and_leave_trees(const k_text_request_t* request) {
-    return ::run(request, true);
+k_text_result_t* kcnvrt::text::run_and_leave_trees(const k_text_request_t* request, const TreeMemory& memory) {
+    return ::run(request, &memory);
 }
 
 k_text_result_t* k_text_run(const k_text_request_t* request) {
-    return run(request, false);
+    return run(request, nullptr);
 }
 
 int k_text_status(const k_text_result_t* result) {

@@ -11,6 +11,7 @@
 #include "list.h"
 #include "position.h"
 #include "secrets.h"
+#include "tree_memory.h"
 
 namespace kcnvrt::text {
 
@@ -53,7 +54,7 @@ struct Secrets {
 
 struct k_text_result {
     int status = K_TEXT_CONVERTED;
-    bool leaves_trees = false;
+    const kcnvrt::text::TreeMemory* tree_memory = nullptr;  // set: trees are left as they are
     uint32_t operation = 0;
     bool shows_secrets = false;
     kcnvrt::text::Record record;

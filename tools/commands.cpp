@@ -8,6 +8,7 @@
 #include <new>
 
 #include "arena.h"
+#include "arena_memory.h"
 #include "diagnostics.h"
 #include "operations.h"
 #include "output.h"
@@ -71,7 +72,8 @@ Answer ask(const Question& question, const Options& options) {
     request.other = answer.other.text.bytes.get();
     request.other_length = answer.other.text.size;
     // What lies in an arena is released with it.
-    answer.result.reset(are_arenas_installed() ? text::run_and_leave_trees(&request) : k_text_run(&request));
+    answer.result.reset(are_arenas_installed() ? text::run_and_leave_trees(&request, arena_memory())
+                                               : k_text_run(&request));
     // A tree that is not whole may look like any other, and its text like one with an error.
     if (failed_tree_allocations() != 0) throw std::bad_alloc();
     return answer;

@@ -52,6 +52,33 @@ TEST_F(Pointer, ComesApart) {
     EXPECT_EQ(index_of("012"), SIZE_MAX);
 }
 
+TEST_F(Pointer, StandsInOrderTokenByToken) {
+    const char* const in_order[] = {"", "/1", "/1/z", "/2", "/10", "/10/1", "/", "/1a", "/a", "/a/b", "/ab", "/b"};
+    for (const char* const& left : in_order)
+        for (const char* const& right : in_order)
+            EXPECT_EQ(compare_pointers(left, right) < 0, &left < &right) << left << " and " << right;
+    EXPECT_EQ(compare_pointers("/a/1", "/a/1"), 0);
+}
+
+TEST_F(Pointer, LeadsIntoAValue) {
+    EXPECT_TRUE(is_inside("/a/b", "/a"));
+    EXPECT_TRUE(is_inside("/a", "/a"));
+    EXPECT_TRUE(is_inside("/a", ""));
+    EXPECT_FALSE(is_inside("/ab", "/a"));
+    EXPECT_FALSE(is_inside("/a", "/a/b"));
+}
+
+TEST_F(Pointer, ReplacesWhatIsThere) {
+    json_t* const a = value_at(root.get(), "/a");
+    const Json ten{json_integer(10)};
+    EXPECT_TRUE(replace_child(a, "b~1c", ten.get()));
+    EXPECT_TRUE(replace_child(value_at(a, "/f"), "0", ten.get()));
+    EXPECT_FALSE(replace_child(a, "~0", ten.get()));
+    EXPECT_FALSE(replace_child(value_at(a, "/f"), "2", ten.get()));
+    EXPECT_EQ(number_at("/a/b~1c"), 10);
+    EXPECT_EQ(number_at("/a/f/0"), 10);
+}
+
 TEST_F(Pointer, RemovesMembers) {
     json_t* const a = value_at(root.get(), "/a");
     EXPECT_TRUE(remove_member(a, "b~1c"));

@@ -1,0 +1,21 @@
+// changed_copy.h: a tree with some values changed, beside the tree as it is.
+#pragma once
+
+#include <string_view>
+
+#include "json.h"
+#include "list.h"
+
+namespace kcnvrt::text {
+
+// One change of a tree.
+struct Change {
+    std::string_view pointer;  // of a value that is there; not ""
+    json_t* value;             // stands there instead, borrowed; null: the member or element is taken away
+};
+
+// A copy that shares with `root` all that is not around a change. The changes are put in order, and none is inside
+// another. Null when memory ends.
+Json changed_copy(json_t* root, List<Change>& changes);
+
+}  // namespace kcnvrt::text

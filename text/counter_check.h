@@ -1,0 +1,53 @@
+// counter_check.h: what a conversion depends on is found by converting once more with something changed.
+#pragma once
+
+#include "changed_copy.h"
+#include "json.h"
+#include "result.h"
+#include "tree_memory.h"
+
+namespace kcnvrt::text {
+
+// What is converted to what.
+struct Way {
+    bool is_to_new;
+    const char* section;  // null: a whole configuration
+    uint8_t flags;        // of the library: K_CNVRT_DSL_VLAN or none
+
+    Way back() const { return {!is_to_new, section, flags}; }
+};
+
+// What a conversion came to.
+struct Outcome {
+    Json tree;  // null where the source is rejected
+    Record record;
+};
+
+// Whether the trees are equal, and the messages by their texts, their functions and whether they count, as well as the
+// lines that were printed. Where messages belong makes no difference.
+bool is_same(const Outcome& one, const Outcome& other);
+
+// Conversions of one request, all of them counted.
+class CounterCheck {
+public:
+    CounterCheck(const Way& way, const TreeMemory* memory) : way_{way}, memory_{memory} {}
+
+    // False when memory ends. Neither tree needs the other one to stay.
+    bool convert(const Way& way, json_t* source, Outcome& outcome);
+    bool convert(json_t* source, Outcome& outcome) { return convert(way_, source, outcome); }
+
+    // Converts `source`, which is not modified, with those changes, and says whether that comes to something else than
+    // `before`. False when memory ends. What is made for it is given back.
+    bool convert_changed(json_t* source, List<Change>& changes, const Outcome& before, bool& is_changed);
+
+    const Way& way() const { return way_; }
+    const TreeMemory* memory() const { return memory_; }
+    size_t conversions() const { return conversions_; }
+
+private:
+    Way way_;
+    const TreeMemory* memory_;
+    size_t conversions_ = 0;
+};
+
+}  // namespace kcnvrt::text
