@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 #include "shortage.h"
 
@@ -12,6 +13,8 @@ namespace kcnvrt {
 
 template <class Item>
 class GrowingArray {
+    static_assert(std::is_trivially_copyable_v<Item>);
+
 public:
     ~GrowingArray() { std::free(items_); }
     GrowingArray() = default;
@@ -19,11 +22,17 @@ public:
     GrowingArray& operator=(const GrowingArray&) = delete;
 
     size_t size() const { return size_; }
+    bool is_empty() const { return size_ == 0; }
     Item& operator[](size_t at) { return items_[at]; }
     const Item& operator[](size_t at) const { return items_[at]; }
     Item* data() { return items_; }
     const Item* data() const { return items_; }
     Item& last() { return items_[size_ - 1]; }
+    const Item& last() const { return items_[size_ - 1]; }
+    Item* begin() { return items_; }
+    Item* end() { return items_ + size_; }
+    const Item* begin() const { return items_; }
+    const Item* end() const { return items_ + size_; }
 
     // Room for so many more. False, and the array as it was, when memory runs out.
     bool has_room(size_t more) {

@@ -7,6 +7,7 @@
 #include "k_conf_patch.h"
 #include "k_conf_pointer.h"
 
+using namespace kcnvrt;
 using namespace kcnvrt::conf;
 
 namespace {

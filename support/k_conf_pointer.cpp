@@ -16,8 +16,6 @@ namespace kcnvrt::conf {
 
 namespace {
 
-constexpr size_t kFirstCapacity = 256;
-
 // The end of the name at the front of `rest`.
 size_t name_length(std::string_view rest) {
     return std::min(rest.find('/'), rest.size());
@@ -39,28 +37,13 @@ char* unescape(std::string_view name, char* out) {
 
 }  // namespace
 
-PointerWriter::~PointerWriter() {
-    free(text_);
-}
-
-bool PointerWriter::has_room(size_t count) {
-    if (capacity_ - length_ >= count) return true;
-    if (count > SIZE_MAX / 2 - capacity_) return false;
-    const size_t capacity = std::max({kFirstCapacity, capacity_ * 2, capacity_ + count});
-    auto* text = static_cast<char*>(noted(realloc(text_, capacity)));
-    if (text == nullptr) return false;
-    text_ = text;
-    capacity_ = capacity;
-    return true;
-}
-
 bool PointerWriter::push(std::string_view name) {
-    if (name.size() > SIZE_MAX / 4 || !has_room(1 + 2 * name.size())) return false;
-    text_[length_++] = '/';
+    if (name.size() > SIZE_MAX / 4 || !text_.has_room(1 + 2 * name.size())) return false;
+    text_.add('/');
     for (const char c : name) {
         const bool escaped = c == '~' || c == '/';
-        if (escaped) text_[length_++] = '~';
-        text_[length_++] = !escaped ? c : c == '~' ? '0' : '1';
+        if (escaped) text_.add('~');
+        text_.add(!escaped ? c : c == '~' ? '0' : '1');
     }
     return true;
 }
@@ -71,10 +54,6 @@ bool PointerWriter::push(size_t index) {
     return push({digits, static_cast<size_t>(end - digits)});
 }
 
-Pointer::~Pointer() {
-    free(names_);
-}
-
 const char* Pointer::read(std::string_view text) {
     if (text.empty()) return nullptr;
     if (text.front() != '/') return problem::kNoPointer;
@@ -82,16 +61,17 @@ const char* Pointer::read(std::string_view text) {
 
     // One allocation: the names, then their text.
     if (text.size() > SIZE_MAX / (2 * sizeof(std::string_view))) return problem::kNoMemory;
-    names_ = static_cast<std::string_view*>(noted(malloc(count * sizeof(std::string_view) + text.size())));
-    if (names_ == nullptr) return problem::kNoMemory;
+    auto* names = static_cast<std::string_view*>(noted(malloc(count * sizeof(std::string_view) + text.size())));
+    names_.reset(names);
+    if (names == nullptr) return problem::kNoMemory;
 
-    auto* out = reinterpret_cast<char*>(names_ + count);
+    auto* out = reinterpret_cast<char*>(names + count);
     while (!text.empty()) {
         text.remove_prefix(1);
         const size_t length = name_length(text);
         char* end = unescape({text.data(), length}, out);
         if (end == nullptr) return problem::kNoPointer;
-        new (names_ + size_++) std::string_view{out, static_cast<size_t>(end - out)};
+        new (names + size_++) std::string_view{out, static_cast<size_t>(end - out)};
         out = end;
         text.remove_prefix(length);
     }
@@ -99,7 +79,7 @@ const char* Pointer::read(std::string_view text) {
 }
 
 bool Pointer::is_inside(const Pointer& other) const {
-    return size_ > other.size_ && std::equal(other.names_, other.names_ + other.size_, names_);
+    return size_ > other.size_ && std::equal(other.names_.get(), other.names_.get() + other.size_, names_.get());
 }
 
 bool read_index(std::string_view name, size_t* index) {

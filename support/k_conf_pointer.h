@@ -8,56 +8,45 @@
 #include <cstddef>
 #include <string_view>
 
+#include "growing_array.h"
+#include "owned.h"
+
 namespace kcnvrt::conf {
 
 // The pointer to where a walk stands.
 class PointerWriter {
 public:
-    PointerWriter() = default;
-    ~PointerWriter();
-    PointerWriter(const PointerWriter&) = delete;
-    PointerWriter& operator=(const PointerWriter&) = delete;
-
     // One step down. False when memory runs out.
     bool push(std::string_view name);
     bool push(size_t index);
 
-    size_t length() const { return length_; }
+    size_t length() const { return text_.size(); }
     // Never a null text, which Jansson would take for none at all.
-    std::string_view view() const { return {length_ == 0 ? "" : text_, length_}; }
+    std::string_view view() const { return {length() == 0 ? "" : text_.data(), length()}; }
 
     // Back up to where the pointer had this length.
-    void cut(size_t length) { length_ = length; }
+    void cut(size_t length) { text_.cut(length); }
 
 private:
-    bool has_room(size_t count);
-
-    char* text_ = nullptr;
-    size_t length_ = 0;
-    size_t capacity_ = 0;
+    GrowingArray<char> text_;
 };
 
 // A pointer taken apart into its names. Borrows nothing.
 class Pointer {
 public:
-    Pointer() = default;
-    ~Pointer();
-    Pointer(const Pointer&) = delete;
-    Pointer& operator=(const Pointer&) = delete;
-
     // Null, or why `text` cannot be read.
     const char* read(std::string_view text);
 
     // 0 names are the document itself.
     size_t size() const { return size_; }
-    std::string_view name(size_t at) const { return names_[at]; }
-    std::string_view last() const { return names_[size_ - 1]; }
+    std::string_view name(size_t at) const { return names_.get()[at]; }
+    std::string_view last() const { return name(size_ - 1); }
 
     // Leads to something inside what `other` leads to.
     bool is_inside(const Pointer& other) const;
 
 private:
-    std::string_view* names_ = nullptr;
+    Allocated<std::string_view> names_;
     size_t size_ = 0;
 };
 

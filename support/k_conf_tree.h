@@ -11,19 +11,9 @@
 
 #include "k_conf.h"
 #include "members.h"
+#include "owned.h"
 
 namespace kcnvrt::conf {
-
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-};
-
-// One reference to a value, given back on scope exit. A plain json_t* is borrowed.
-using Json = std::unique_ptr<json_t, Release>;
-
-inline Json share(json_t* value) {
-    return Json{json_incref(value)};
-}
 
 inline bool is_object(const json_t* value) {
     return json_is_object(value);

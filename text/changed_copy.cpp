@@ -16,12 +16,13 @@ struct Group {
 
     bool is_of_the_value() const { return first->pointer.size() == common; }
 
-    std::string_view first_token() const {
-        std::string_view rest = first->pointer.substr(common);
-        return take_token(rest);
-    }
-    std::string_view last_token() const {
-        std::string_view rest = (last - 1)->pointer.substr(common);
+    std::string_view first_token() const { return token_of(*first); }
+    std::string_view last_token() const { return token_of(*(last - 1)); }
+
+private:
+    std::string_view token_of(const Change& change) const {
+        std::string_view rest = change.pointer;
+        rest.remove_prefix(common);
         return take_token(rest);
     }
 };
@@ -59,7 +60,7 @@ Json changed(json_t* value, const Group& group) {
 
 }  // namespace
 
-Json changed_copy(json_t* root, List<Change>& changes) {
+Json changed_copy(json_t* root, GrowingArray<Change>& changes) {
     std::sort(changes.begin(), changes.end(), [](const Change& left, const Change& right) {
         return compare_pointers(left.pointer, right.pointer) < 0;
     });

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "json.h"
-#include "list.h"
+#include "growing_array.h"
+#include "owned.h"
 
 namespace kcnvrt::text {
 
@@ -16,6 +16,6 @@ struct Change {
 
 // A copy that shares with `root` all that is not around a change. The changes are put in order, and none is inside
 // another. Null when memory ends.
-Json changed_copy(json_t* root, List<Change>& changes);
+Json changed_copy(json_t* root, GrowingArray<Change>& changes);
 
 }  // namespace kcnvrt::text

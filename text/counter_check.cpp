@@ -50,7 +50,8 @@ bool CounterCheck::convert(const Way& way, json_t* source, Outcome& outcome) {
     return k_err_is_complete(outcome.record.get()) != 0;
 }
 
-bool CounterCheck::convert_changed(json_t* source, List<Change>& changes, const Outcome& before, bool& is_changed) {
+bool CounterCheck::convert_changed(json_t* source, GrowingArray<Change>& changes, const Outcome& before,
+                                   bool& is_changed) {
     const ForAWhile for_a_while(memory_);
     const Json copy = changed_copy(source, changes);
     Outcome after;

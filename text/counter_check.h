@@ -2,7 +2,7 @@
 #pragma once
 
 #include "changed_copy.h"
-#include "json.h"
+#include "owned.h"
 #include "result.h"
 #include "tree_memory.h"
 
@@ -38,7 +38,7 @@ public:
 
     // Converts `source`, which is not modified, with those changes, and says whether that comes to something else than
     // `before`. False when memory ends. What is made for it is given back.
-    bool convert_changed(json_t* source, List<Change>& changes, const Outcome& before, bool& is_changed);
+    bool convert_changed(json_t* source, GrowingArray<Change>& changes, const Outcome& before, bool& is_changed);
 
     const Way& way() const { return way_; }
     const TreeMemory* memory() const { return memory_; }

@@ -9,7 +9,7 @@ namespace kcnvrt::text {
 // What is to be shown of a text.
 struct View {
     std::string_view text;
-    const List<Span>* secrets;  // masked; null where nothing is
+    const GrowingArray<Span>* secrets;  // masked; null where nothing is
 };
 
 // Where the value stands in the line that is shown, in bytes.

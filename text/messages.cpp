@@ -90,7 +90,7 @@ void add_notes(const Source& source, const Part& part, k_text_result_t& result) 
     note.which = source.which;
     note.severity = K_TEXT_NOTE;
     note.function = "partial";
-    if (!part.converted && part.taken_out.empty()) {
+    if (!part.converted && part.taken_out.is_empty()) {
         note.message = "there is no part that could be converted";
         return result.add(note);
     }

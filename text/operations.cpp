@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "json.h"
 #include "messages.h"
+#include "owned.h"
 #include "partial.h"
 #include "reader.h"
 #include "request.h"

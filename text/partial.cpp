@@ -26,13 +26,13 @@ bool is_before(const Wish& left, const Wish& right) {
 }
 
 // The places of the counted messages, less so many tokens, in order and none inside another. False when memory ends.
-bool collect(const k_err_t* record, size_t levels, List<Wish>& wishes) {
+bool collect(const k_err_t* record, size_t levels, GrowingArray<Wish>& wishes) {
     for (size_t i = 0; i < k_err_count(record); ++i) {
         const char* const pointer = k_err_is_counted(record, i) != 0 ? k_err_pointer(record, i) : nullptr;
         if (pointer == nullptr) continue;
         std::string_view place = pointer;
         for (size_t level = 0; level < levels; ++level) place = parent_of(place);
-        if (!place.empty() && !wishes.append({place, i})) return false;
+        if (!place.empty() && !wishes.add({place, i})) return false;
     }
     std::sort(wishes.begin(), wishes.end(), is_before);
     size_t kept = 0;
@@ -103,7 +103,7 @@ public:
 
     // False when there is nothing to take out, or memory ends.
     bool take_out(const k_err_t* record, size_t round) {
-        List<Wish> wishes;
+        GrowingArray<Wish> wishes;
         size_t taken = part_.taken_out.size();
         if (!collect(record, round / kPatience, wishes)) return run_out_of_memory();
         for (const Wish& wish : wishes)
@@ -127,7 +127,7 @@ private:
         if (value_at(tree_, wish.pointer) == nullptr) return true;
         const char* const pointer = origins_.first_pointer(tree_, wish.pointer, texts_);
         const char* const why = is_new ? kept_message(record, wish.message) : nullptr;
-        return pointer != nullptr && (why != nullptr || !is_new) && part_.taken_out.append({pointer, why});
+        return pointer != nullptr && (why != nullptr || !is_new) && part_.taken_out.add({pointer, why});
     }
 
     // Beyond the life of the record.

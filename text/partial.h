@@ -1,8 +1,8 @@
 // partial.h: what can be converted of a document that is rejected.
 #pragma once
 
-#include "json.h"
-#include "list.h"
+#include "growing_array.h"
+#include "owned.h"
 #include "result.h"
 
 namespace kcnvrt::text {
@@ -22,7 +22,7 @@ struct TakenOut {
 // What came of it: a tree, or null when nothing was left to take out, or memory ended.
 struct Part {
     Json converted;
-    List<TakenOut> taken_out;
+    GrowingArray<TakenOut> taken_out;
     bool has_memory = true;
 };
 

@@ -11,14 +11,14 @@ bool is_sought(const Problem& problem, const Source& source) {
 }  // namespace
 
 void find_places(const Source& source, k_text_result_t& result) {
-    List<Sought> sought;
+    GrowingArray<Sought> sought;
     for (const Problem& problem : result.problems) {
         if (!is_sought(problem, source)) continue;
         Sought wanted;
         wanted.pointer = problem.pointer;
-        if (!sought.append(wanted)) return result.run_out_of_memory();
+        if (!sought.add(wanted)) return result.run_out_of_memory();
     }
-    if (sought.empty()) return;
+    if (sought.is_empty()) return;
     if (!find_values(source.text, sought.data(), sought.size())) return result.run_out_of_memory();
     const Sought* found = sought.begin();
     for (Problem& problem : result.problems) {

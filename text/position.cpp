@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
-#include <memory>
 
 #include "buffer.h"
-#include "json.h"
+#include "owned.h"
 #include "skip.h"
 
 namespace kcnvrt::text {
@@ -162,10 +161,6 @@ private:
     bool has_memory_ = true;
 };
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
 bool is_pointer(std::string_view text) {
     return text.empty() || text.front() == '/';
 }
@@ -179,7 +174,7 @@ Spot spot_at(std::string_view text, size_t offset) {
 }
 
 bool find_values(std::string_view text, Sought* sought, size_t count) {
-    const std::unique_ptr<Sought*, Free> sorted{static_cast<Sought**>(std::calloc(count + 1, sizeof(Sought*)))};
+    const Allocated<Sought*> sorted{static_cast<Sought**>(std::calloc(count + 1, sizeof(Sought*)))};
     if (sorted == nullptr) return false;
     Sought** end = sorted.get();
     for (size_t i = 0; i < count; ++i) {

@@ -13,7 +13,6 @@
 
 #include "buffer.h"
 #include "escape.h"
-#include "json.h"
 #include "parser.h"
 #include "real.h"
 #include "skip.h"

@@ -18,7 +18,7 @@ const char* KeptTexts::keep(std::string_view text) {
     if (copy == nullptr) return nullptr;
     std::memcpy(copy, text.data(), text.size());
     copy[text.size()] = '\0';
-    if (texts_.append(copy)) return copy;
+    if (texts_.add(copy)) return copy;
     std::free(copy);
     return nullptr;
 }
@@ -38,7 +38,7 @@ void k_text_result::run_out_of_memory() {
 }
 
 void k_text_result::add(const Problem& problem) {
-    if (!problems.append(problem)) run_out_of_memory();
+    if (!problems.add(problem)) run_out_of_memory();
 }
 
 namespace {
@@ -99,8 +99,8 @@ int k_text_problem(const k_text_result_t* result, size_t index, k_text_problem_t
 namespace {
 
 // Null when memory ends.
-const kcnvrt::text::List<kcnvrt::text::Span>* secrets_of(k_text_result_t& result, uint32_t which,
-                                                         std::string_view text) {
+const kcnvrt::GrowingArray<kcnvrt::text::Span>* secrets_of(k_text_result_t& result, uint32_t which,
+                                                           std::string_view text) {
     kcnvrt::text::Secrets& secrets = result.secrets[which == K_TEXT_IN_TEXT ? 0 : 1];
     if (secrets.are_found) return &secrets.spans;
     const bool is_difference = result.operation == K_TEXT_APPLY && which == K_TEXT_IN_OTHER;

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "buffer.h"
-#include "list.h"
+#include "growing_array.h"
 #include "position.h"
 #include "secrets.h"
 #include "tree_memory.h"
@@ -41,12 +41,12 @@ public:
     const char* keep(std::string_view text);
 
 private:
-    List<char*> texts_;
+    GrowingArray<char*> texts_;
 };
 
 // What is secret in a text: found when it is first asked for.
 struct Secrets {
-    List<Span> spans;
+    GrowingArray<Span> spans;
     bool are_found = false;
 };
 
@@ -59,7 +59,7 @@ struct k_text_result {
     bool shows_secrets = false;
     kcnvrt::text::Record record;
     kcnvrt::text::KeptTexts texts;
-    kcnvrt::text::List<kcnvrt::text::Problem> problems;
+    kcnvrt::GrowingArray<kcnvrt::text::Problem> problems;
     kcnvrt::text::Buffer output;
     kcnvrt::text::Secrets secrets[2];  // of the text and of the other one
     kcnvrt::text::Buffer excerpt;

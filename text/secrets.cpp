@@ -28,7 +28,7 @@ constexpr std::string_view kPunctuation = "{}[],:";
 // a text that is not quite JSON it may be anything.
 class Walk {
 public:
-    Walk(std::string_view text, bool is_difference, List<Span>& secrets)
+    Walk(std::string_view text, bool is_difference, GrowingArray<Span>& secrets)
         : text_{text}, is_difference_{is_difference}, secrets_{secrets} {}
 
     bool run() {
@@ -60,9 +60,9 @@ private:
 
     bool pass(char mark) {
         if (mark == '{' || mark == '[') {
-            if (!levels_.append(is_secret_)) return false;
+            if (!levels_.add(is_secret_)) return false;
         } else if (mark == '}' || mark == ']') {
-            if (!levels_.empty()) levels_.cut(levels_.size() - 1);
+            if (!levels_.is_empty()) levels_.cut(levels_.size() - 1);
             is_secret_ = is_inside_secret();
         } else if (mark == ',') {
             is_secret_ = is_inside_secret();
@@ -76,10 +76,10 @@ private:
             is_secret_ = is_inside_secret() || names_secret({text_.data() + word.start, word.end - word.start});
             return true;
         }
-        return !is_secret_ || secrets_.append(word);
+        return !is_secret_ || secrets_.add(word);
     }
 
-    bool is_inside_secret() const { return !levels_.empty() && levels_[levels_.size() - 1]; }
+    bool is_inside_secret() const { return !levels_.is_empty() && levels_.last(); }
 
     // A name with escapes could be any.
     bool names_secret(std::string_view name) const {
@@ -89,8 +89,8 @@ private:
 
     std::string_view text_;
     bool is_difference_;
-    List<Span>& secrets_;
-    List<bool> levels_;
+    GrowingArray<Span>& secrets_;
+    GrowingArray<bool> levels_;
     size_t at_ = 0;
     bool is_secret_ = false;
 };
@@ -107,7 +107,7 @@ bool leads_to_secret(std::string_view pointer) {
     return is_secret_name(pointer);
 }
 
-bool find_secrets(std::string_view text, bool is_difference, List<Span>& secrets) {
+bool find_secrets(std::string_view text, bool is_difference, GrowingArray<Span>& secrets) {
     return Walk{text, is_difference, secrets}.run();
 }
 

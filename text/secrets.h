@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "list.h"
+#include "growing_array.h"
 
 namespace kcnvrt::text {
 
@@ -25,6 +25,6 @@ struct Span {
 
 // Every value in a text, in order, that is a secret or inside one, whether the text is JSON or only nearly so. In a
 // difference, what it puts in place may be one under any path. False when memory ends.
-bool find_secrets(std::string_view text, bool is_difference, List<Span>& secrets);
+bool find_secrets(std::string_view text, bool is_difference, GrowingArray<Span>& secrets);
 
 }  // namespace kcnvrt::text

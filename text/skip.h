@@ -9,6 +9,9 @@
 
 namespace kcnvrt::text {
 
+// How many objects and arrays Jansson's parser accepts inside one another.
+inline constexpr int kMostLevels = 2048;
+
 constexpr bool is_blank(char byte) {
     return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
 }

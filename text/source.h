@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "json.h"
+#include "owned.h"
 #include "result.h"
 
 namespace kcnvrt::text {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "json.h"
 #include "real.h"
+#include "skip.h"
 #include "utf8.h"
 #include "words.h"
 

@@ -57,7 +57,7 @@ private:
         capacity_ = capacity;
     }
 
-    std::unique_ptr<char, FreeBytes> bytes_;
+    Allocated<char> bytes_;
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;
 };

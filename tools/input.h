@@ -1,20 +1,16 @@
 // Reading files and standard input. What cannot be read throws a Failure.
 #pragma once
 
-#include <cstdlib>
-#include <memory>
 #include <string>
+
+#include "owned.h"
 
 namespace kcnvrt {
 
 inline constexpr char kStandardStream[] = "-";
 
-struct FreeBytes {
-    void operator()(char* bytes) const { std::free(bytes); }
-};
-
 struct Text {
-    std::unique_ptr<char, FreeBytes> bytes;
+    Allocated<char> bytes;
     std::size_t size = 0;
 };
 

@@ -21,10 +21,6 @@ const Section* find_section(const Section* table, const char* name) {
 
 namespace {
 
-struct Free {
-    void operator()(uint32_t* hashes) const { std::free(hashes); }
-};
-
 // The hashes met so far, growing by one a row: the tables are short and checked once in a life.
 class HashList {
 public:
@@ -44,7 +40,7 @@ public:
     }
 
 private:
-    std::unique_ptr<uint32_t, Free> hashes_;
+    Allocated<uint32_t> hashes_;
     size_t count_ = 0;
 };
 

@@ -45,11 +45,6 @@ namespace ways {
 
 namespace {
 
-struct Free {
-    void operator()(char* text) const { std::free(text); }
-};
-using ConvertedText = std::unique_ptr<char, Free>;
-
 int is_not_string(Key key, const Report& report) {
     return report.fail("Invalid field \"%s\", is not string", key.text());
 }
@@ -83,7 +78,7 @@ int convert_password(json_t* destination, Key key, json_t* value, const Report& 
     char* converted = nullptr;
     if (convert(text_of(value), &converted) < 0)
         return report.fail("Invalid field \"%s\", error convert password to %s", key.text(), other_form);
-    const ConvertedText text{converted};
+    const Allocated<char> text{converted};
     set(destination, key, checked_string(text.get()));
     return 0;
 }

@@ -9,10 +9,6 @@
 
 namespace kcnvrt {
 
-void release(json_t* value) {
-    json_decref(value);
-}
-
 json_t* new_object() {
     return noted(json_object());
 }
@@ -44,10 +40,6 @@ Json checked_string(const char* text) {
     Json made{text == nullptr ? nullptr : json_string(text)};
     if (made == nullptr && text != nullptr && is_utf8(text)) k_err_no_memory();
     return made;
-}
-
-Json share(json_t* value) {
-    return Json{json_incref(value)};
 }
 
 Json shallow_copy(json_t* value) {
@@ -140,22 +132,12 @@ int in_byte_order(const void* left, const void* right) {
 
 }  // namespace
 
-SortedMembers::SortedMembers(json_t* object) : members_{reinterpret_cast<Member*>(inline_)} {
-    const size_t size = json_object_size(object);
-    if (size > kInline) {
-        void* memory = noted(size > SIZE_MAX / sizeof(Member) ? nullptr : std::malloc(size * sizeof(Member)));
-        if (memory == nullptr) {
-            failed_ = true;
-            return;
-        }
-        members_ = static_cast<Member*>(memory);
-    }
-    for (const Member member : members(object)) new (members_ + count_++) Member{member};
-    std::qsort(members_, count_, sizeof(Member), in_byte_order);
+SortedMembers::SortedMembers(json_t* object) : members_{json_object_size(object)} {
+    if (members_.failed()) return;
+    for (const Member member : members(object)) members_.add(member);
+    std::qsort(members_.begin(), members_.size(), sizeof(Member), in_byte_order);
 }
 
-SortedMembers::~SortedMembers() {
-    if (members_ != reinterpret_cast<Member*>(inline_)) std::free(members_);
-}
+SortedMembers::~SortedMembers() = default;
 
 }  // namespace kcnvrt

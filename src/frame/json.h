@@ -14,19 +14,10 @@
 #include <utility>
 
 #include "members.h"
+#include "owned.h"
+#include "small_array.h"
 
 namespace kcnvrt {
-
-// A function of its own, here and below, where Jansson has an inline one: that is dozens of bytes at each of a thousand
-// places.
-void release(json_t* value);
-
-struct Release {
-    void operator()(json_t* value) const { release(value); }
-};
-
-// One reference to a value, given back on scope exit; release() hands it over.
-using Json = std::unique_ptr<json_t, Release>;
 
 // A member name with its length, which saves Jansson a walk over the text. Borrowed: a literal or a text that outlives
 // it.
@@ -119,8 +110,6 @@ inline Json string(const char* literal) {
 // A string of text that may be anything, made by the library itself or given by its caller: null when it is absent or
 // not UTF-8.
 Json checked_string(const char* text);
-
-Json share(json_t* value);
 
 // A new object or array with the same members (shared).
 Json shallow_copy(json_t* value);
@@ -233,21 +222,15 @@ class SortedMembers {
 public:
     explicit SortedMembers(json_t* object);
     ~SortedMembers();
-    SortedMembers(const SortedMembers&) = delete;
-    SortedMembers& operator=(const SortedMembers&) = delete;
 
-    const Member* begin() const { return members_; }
-    const Member* end() const { return members_ + count_; }
-    size_t count() const { return count_; }
+    const Member* begin() const { return members_.begin(); }
+    const Member* end() const { return members_.end(); }
+    size_t count() const { return members_.size(); }
     // Memory ran out: the range is empty although the object may not be.
-    bool failed() const { return failed_; }
+    bool failed() const { return members_.failed(); }
 
 private:
-    static constexpr size_t kInline = 32;
-    alignas(Member) unsigned char inline_[kInline * sizeof(Member)];
-    Member* members_;
-    size_t count_ = 0;
-    bool failed_ = false;
+    SmallArray<Member> members_;
 };
 
 }  // namespace kcnvrt

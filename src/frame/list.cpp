@@ -59,13 +59,8 @@ Json ListBuilder::finish() {
     return std::move(list_);
 }
 
-Instances::Instances(json_t* list) : instances_{inline_} {
-    const size_t size = json_object_size(list);
-    if (size > kInline) {
-        void* memory = noted(size > SIZE_MAX / sizeof(Instance) ? nullptr : std::malloc(size * sizeof(Instance)));
-        if (memory == nullptr) return;  // Out of memory: nothing is visited, and so nothing is stored.
-        instances_ = static_cast<Instance*>(memory);
-    }
+Instances::Instances(json_t* list) : instances_{json_object_size(list)} {
+    if (instances_.failed()) return;  // Out of memory: nothing is visited, and so nothing is stored.
     bool is_ascending = true;
     for (const Member member : members(list)) {
         const int number = number_of(member.name.view());
@@ -75,14 +70,12 @@ Instances::Instances(json_t* list) : instances_{inline_} {
         }
         if (number < highest_) is_ascending = false;
         highest_ = std::max(highest_, number);
-        instances_[count_++] = {number, member.value};
+        instances_.add({number, member.value});
     }
-    if (!is_ascending) std::qsort(instances_, count_, sizeof(Instance), by_number);
+    if (!is_ascending) std::qsort(instances_.begin(), instances_.size(), sizeof(Instance), by_number);
 }
 
-Instances::~Instances() {
-    if (instances_ != inline_) std::free(instances_);
-}
+Instances::~Instances() = default;
 
 int last_of_every_number(int highest, json_t* list, const Report& report, int& failures) {
     if (highest <= kMaxPlaceholderNumber) return highest;

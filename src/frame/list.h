@@ -62,20 +62,15 @@ class Instances {
 public:
     explicit Instances(json_t* list);
     ~Instances();
-    Instances(const Instances&) = delete;
-    Instances& operator=(const Instances&) = delete;
 
-    const Instance* begin() const { return instances_; }
-    const Instance* end() const { return instances_ + count_; }
-    size_t count() const { return count_; }
+    const Instance* begin() const { return instances_.begin(); }
+    const Instance* end() const { return instances_.end(); }
+    size_t count() const { return instances_.size(); }
     // The highest number as `max_number` finds it, 0 when there is none.
     int highest() const { return highest_; }
 
 private:
-    static constexpr size_t kInline = 32;
-    Instance inline_[kInline];
-    Instance* instances_;
-    size_t count_ = 0;
+    SmallArray<Instance> instances_;
     int highest_ = 0;
 };
 

@@ -7,39 +7,32 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <string>
 
 #include "k_conf.h"
+#include "owners.h"
 
 namespace {
 
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-    void operator()(k_err_t* err) const { k_err_free(err); }
-};
-using Json = std::unique_ptr<json_t, Release>;
-using Errors = std::unique_ptr<k_err_t, Release>;
-
 constexpr size_t kFlags = JSON_DECODE_ANY | JSON_REJECT_DUPLICATES;
 
-Json difference_of(json_t* question, k_err_t* err) {
+Tree difference_of(json_t* question, k_err_t* err) {
     json_t* given = json_object_get(question, "difference");
-    if (given != nullptr) return Json{json_incref(given)};
+    if (given != nullptr) return Tree{json_incref(given)};
     const auto flag = static_cast<unsigned>(json_integer_value(json_object_get(question, "flag")));
-    return Json{
+    return Tree{
         k_conf_diff_set2(json_object_get(question, "base"), json_object_get(question, "candidate"), 0, flag, err)};
 }
 
-Json answer(json_t* question) {
+Tree answer(json_t* question) {
     const Errors err{k_err_new()};
-    Json difference = difference_of(question, err.get());
-    Json applied{k_conf_apply(json_object_get(question, "base"), difference.get(), err.get())};
+    Tree difference = difference_of(question, err.get());
+    Tree applied{k_conf_apply(json_object_get(question, "base"), difference.get(), err.get())};
     if (applied == nullptr) {
         const char* message = k_err_message(err.get(), k_err_count(err.get()) - 1);
-        return Json{json_pack("{s:s}", "error", message)};
+        return Tree{json_pack("{s:s}", "error", message)};
     }
-    return Json{json_pack("{s:o,s:o}", "difference", difference.release(), "applied", applied.release())};
+    return Tree{json_pack("{s:o,s:o}", "difference", difference.release(), "applied", applied.release())};
 }
 
 }  // namespace
@@ -48,7 +41,7 @@ int main() {
     std::string line;
     while (std::getline(std::cin, line)) {
         json_error_t error;
-        const Json question{json_loadb(line.data(), line.size(), kFlags, &error)};
+        const Tree question{json_loadb(line.data(), line.size(), kFlags, &error)};
         if (question == nullptr) {
             std::cerr << "column " << error.column << ": " << error.text << '\n';
             return EXIT_FAILURE;

@@ -11,11 +11,6 @@
 
 namespace {
 
-struct FreeRecord {
-    void operator()(k_err_t* err) const { k_err_free(err); }
-};
-using Record = std::unique_ptr<k_err_t, FreeRecord>;
-
 struct Observed {
     Returned returned;
     std::string picture;
@@ -41,7 +36,7 @@ void check_places(const k_err_t* err, const json_t* source) {
     }
 }
 
-Observed observe(const Call& call, json_t* source, Record err) {
+Observed observe(const Call& call, json_t* source, Errors err) {
     Observed observed{call(source, err.get()), {}, {}};
     // A section handler leaves it to its caller.
     k_err_locate(err.get(), 0, source);
@@ -67,11 +62,11 @@ bool can_be_written(json_t* result) {
 
 void check_calls(const Call& call, Tree source, OnFailure on_failure) {
     const std::string before = picture_of(source.get());
-    const Observed first = observe(call, source.get(), Record{k_err_new()});
+    const Observed first = observe(call, source.get(), Errors{k_err_new()});
     require(picture_of(source.get()) == before, "the source stays as it is", source.get());
     check_agreement(first, on_failure, source.get());
 
-    const Observed second = observe(call, source.get(), Record{k_err_new()});
+    const Observed second = observe(call, source.get(), Errors{k_err_new()});
     require(second.picture == first.picture, "a second call has the same result", source.get());
     require(second.messages == first.messages, "a second call has the same messages", source.get());
     const Observed unrecorded = observe(call, source.get(), nullptr);

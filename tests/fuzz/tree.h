@@ -3,14 +3,10 @@
 
 #include <jansson.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 
-struct ReleaseTree {
-    void operator()(json_t* tree) const { json_decref(tree); }
-};
-using Tree = std::unique_ptr<json_t, ReleaseTree>;
+#include "owners.h"
 
 // The tree in full: types, texts byte by byte, members in their order. Unlike Jansson's own text it also shows what
 // JSON cannot hold. "nothing" for a null pointer.

@@ -1,8 +1,6 @@
 // A function is called with copies of what its case says, and everything that a caller sees is noted.
 #include "call.h"
 
-#include <memory>
-
 #include "allocations.h"
 #include "capture.h"
 #include "function_kinds.h"
@@ -10,11 +8,6 @@
 #include "pointer.h"
 
 namespace {
-
-struct FreeRecord {
-    void operator()(k_err_t* err) const { k_err_free(err); }
-};
-using ErrorRecord = std::unique_ptr<k_err_t, FreeRecord>;
 
 // A message about a base, about memory or about a name that is unknown has no place.
 bool needs_place(const std::string& function, Places places, bool has_source) {
@@ -64,7 +57,7 @@ void call_and_observe(const json_t* data, k_err_t* err, Outcome& outcome) {
 Outcome run_call(const json_t* data, Record record) {
     Outcome outcome;
     const long live_before = live_allocations();
-    const ErrorRecord err{record == Record::kGiven ? k_err_new() : nullptr};
+    const Errors err{record == Record::kGiven ? k_err_new() : nullptr};
     call_and_observe(data, err.get(), outcome);
     outcome.leaked = live_allocations() - live_before;
     return outcome;

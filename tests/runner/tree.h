@@ -3,14 +3,10 @@
 
 #include <jansson.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 
-struct ReleaseTree {
-    void operator()(json_t* tree) const { json_decref(tree); }
-};
-using Tree = std::unique_ptr<json_t, ReleaseTree>;
+#include "owners.h"
 
 enum class Layout { kCompact, kIndented };
 

@@ -5,6 +5,7 @@
 
 #include "tree.h"
 
+using namespace kcnvrt;
 using namespace kcnvrt::text;
 
 namespace {
@@ -23,11 +24,11 @@ struct Wanted {
 // The text of the copy with those changes, after making sure that the tree is as it was.
 std::string changed(const char* text, std::initializer_list<Wanted> wanted) {
     const Json root = parsed(text);
-    List<Change> changes;
+    GrowingArray<Change> changes;
     std::vector<Json> values;
     for (const Wanted& each : wanted) {
         values.emplace_back(each.value == nullptr ? nullptr : json_loads(each.value, JSON_DECODE_ANY, nullptr));
-        changes.append({each.pointer, values.back().get()});
+        changes.add({each.pointer, values.back().get()});
     }
     const Json copy = changed_copy(root.get(), changes);
     EXPECT_EQ(dumped(root.get(), kSorted), dumped(parsed(text).get(), kSorted));
@@ -58,9 +59,9 @@ protected:
     bool is_changed_by(const char* pointer, const char* value) {
         Outcome before;
         EXPECT_TRUE(check.convert(source.get(), before));
-        List<Change> changes;
+        GrowingArray<Change> changes;
         const Json json{value == nullptr ? nullptr : json_loads(value, JSON_DECODE_ANY, nullptr)};
-        changes.append({pointer, json.get()});
+        changes.add({pointer, json.get()});
         bool is_changed = false;
         EXPECT_TRUE(check.convert_changed(source.get(), changes, before, is_changed));
         return is_changed;
@@ -127,8 +128,8 @@ TEST_F(CounterChecks, GiveBackWhatTheyMade) {
     CounterCheck watched{{true, nullptr, 0}, &memory};
     Outcome before;
     ASSERT_TRUE(watched.convert(source.get(), before));
-    List<Change> changes;
-    changes.append({"/unknown", nullptr});
+    GrowingArray<Change> changes;
+    changes.add({"/unknown", nullptr});
     for (int i = 0; i < 3; ++i) {
         bool is_changed = true;
         ASSERT_TRUE(watched.convert_changed(source.get(), changes, before, is_changed));

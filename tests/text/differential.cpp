@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "owners.h"
 #include "position.h"
 #include "tree.h"
 

@@ -6,13 +6,9 @@
 #include <vector>
 
 #include "ask.h"
+#include "owners.h"
 
 namespace {
-
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-};
-using Tree = std::unique_ptr<json_t, Release>;
 
 Tree parsed(std::string_view text) {
     return Tree(json_loadb(text.data(), text.size(), JSON_DECODE_ANY, nullptr));

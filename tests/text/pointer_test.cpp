@@ -5,8 +5,9 @@
 
 #include <cstdint>
 
-#include "json.h"
+#include "owned.h"
 
+using namespace kcnvrt;
 using namespace kcnvrt::text;
 
 namespace {

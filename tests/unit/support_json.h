@@ -4,19 +4,14 @@
 #include <gtest/gtest.h>
 #include <jansson.h>
 
-#include <memory>
 #include <string>
 
 #include "k_conf.h"
+#include "owners.h"
 
 namespace support_test {
 
-struct Release {
-    void operator()(json_t* value) const { json_decref(value); }
-    void operator()(k_err_t* err) const { k_err_free(err); }
-};
-using Json = std::unique_ptr<json_t, Release>;
-using Errors = std::unique_ptr<k_err_t, Release>;
+using Json = Tree;
 
 inline Json parse(const std::string& text) {
     json_error_t error;
