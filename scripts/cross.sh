@@ -66,12 +66,11 @@ build_for() {
 # outcomes FOLDER COMMAND...: what the cases observe and what the tool makes of the examples, through an emulator if
 # any.
 outcomes() {
-    local folder=$1 example direction
+    local folder=$1 example
     shift
     "$@" "$folder/bin/cases" --print
     for example in "$root"/examples/*.json; do
-        [ "${example%.old.json}" = "$example" ] && direction=to-old || direction=to-new
-        "$@" "$folder/bin/kcnvrt" "$direction" "$example" 2>&1 || true
+        "$@" "$folder/bin/kcnvrt" convert "$example" 2>&1 || true
     done
 }
 

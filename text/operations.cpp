@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <iterator>
 
+#include "layout.h"
 #include "messages.h"
 #include "owned.h"
 #include "partial.h"
+#include "places.h"
 #include "reader.h"
 #include "request.h"
 #include "source.h"
@@ -21,11 +23,12 @@ namespace {
 using enum Takes;
 using enum Shape;
 
-constexpr uint32_t kDslVlan = K_TEXT_DSL_VLAN;
 constexpr uint32_t kMergePatch = K_TEXT_MERGE_PATCH;
 constexpr uint32_t kPartial = K_TEXT_PARTIAL;
-constexpr uint32_t kInText = K_TEXT_IN_TEXT;
-constexpr uint32_t kInOther = K_TEXT_IN_OTHER;
+constexpr uint32_t kVlanOrForce = K_TEXT_DSL_VLAN | K_TEXT_FORCE;
+constexpr uint32_t kEitherWay = kVlanOrForce | K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
+constexpr uint32_t kNew = K_TEXT_TO_NEW;
+constexpr uint32_t kOld = K_TEXT_TO_OLD;
 
 // The trees of a request. A caller whose memory is taken back as a whole spares itself the walk that releasing is.
 struct Trees {
@@ -85,21 +88,23 @@ json_t* apply(const Question& question, k_err_t* record) {
 struct Operation {
     uint32_t number;
     Allowed allowed;
-    Shape shape;        // of both texts
-    uint32_t messages;  // the text that messages are about
+    Shape shape;         // of both texts
+    uint32_t direction;  // of a conversion, whose messages are about the text; 0 of others, where it is the second text
     json_t* (*answer)(const Question& question, k_err_t* record);
 };
 
 // clang-format off
 constexpr Operation kOperations[] = {
-    //                       flags     with a       without a
-    //                       |         second text  second    section  second   shape      messages  answer
-    {K_TEXT_TO_NEW,         {kDslVlan, kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kInText,  to_new},
-    {K_TEXT_TO_OLD,         {kDslVlan, 0,           kPartial, kNone,   kNone},   kWhole,    kInText,  to_old},
-    {K_TEXT_SECTION_TO_NEW, {0,        kMergePatch, kPartial, kNeeded, kMaybe},  kSection,  kInText,  section_to_new},
-    {K_TEXT_SECTION_TO_OLD, {0,        0,           kPartial, kNeeded, kNone},   kSection,  kInText,  section_to_old},
-    {K_TEXT_DIFF,           {0,        kMergePatch, 0,        kNone,   kNeeded}, kAnyValue, kInOther, diff},
-    {K_TEXT_APPLY,          {0,        0,           0,        kNone,   kNeeded}, kAnyValue, kInOther, apply},
+    //                       flags         with a       without a
+    //                       |             second text  second    section  second   shape      way   answer
+    {K_TEXT_TO_NEW,         {kVlanOrForce, kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kNew, to_new},
+    {K_TEXT_TO_OLD,         {kVlanOrForce, 0,           kPartial, kNone,   kNone},   kWhole,    kOld, to_old},
+    {K_TEXT_SECTION_TO_NEW, {0,            kMergePatch, kPartial, kNeeded, kMaybe},  kSection,  kNew, section_to_new},
+    {K_TEXT_SECTION_TO_OLD, {0,            0,           kPartial, kNeeded, kNone},   kSection,  kOld, section_to_old},
+    {K_TEXT_DIFF,           {0,            kMergePatch, 0,        kNone,   kNeeded}, kAnyValue, 0,    diff},
+    {K_TEXT_APPLY,          {0,            0,           0,        kNone,   kNeeded}, kAnyValue, 0,    apply},
+    // Answered by the operation that the text needs.
+    {K_TEXT_CONVERT,        {kEitherWay,   0,           kPartial, kNone,   kNone},   kWhole,    0,    nullptr},
 };
 // clang-format on
 
@@ -147,13 +152,31 @@ void answer_in_part(const Again& again, const Source& text, Trees& trees, k_text
     if (has_notes && trees.converted) put_out(trees.converted.get(), again.request, result);
 }
 
-void answer(const Operation& operation, const k_text_request_t& request, k_text_result_t& result) {
-    const Source text = {K_TEXT_IN_TEXT, {request.text, request.text_length}, operation.shape};
-    const Source other = {K_TEXT_IN_OTHER, {request.other, request.other_length}, operation.shape};
+// Makes a request that leaves the direction to the text one that names it.
+k_text_request_t settled(k_text_request_t request, const json_t* text) {
+    if (request.operation != K_TEXT_CONVERT) return request;
+    request.operation = direction_of(request.flags, text);
+    if (request.operation == K_TEXT_TO_NEW) request.flags = with_dsl_flag(request.flags, text);
+    return request;
+}
+
+void answer(Shape shape, const k_text_request_t& given, k_text_result_t& result) {
+    const Source text = {K_TEXT_IN_TEXT, {given.text, given.text_length}, shape};
+    const Source other = {K_TEXT_IN_OTHER, {given.other, given.other_length}, shape};
     Trees trees(result.tree_memory != nullptr);
     trees.text = read_source(text, result);
-    if (request.other != nullptr) trees.other = read_source(other, result);
+    if (given.other != nullptr) trees.other = read_source(other, result);
     if (result.status != K_TEXT_CONVERTED) return;
+
+    const k_text_request_t request = settled(given, trees.text.get());
+    const Operation& operation = *find_operation(request.operation);
+    result.direction = operation.direction;
+    if (shape == kWhole)
+        refuse_wrong_layout({operation.direction, request.flags, trees.text.get(), trees.other.get()}, result);
+    if (result.status != K_TEXT_CONVERTED) {
+        find_places(text, result);
+        return find_places(other, result);
+    }
 
     result.record.reset(k_err_new());
     if (!result.record) return result.run_out_of_memory();
@@ -161,7 +184,7 @@ void answer(const Operation& operation, const k_text_request_t& request, k_text_
     trees.converted.reset(operation.answer({request, trees.text.get(), trees.other.get()}, result.record.get()));
     // Only roaming prints, and only towards the old layout.
     const char* const printer = operation.number == K_TEXT_TO_OLD ? "/Device/Roaming" : "";
-    const bool is_text = operation.messages == K_TEXT_IN_TEXT;
+    const bool is_text = operation.direction != 0;
     add_messages(is_text ? text : other, (is_text ? trees.text : trees.other).get(), printer, result);
     if (k_err_is_complete(result.record.get()) == 0) return result.run_out_of_memory();
     if (result.status != K_TEXT_CONVERTED) return;
@@ -183,7 +206,7 @@ void run(const k_text_request_t* given, k_text_result_t& result) {
     if (const char* why = check_request(request, operation->allowed)) return refuse(why, result);
     result.operation = request.operation;
     result.shows_secrets = (request.flags & K_TEXT_SHOW_SECRETS) != 0;
-    answer(*operation, request, result);
+    answer(operation->shape, request, result);
 }
 
 }  // namespace kcnvrt::text

@@ -33,7 +33,9 @@ const char* check_other(const k_text_request_t& request, Takes takes) {
 const char* check_flags(const k_text_request_t& request, const Allowed& allowed) {
     const uint32_t flags = K_TEXT_SHOW_SECRETS | allowed.flags |
                            (request.other != nullptr ? allowed.flags_with_other : allowed.flags_without_other);
-    return (request.flags & ~flags) != 0 ? "the operation does not take these flags" : nullptr;
+    if ((request.flags & ~flags) != 0) return "the operation does not take these flags";
+    constexpr uint32_t kBothWays = K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
+    return (request.flags & kBothWays) == kBothWays ? "the request has two directions" : nullptr;
 }
 
 const char* check_indent(const k_text_request_t& request) {

@@ -78,6 +78,10 @@ int k_text_status(const k_text_result_t* result) {
     return result == nullptr ? static_cast<int>(K_TEXT_OUT_OF_MEMORY) : result->status;
 }
 
+uint32_t k_text_direction(const k_text_result_t* result) {
+    return result == nullptr ? 0 : result->direction;
+}
+
 const char* k_text_output(const k_text_result_t* result, size_t* length) {
     const bool has_output = result != nullptr && result->output.size() != 0;
     if (length != nullptr) *length = has_output ? result->output.size() - 1 : 0;

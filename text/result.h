@@ -56,6 +56,7 @@ struct k_text_result {
     int status = K_TEXT_CONVERTED;
     const kcnvrt::text::TreeMemory* tree_memory = nullptr;  // set: trees are left as they are
     uint32_t operation = 0;
+    uint32_t direction = 0;  // K_TEXT_TO_NEW, K_TEXT_TO_OLD, or 0
     bool shows_secrets = false;
     kcnvrt::text::Record record;
     kcnvrt::text::KeptTexts texts;

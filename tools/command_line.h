@@ -23,6 +23,7 @@ struct Options {
     bool dsl_vlan = false;
     bool merge_patch = false;
     bool partial = false;
+    bool force = false;
     bool exit_code = false;
     std::string topic;  // the command that help is asked for
 

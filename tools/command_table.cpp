@@ -82,15 +82,17 @@ constexpr Option kMergePatch{"merge-patch", 0, nullptr,  Names::kNothing, flag<&
                             "Print it as a JSON Merge Patch, which cannot say null, not as a JSON Patch"};
 constexpr Option kPartial  {"partial",  0,  nullptr,     Names::kNothing, flag<&Options::partial>,
                             "Write what can be converted of a rejected document; exit with 1", nullptr, &kBase};
+constexpr Option kForce    {"force",    0,  nullptr,     Names::kNothing, flag<&Options::force>,
+                            "Convert whatever layout the configuration is of"};
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when there is a difference"};
 
 constexpr const Option* kDirections[] = {&kToNew, &kToOld};
 constexpr const Option* kOfToNew[] = {
-    &kBase, &kChangeAsMergePatch, &kPartial, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
+    &kBase, &kChangeAsMergePatch, &kPartial, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
     &kShowSecrets, &kHelp};
-constexpr const Option* kOfToOld[] = {
-    &kPartial, &kDslVlan, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfEitherWay[] = {
+    &kPartial, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSection[] = {
     &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kPartial, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
     &kShowSecrets, &kHelp};
@@ -107,6 +109,8 @@ constexpr Operand kOldFile[] = {
     {"FILE", Names::kInput, text<&Options::file>, "The old configuration; - (default) is standard input", false}};
 constexpr Operand kNewFile[] = {
     {"FILE", Names::kInput, text<&Options::file>, "The new configuration; - (default) is standard input", false}};
+constexpr Operand kEitherFile[] = {
+    {"FILE", Names::kInput, text<&Options::file>, "The configuration; - (default) is standard input", false}};
 constexpr Operand kSectionAndFile[] = {
     {"NAME", Names::kSection, text<&Options::section>,
      "The section's name in the layout that it is converted to", true},
@@ -128,9 +132,14 @@ constexpr Command kCommands[] = {
      "With --base the difference is printed whatever failed on the way; the messages tell, the exit status is 0.",
      "kcnvrt to-new gateway.old.json -o gateway.new.json", to_new},
     {"to-old", "Convert a whole configuration to the old layout",
-     kNewFile, {}, kOfToOld,
+     kNewFile, {}, kOfEitherWay,
      "",
      "kcnvrt to-old --compact < gateway.new.json > gateway.old.json", to_old},
+    {"convert", "Convert a whole configuration to the layout that it is not in",
+     kEitherFile, {}, kOfEitherWay,
+     "One with an object \"Device\" is in the new layout, any other in the old one. Of an old one the need for "
+     "--dsl-vlan is found out.",
+     "kcnvrt convert gateway.json -o converted.json", convert},
     {"section", "Convert one section of a configuration",
      kSectionAndFile, kDirections, kOfSection,
      "kcnvrt sections lists the names. With --base the difference is printed whatever failed on the way; the messages "

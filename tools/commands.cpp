@@ -37,6 +37,7 @@ uint32_t flags_of(const Options& options) {
     if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
     if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
     if (options.partial) flags |= K_TEXT_PARTIAL;
+    if (options.force) flags |= K_TEXT_FORCE;
     if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
     return flags;
 }
@@ -141,6 +142,10 @@ ExitStatus to_new(const Options& options) {
 
 ExitStatus to_old(const Options& options) {
     return answer({K_TEXT_TO_OLD, nullptr, &options.file, nullptr}, options);
+}
+
+ExitStatus convert(const Options& options) {
+    return answer({K_TEXT_CONVERT, nullptr, &options.file, nullptr}, options);
 }
 
 ExitStatus section(const Options& options) {

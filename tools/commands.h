@@ -7,6 +7,7 @@ namespace kcnvrt {
 
 ExitStatus to_new(const Options& options);
 ExitStatus to_old(const Options& options);
+ExitStatus convert(const Options& options);
 ExitStatus section(const Options& options);
 ExitStatus sections(const Options& options);
 ExitStatus diff(const Options& options);

@@ -1,5 +1,5 @@
-// Requests to the text layer, well-formed or not. The bytes: operation, flags, indent, width of excerpts, section; the
-// second text up to a NUL; the text.
+// Requests to the text layer, well-formed or not. The bytes: operation, flags (two), indent, width of excerpts, section;
+// the second text up to a NUL; the text.
 #include <k_cnvrt_text.h>
 
 #include <algorithm>
@@ -34,12 +34,19 @@ const char* section_of(uint8_t number) {
     return name == nullptr ? "nosuch" : name;
 }
 
+// Mostly those that there are.
+uint32_t flags_of(Bytes& bytes) {
+    const uint8_t low = bytes.next();
+    const uint8_t high = bytes.next();
+    return static_cast<uint32_t>(low) | static_cast<uint32_t>(high & 7) << 8 | static_cast<uint32_t>(high == 255) << 31;
+}
+
 Asked request_of(Bytes& bytes) {
     Asked asked = {};
     k_text_request_t& request = asked.request;
     request.size = sizeof request;
-    request.operation = static_cast<uint32_t>(bytes.below(8));
-    request.flags = bytes.next() & 15;
+    request.operation = static_cast<uint32_t>(bytes.below(16));
+    request.flags = flags_of(bytes);
     request.indent = static_cast<int>(bytes.below(40)) - 3;
     asked.width = bytes.below(200);
     const uint8_t section = bytes.next();

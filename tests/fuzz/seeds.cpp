@@ -37,10 +37,10 @@ char flags_of(const json_t* data) {
     return static_cast<char>(json_integer_value(json_object_get(data, "flags")));
 }
 
-// Operation, flags, indent, width and section.
+// Operation, flags, more flags, indent, width and section.
 void add_request(char operation, char section, const std::string& other, const std::string& text) {
     for (const char flags : {'\0', '\x08'})
-        add_seed("request", std::string{operation, flags, '\5', 'P', section} + other + '\0' + text);
+        add_seed("request", std::string{operation, flags, '\0', '\5', 'P', section} + other + '\0' + text);
 }
 
 void add_difference(const std::string& base, const std::string& candidate) {
@@ -54,7 +54,8 @@ void add_document(const json_t* data, const char* target, const char* command) {
     add_seed(target, flags_of(data) + source);
     add_difference(source, member(data, "output"));
     add_seed("tool", std::string{command} + "\n\n" + source);
-    add_request(command == std::string("to-new") ? '\1' : '\2', 0, "", source);
+    for (const char operation : {command == std::string("to-new") ? '\1' : '\2', '\7'})
+        add_request(operation, 0, "", source);
 }
 
 void add_section(const json_t* data, const char* layout) {

@@ -78,10 +78,10 @@ load setup
     }
     flags 0 to-new
     flags 1 to-new --dsl-vlan
-    flags 2 to-new --base document.json --merge-patch
-    flags 3 to-new --base document.json --merge-patch --dsl-vlan
-    flags 0 to-old
-    flags 1 to-old --dsl-vlan
+    flags 2 to-new --base document.json --merge-patch --force
+    flags 3 to-new --base document.json --merge-patch --dsl-vlan --force
+    flags 0 to-old --force
+    flags 1 to-old --dsl-vlan --force
     write base.json '[1]'
     talkative 0 section wan_pvid --to-new --base base.json --merge-patch --compact document.json
     equal "$output" '{"name":"wan_pvid","old":{"flags":null},"base":[1],"flags":2}'

@@ -68,8 +68,8 @@ def layouts(document):
     yield "with CRLF", indented.replace("\n", "\r\n")
 
 
-def check(tool, command, name, text):
-    run = subprocess.run([tool, command, "--errors", "json"], input=text.encode(), stdout=subprocess.DEVNULL,
+def check(tool, name, text):
+    run = subprocess.run([tool, "convert", "--errors", "json"], input=text.encode(), stdout=subprocess.DEVNULL,
                          stderr=subprocess.PIPE, check=False)
     places = {}
     scan(text, BLANKS.match(text).end(), "", places)
@@ -88,12 +88,11 @@ def check(tool, command, name, text):
 def main():
     tool, examples = sys.argv[1:]
     for example in ("home-gateway.old", "home-gateway.new", "dsl-gateway.old", "dsl-gateway.new"):
-        command = "to-new" if example.endswith("old") else "to-old"
         with open("%s/%s.json" % (examples, example), encoding="utf-8") as file:
             document = damaged(json.load(file))
         for words, each in (("", document), (" of other letters", with_other_letters(document))):
             for layout, text in layouts(each):
-                placed = check(tool, command, "%s, %s%s" % (example, layout, words), text)
+                placed = check(tool, "%s, %s%s" % (example, layout, words), text)
                 if placed < 5:
                     sys.exit("%s, %s%s: only %d messages have a place" % (example, layout, words, placed))
         print("%s: %d messages, each in eight layouts" % (example, placed))

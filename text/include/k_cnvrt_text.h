@@ -29,7 +29,9 @@ extern "C" {
 #pragma GCC visibility push(default)
 #endif
 
-/* What is asked: the operation of a request. Each says what it takes besides a text and an indent. */
+/* What is asked: the operation of a request. Each says what it takes besides a text and an indent. Those that read a
+ * whole configuration, its section or a base of one refuse a text of another layout (K_TEXT_WRONG_LAYOUT) and take
+ * K_TEXT_FORCE. */
 enum {
     /* The old configuration `text` in the new layout. With the base `other`, a configuration in the new layout, what
      * has to change in it instead, whatever failed on the way. Takes K_TEXT_DSL_VLAN; with a base K_TEXT_MERGE_PATCH,
@@ -37,16 +39,21 @@ enum {
     K_TEXT_TO_NEW = 1,
     /* The new configuration `text` in the old layout. Takes K_TEXT_DSL_VLAN and K_TEXT_PARTIAL. */
     K_TEXT_TO_OLD = 2,
-    /* `section`, a name of K_TEXT_NEW_SECTIONS, from `text`, the section in the old layout. With the base `other`, the
-     * section in the new layout, what has to change in it. Takes, with a base, K_TEXT_MERGE_PATCH; without one
-     * K_TEXT_PARTIAL. */
+    /* `section`, a name of K_TEXT_NEW_SECTIONS, from `text`, the section in the old layout or a whole configuration that
+     * has it: see K_TEXT_AS_IS, which it takes. With the base `other`, the section in the new layout, what has to change
+     * in it. Takes, with a base, K_TEXT_MERGE_PATCH; without one K_TEXT_PARTIAL. */
     K_TEXT_SECTION_TO_NEW = 3,
-    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout. Takes K_TEXT_PARTIAL. */
+    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout or a whole configuration that
+     * has it. Takes K_TEXT_AS_IS and K_TEXT_PARTIAL. */
     K_TEXT_SECTION_TO_OLD = 4,
     /* What has to change in `text` to make it equal to `other`; both are any JSON values. Takes K_TEXT_MERGE_PATCH. */
     K_TEXT_DIFF = 5,
     /* `text` with the difference `other` applied: a JSON Patch (an array) or a JSON Merge Patch (an object). */
-    K_TEXT_APPLY = 6
+    K_TEXT_APPLY = 6,
+    /* The configuration `text` in the other layout: one with an object "Device" as by K_TEXT_TO_OLD, any other as by
+     * K_TEXT_TO_NEW (k_text_direction says which it was), unless K_TEXT_TOWARDS_NEW or K_TEXT_TOWARDS_OLD says it. Of an
+     * old one it finds out by itself whether it needs K_TEXT_DSL_VLAN. Takes that, too, and K_TEXT_PARTIAL. */
+    K_TEXT_CONVERT = 7
 };
 
 /* The flags of a request. */
@@ -54,7 +61,15 @@ enum {
     K_TEXT_DSL_VLAN = 1u << 0,    /* the device ties its VLANs to DSL services: "groups" instead of "vlan" */
     K_TEXT_MERGE_PATCH = 1u << 1, /* a difference is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902) */
     K_TEXT_SHOW_SECRETS = 1u << 2, /* of every operation: nothing is masked */
-    K_TEXT_PARTIAL = 1u << 3       /* of a rejected text, what can be converted of it: see K_TEXT_REJECTED */
+    K_TEXT_PARTIAL = 1u << 3,      /* of a rejected text, what can be converted of it: see K_TEXT_REJECTED */
+    K_TEXT_FORCE = 1u << 4,        /* whatever layout a text seems to be of: nothing is refused for it */
+    /* The text is the section. Without it, the section is taken out of a text that is a whole configuration, and a note
+     * of the function "layout" says so: towards old one with an object "Device", towards new one with at least two
+     * objects or arrays that have the names of sections of an old configuration. A section that is made of the whole
+     * configuration takes that as it is. Nothing is refused for its layout. */
+    K_TEXT_AS_IS = 1u << 5,
+    K_TEXT_TOWARDS_NEW = 1u << 8, /* the direction, where an operation finds it out by itself; not both */
+    K_TEXT_TOWARDS_OLD = 1u << 9
 };
 
 /* Values of `indent`: 0 (one line, with blanks) to K_TEXT_DEEPEST_INDENT blanks a level, or no white space at all. */
@@ -84,7 +99,7 @@ typedef struct {
 enum {
     K_TEXT_CONVERTED = 0,    /* there is an output, though there may be problems */
     K_TEXT_REJECTED = 1,     /* the text can be read, but not be converted: the problems say why */
-    K_TEXT_WRONG_LAYOUT = 2, /* the text is of another layout than the operation reads (no operation tells yet) */
+    K_TEXT_WRONG_LAYOUT = 2, /* a text is of another layout than the operation reads: the problems say what to do */
     K_TEXT_UNREADABLE = 3,   /* a text is not what the operation reads: the problems say where */
     K_TEXT_WRONG_USAGE = 4,  /* the request makes no sense: the one problem says why */
     K_TEXT_OUT_OF_MEMORY = 5 /* try again with more memory; there is no output */
@@ -114,7 +129,8 @@ typedef struct {
     size_t column;       /* from 1, in Unicode code points; a tab is one */
     const char *pointer; /* the place as a JSON Pointer (RFC 6901), "" for the whole text; null where there is none */
     uint32_t severity;   /* K_TEXT_ERROR, ... */
-    const char *function; /* who says so: a function of the library, or "parse", "partial", "usage", "diagnostic" */
+    const char *function; /* who says so: a function of the library, or "parse", "layout", "partial", "usage",
+                             "diagnostic" */
     const char *message;  /* on one line or several, without a line break at its end */
 } k_text_problem_t;
 
@@ -128,6 +144,10 @@ k_text_result_t *k_text_run(const k_text_request_t *request);
 
 /* How the request ended: K_TEXT_CONVERTED, ...; K_TEXT_OUT_OF_MEMORY for null. */
 int k_text_status(const k_text_result_t *result);
+
+/* Which way a text was converted, or would have been: K_TEXT_TO_NEW or K_TEXT_TO_OLD, also for a section; 0 where that
+ * was not found out, or nothing is converted. */
+uint32_t k_text_direction(const k_text_result_t *result);
 
 /*
  * The text that was asked for, ended by a NUL and without a line break at its end; null where there is none. Its

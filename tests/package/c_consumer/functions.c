@@ -222,7 +222,7 @@ static void call_texts(void) {
     request.text = text;
     request.text_length = sizeof text - 1;
     result = k_text_run(&request);
-    expect(k_text_status(result) == K_TEXT_CONVERTED);
+    expect(k_text_status(result) == K_TEXT_CONVERTED && k_text_direction(result) == K_TEXT_TO_NEW);
     expect(strcmp(k_text_output(result, &length), "{\"1\":{\"name\":\"ppp0\",\"pvid\":10},\"max_instance\":1}") == 0);
     expect(length == strlen(k_text_output(result, NULL)));
     expect(k_text_problem_count(result) == 0 && k_text_problem(result, 0, &problem) == -1);
