@@ -3,55 +3,25 @@
 # everything that they observe has to be what it is here, byte for byte. So has what the tool makes of the examples.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
+. "$root/scripts/jansson.sh"
 
 # Triplets of compilers, and the emulator of each.
 declare -A emulators=([arm-linux-gnueabihf]=qemu-arm-static [mips-linux-gnu]=qemu-mips-static)
 
 cross=$root/build/cross
-sources=$cross/sources
 
 fail() {
     echo "$*" >&2
     exit 1
 }
 
-# apt-get with the machine's own sources of packages, read as sources of their source text.
-apt_source() {
-    apt-get -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$sources/apt" \
-        -o Dir::State::Lists="$sources/lists" -o APT::Sandbox::User=root "$@"
-}
-
-fetch_jansson() {
-    [ ! -f "$sources/jansson/CMakeLists.txt" ] || return 0
-    local list
-    mkdir -p "$sources/apt" "$sources/lists/partial"
-    for list in /etc/apt/sources.list.d/*.sources; do
-        [ ! -f "$list" ] || sed 's/^Types:.*/Types: deb-src/' "$list" > "$sources/apt/${list##*/}"
-    done
-    for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
-        [ ! -f "$list" ] || sed -n 's/^deb /deb-src /p' "$list" > "$sources/apt/$(basename "$list" .list).list"
-    done
-    quietly apt_source update
-    (cd "$sources" && quietly apt_source source jansson)
-    mv "$sources"/jansson-*/ "$sources/jansson"
-}
-
-# install_package TRIPLET NAME SOURCE [ARGUMENT...]: builds a CMake package for the other machine.
-install_package() {
-    local folder=$cross/$1/$2
-    quietly cmake -S "$3" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-        "-DCMAKE_INSTALL_PREFIX=$cross/$1/installed" \
-        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/toolchain-$1.cmake" "${@:4}"
-    quietly cmake --build "$folder" --parallel "$(nproc)" --target install
-}
-
 # What the build needs on the other machine, from the same Debian packages as here.
 install_packages() {
     local installed=$cross/$1/installed
     [ ! -f "$installed/complete" ] || return 0
-    install_package "$1" jansson "$sources/jansson" -DJANSSON_BUILD_SHARED_LIBS=ON -DJANSSON_BUILD_DOCS=OFF \
-        -DJANSSON_EXAMPLES=OFF -DJANSSON_WITHOUT_TESTS=ON
-    install_package "$1" googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+    local toolchain=$root/cmake/toolchain-$1.cmake
+    install_jansson "$cross/$1/jansson" "$installed" "$toolchain" -DJANSSON_BUILD_SHARED_LIBS=ON
+    install_package /usr/src/googletest "$cross/$1/googletest" "$installed" "$toolchain" -DBUILD_GMOCK=OFF
     touch "$installed/complete"
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "services/service_list.h"
 
@@ -69,9 +70,10 @@ constexpr bool has_section(const service_list::Service& service) {
 }
 
 constexpr auto kAllSections = [] {
-    constexpr size_t kServices = std::ranges::count_if(service_list::kServices, has_section);
+    constexpr size_t kServices =
+        std::count_if(std::begin(service_list::kServices), std::end(service_list::kServices), has_section);
     std::array<Section, std::size(kSections) + kServices> all{};
-    Section* end = std::ranges::copy(kSections, all.data()).out;
+    Section* end = std::copy(std::begin(kSections), std::end(kSections), all.data());
     Section* const services = end;
     for (const auto& service : service_list::kServices)
         if (has_section(service)) *end++ = section_of(service);
@@ -90,7 +92,8 @@ constexpr NewSection new_row(const Section& listed) {
 template <Name Section::*name, auto row_of>
 constexpr auto table_of_sections() {
     constexpr auto kHas = [](const Section& section) { return !(section.*name).is_empty(); };
-    std::array<decltype(row_of(kAllSections[0])), std::ranges::count_if(kAllSections, kHas) + 1> table{};
+    constexpr size_t kCount = std::count_if(kAllSections.begin(), kAllSections.end(), kHas);
+    std::array<decltype(row_of(kAllSections[0])), kCount + 1> table{};
     auto* row = table.data();
     for (const Section& section : kAllSections)
         if (kHas(section)) *row++ = row_of(section);

@@ -1,10 +1,11 @@
 #!/bin/sh
-# packages.sh FOLDER: installs there what differences.js needs, exactly as package-lock.json says, and runs no script of
-# any package. Does nothing where that is done. Fails, and says why, where it cannot be.
+# packages.sh FOLDER [SOURCE]: installs there what differences.js needs, or what the folder SOURCE says, exactly as
+# package-lock.json has it, and runs no script of any package. Does nothing where that is done. Fails, and says why,
+# where it cannot be.
 set -eu
 
-source=$(dirname "$(readlink -f "$0")")
 place=$1
+source=${2:-$(dirname "$(readlink -f "$0")")}
 
 for program in node npm; do
     command -v $program > /dev/null || { echo "$program is not installed"; exit 1; }

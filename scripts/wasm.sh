@@ -1,0 +1,69 @@
+#!/bin/bash
+# The WebAssembly module and the npm package around it: build/wasm/package, packed as build/wasm/k-cnvrt-VERSION.tgz.
+#   scripts/wasm.sh           builds them where that is needed
+#   scripts/wasm.sh --test    and shows that they hold: the module imports nothing, keeps to its size and is the same in
+#                             every build, and the package works where it is installed
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/build.sh"
+. "$root/scripts/jansson.sh"
+
+wasm=$root/build/wasm
+toolchain=$root/cmake/toolchain-wasm32-wasi.cmake
+
+install_packages() {
+    [ ! -f "$wasm/installed/complete" ] || return 0
+    say "Building Jansson for WebAssembly"
+    install_jansson "$wasm/jansson" "$wasm/installed" "$toolchain" "-DCMAKE_C_FLAGS_RELEASE=-Os -DNDEBUG" \
+        "-DCMAKE_C_FLAGS=-ffunction-sections -fdata-sections -fvisibility=hidden"
+    touch "$wasm/installed/complete"
+}
+
+# build_modules FOLDER: in build/wasm/FOLDER, and each optimized as build/wasm/FOLDER/NAME.wasm.
+build_modules() {
+    local name
+    export PKG_CONFIG_LIBDIR=$wasm/installed/lib/pkgconfig
+    configure "wasm/$1" wasm OFF -Wno-dev # CMake says that there are no shared libraries
+    build "wasm/$1" k_cnvrt_module k_cnvrt_small_module
+    unset PKG_CONFIG_LIBDIR
+    for name in k_cnvrt k_cnvrt_small; do
+        [ "$wasm/$1/$name.wasm" -nt "$wasm/$1/bin/${name}_module.wasm" ] ||
+            quietly wasm-opt -Os "$wasm/$1/bin/${name}_module.wasm" -o "$wasm/$1/$name.wasm"
+    done
+}
+
+# What is linked in: Jansson, wasi-libc and, of LLVM, libc++ and what compiled code calls.
+licences=("Jansson=$sources/jansson/LICENSE"
+    "wasi-libc, and its part of musl=/usr/share/doc/wasi-libc/copyright"
+    "libc++ and compiler-rt=/usr/share/doc/libc++-14-dev-wasm32/copyright"
+    "The Apache License, version 2.0=/usr/share/common-licenses/Apache-2.0")
+
+make_package() {
+    quietly node "$root/wasm/npm/make.js" "$wasm/release/k_cnvrt.wasm" "$root/text/include/k_cnvrt_text.h" \
+        "$wasm/package" "${licences[@]}"
+    rm -f "$wasm"/*.tgz
+    (cd "$wasm" && quietly npm pack --offline --ignore-scripts ./package)
+}
+
+# The compiler runs again for every file, whatever its cache has.
+check_second_build() {
+    rm -rf "$wasm/again"
+    CCACHE_DISABLE=1 build_modules again
+    cmp "$wasm/release/k_cnvrt.wasm" "$wasm/again/k_cnvrt.wasm"
+}
+
+sizes() { echo "wasm module, bytes = $(stat -c %s "$wasm/release/k_cnvrt.wasm")"; }
+
+lock
+need_packages "${wasm_packages[@]}"
+need_npm
+fetch_jansson
+install_packages
+build_modules release
+make_package
+unlock
+say "The package is $(echo "$wasm"/*.tgz)"
+[ "${1:-}" = --test ] || exit 0
+
+sizes | check_limits wasm
+check_second_build
+exec "$root/tests/wasm/run.sh" "$wasm"

@@ -1,0 +1,55 @@
+// The functions of the package over a compiled module, wherever that comes from.
+import { ask } from './answer.js';
+import * as header from './header.js';
+import { Instance } from './instance.js';
+import { settingsOf } from './request.js';
+import { nameOf, sourceOf } from './text.js';
+
+/** Compiles the module from its bytes, or from a response while it arrives, whatever type the server gives it. */
+export async function compile(source) {
+    const response = await source;
+    if (!(response instanceof Response)) return WebAssembly.compile(response);
+    if (!response.ok) throw new Error(`the module cannot be fetched: ${response.status} ${response.statusText}`);
+    const [type] = (response.headers.get('Content-Type') ?? '').split(';');
+    if (type.trim() === 'application/wasm') return WebAssembly.compileStreaming(response);
+    return WebAssembly.compile(await response.arrayBuffer());
+}
+
+function isNew(layout) {
+    if (layout !== 'old' && layout !== 'new') throw new TypeError("a layout is 'old' or 'new'");
+    return layout === 'new';
+}
+
+/** The functions, each of which stands for itself: they may be taken out of the object. */
+export function createConverter(module) {
+    const instance = new Instance(module);
+
+    const about = (operation, text, { base, ...options } = {}, names = {}) => {
+        const other = base === undefined ? null : sourceOf(base, 'base');
+        return ask(instance, operation, { text: sourceOf(text, 'text'), other, ...names }, settingsOf(options));
+    };
+    const between = (operation, text, other, name, options = {}) =>
+        ask(instance, operation, { text: sourceOf(text, 'text'), other: sourceOf(other, name) }, settingsOf(options));
+
+    return {
+        toNew: (text, options) => about(header.K_TEXT_TO_NEW, text, options),
+        toOld: (text, options) => about(header.K_TEXT_TO_OLD, text, options),
+        section: (name, text, { to, ...options } = {}) => {
+            const operation = isNew(to) ? header.K_TEXT_SECTION_TO_NEW : header.K_TEXT_SECTION_TO_OLD;
+            return about(operation, text, options, { section: nameOf(name, 'the name of a section') });
+        },
+        sections: (layout) => {
+            const list = isNew(layout) ? header.K_TEXT_NEW_SECTIONS : header.K_TEXT_OLD_SECTIONS;
+            return instance.run((running) => {
+                const names = [];
+                for (let name; (name = running.text(running.exports.k_text_section(list, names.length))) !== null; )
+                    names.push(name);
+                return names;
+            });
+        },
+        diff: (text, other, options) => between(header.K_TEXT_DIFF, text, other, 'the second text', options),
+        apply: (text, difference, options) =>
+            between(header.K_TEXT_APPLY, text, difference, 'the difference', options),
+        version: () => instance.run((running) => running.text(running.exports.k_text_version())),
+    };
+}

@@ -1,0 +1,11 @@
+import type { Converter } from './types.js';
+
+export type * from './types.js';
+
+export const toNew: Converter['toNew'];
+export const toOld: Converter['toOld'];
+export const section: Converter['section'];
+export const sections: Converter['sections'];
+export const diff: Converter['diff'];
+export const apply: Converter['apply'];
+export const version: Converter['version'];

@@ -1,0 +1,7 @@
+// For bundles and pages in one file: the module is a text in here.
+import { createConverter } from './core.js';
+import { moduleText } from './module_text.js';
+
+const module = new WebAssembly.Module(Uint8Array.from(atob(moduleText), (byte) => byte.charCodeAt(0)));
+
+export const { toNew, toOld, section, sections, diff, apply, version } = createConverter(module);

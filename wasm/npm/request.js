@@ -1,0 +1,33 @@
+// From the arguments of a function to a request of the module.
+import * as header from './header.js';
+
+const FLAGS = {
+    dslVlan: header.K_TEXT_DSL_VLAN,
+    mergePatch: header.K_TEXT_MERGE_PATCH,
+    showSecrets: header.K_TEXT_SHOW_SECRETS,
+    partial: header.K_TEXT_PARTIAL,
+};
+
+// The tool's.
+const USUAL_INDENT = 4;
+
+function indentOf(indent) {
+    if (indent === 'compact') return header.K_TEXT_COMPACT;
+    if (Number.isInteger(indent) && indent >= 0 && indent <= header.K_TEXT_DEEPEST_INDENT) return indent;
+    throw new TypeError(`indent is neither 'compact' nor from 0 to ${header.K_TEXT_DEEPEST_INDENT}`);
+}
+
+function flagOf(name, value) {
+    if (!Object.hasOwn(FLAGS, name)) throw new TypeError(`there is no option ${name}`);
+    if (typeof value !== 'boolean') throw new TypeError(`${name} is neither true nor false`);
+    return value ? FLAGS[name] : 0;
+}
+
+/** The flags and the indent that options ask for. An option that is undefined is none. */
+export function settingsOf({ indent = USUAL_INDENT, ...switches }) {
+    const given = Object.entries(switches).filter(([, value]) => value !== undefined);
+    return {
+        flags: given.reduce((flags, [name, value]) => flags | flagOf(name, value), 0),
+        indent: indentOf(indent),
+    };
+}

@@ -1,0 +1,102 @@
+/** A text as a string, or as bytes in UTF-8. */
+export type Text = string | Uint8Array | ArrayBuffer;
+
+export type Layout = 'old' | 'new';
+
+export interface Problem {
+    /** An error has to be mended, a warning says what was left out, a note is good to know. */
+    severity: 'error' | 'warning' | 'note';
+    /** The text it is in: the first, or the second (a base, the other one, a difference). Null where it is in none. */
+    which: 'text' | 'other' | null;
+    /** Its place as a JSON Pointer, '' for the whole text. */
+    pointer: string | null;
+    /** The line, from 1. Null where the problem has no place, as the three that follow. */
+    line: number | null;
+    /** The column, from 1, in characters (Unicode code points). */
+    column: number | null;
+    /** Where the value starts, in UTF-16 units from 0: text.slice(offset, offset + length) is the value. */
+    offset: number | null;
+    /** The length of the value, in UTF-16 units; 0 where nothing is there. */
+    length: number | null;
+    /** Who says so: a function of the library, or 'parse', 'partial', 'usage', 'diagnostic', 'module'. */
+    function: string;
+    message: string;
+}
+
+export interface Answer {
+    /**
+     * - converted: there is an output, though there may be problems
+     * - rejected: the text can be read but not converted; there is an output only with `partial`
+     * - wrong-layout: the text is of another layout than the function reads
+     * - unreadable: a text is not what the function reads
+     * - wrong-usage: the function does not take such an option, or there is no such section
+     * - out-of-memory: the text is too large
+     * - stopped: the module stopped, which is a fault of its own
+     */
+    status:
+        | 'converted'
+        | 'rejected'
+        | 'wrong-layout'
+        | 'unreadable'
+        | 'wrong-usage'
+        | 'out-of-memory'
+        | 'stopped';
+    output: string | null;
+    /** In the order in which they were found. */
+    problems: Problem[];
+}
+
+export interface Options {
+    /** Blanks a level, from 0 (one line) to 31, or 'compact' for no white space at all. Default: 4. */
+    indent?: number | 'compact';
+    /** Passwords and keys are shown in messages. Default: *** stands for them. An output always has them. */
+    showSecrets?: boolean;
+}
+
+export interface PartialOptions extends Options {
+    /** Of a rejected text, what can be converted of it. */
+    partial?: boolean;
+}
+
+export interface DifferenceOptions extends Options {
+    /** A difference is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902). */
+    mergePatch?: boolean;
+}
+
+export interface BaseOptions {
+    /** In the new layout: the output is what has to change in it. */
+    base?: Text;
+    /** With a base: the output is a JSON Merge Patch (RFC 7396) instead of a JSON Patch (RFC 6902). */
+    mergePatch?: boolean;
+}
+
+export interface DeviceOptions {
+    /** The device ties its VLANs to DSL services: 'groups' instead of 'vlan'. */
+    dslVlan?: boolean;
+}
+
+export interface SectionOptions extends PartialOptions, BaseOptions {
+    /** The layout of the result. */
+    to: Layout;
+}
+
+/*
+ * What the functions throw is a TypeError for an argument of another type, a layout other than these two and an option
+ * that there is not. Whatever happens to a text is an answer.
+ */
+export interface Converter {
+    /** An old configuration in the new layout. */
+    toNew(text: Text, options?: PartialOptions & BaseOptions & DeviceOptions): Answer;
+    /** A new configuration in the old layout. */
+    toOld(text: Text, options?: PartialOptions & DeviceOptions): Answer;
+    /** One section, by a name of `sections`. */
+    section(name: string, text: Text, options: SectionOptions): Answer;
+    /** The names of the sections that can be made in a layout. */
+    sections(to: Layout): string[];
+    /** What has to change in a text to make it equal to another. */
+    diff(text: Text, other: Text, options?: DifferenceOptions): Answer;
+    /** A text with a difference applied, a JSON Patch or a JSON Merge Patch. */
+    apply(text: Text, difference: Text, options?: Options): Answer;
+    /** The version of the library, as in '1.2.3'. */
+    version(): string;
+}
