@@ -178,6 +178,7 @@ void Reader::read_command(const char* name) {
 
 void Reader::read_operand(const char* value) {
     const auto operands = request_.command->operands;
+    if (operands_ != 0 && operands[operands_ - 1].repeats) --operands_;
     if (operands_ == operands.size()) fail("\"" + std::string(value) + "\" is an argument too many");
     const Operand& operand = operands[operands_++];
     operand.store(options_, value);
@@ -201,7 +202,13 @@ void Reader::check() const {
 
 void Reader::check_choice() const {
     const OptionList choice = request_.command->choice;
-    if (choice.empty() || std::ranges::any_of(choice, [this](const Option* each) { return is_given(each); })) return;
+    const Option* chosen = nullptr;
+    for (const Option* each : choice) {
+        if (!is_given(each)) continue;
+        if (chosen != nullptr) fail(dashed(*each) + " excludes " + dashed(*chosen));
+        chosen = each;
+    }
+    if (choice.empty() || chosen != nullptr) return;
     std::string names;
     for (const Option* each : choice) names += (names.empty() ? "" : " or ") + dashed(*each);
     fail(names + " is required");

@@ -8,6 +8,7 @@
 #include "failure.h"
 #include "input.h"
 #include "messages.h"
+#include "stream/options.h"
 
 namespace kcnvrt {
 
@@ -33,6 +34,7 @@ struct Options {
     ErrorFormat errors = ErrorFormat::kText;
     ColorChoice color = ColorChoice::kAuto;
     bool show_secrets = false;
+    StreamOptions stream;
     std::vector<std::string> inputs;  // the files that the result is made of
 };
 

@@ -8,6 +8,8 @@
 
 #include "commands.h"
 #include "help.h"
+#include "stream/stream.h"
+#include "stream/values.h"
 
 namespace kcnvrt {
 
@@ -72,7 +74,7 @@ constexpr Option kDslVlan  {"dsl-vlan", 0,  nullptr,     Names::kNothing, flag<&
 constexpr Option kToNew    {"to-new",   0,  nullptr,     Names::kNothing, flag<&Options::to_new>,
                             "Convert to the new layout"};
 constexpr Option kToOld    {"to-old",   0,  nullptr,     Names::kNothing, flag<&Options::to_old>,
-                            "Convert to the old layout", nullptr, &kToNew};
+                            "Convert to the old layout"};
 constexpr Option kBase     {"base",     0,  "BASE",      Names::kInput,   text<&Options::base>,
                             "Print what has to change in BASE (the new layout) instead", nullptr, &kToOld};
 constexpr Option kChangeAsMergePatch{"merge-patch", 0, nullptr, Names::kNothing, flag<&Options::merge_patch>,
@@ -84,10 +86,39 @@ constexpr Option kPartial  {"partial",  0,  nullptr,     Names::kNothing, flag<&
                             "Write what can be converted of a rejected document; exit with 1", nullptr, &kBase};
 constexpr Option kForce    {"force",    0,  nullptr,     Names::kNothing, flag<&Options::force>,
                             "Convert whatever layout the configuration is of"};
+constexpr Option kAuto     {"auto",     0,  nullptr,     Names::kNothing, nothing_to_store,
+                            "Convert each record to the layout that it is not of"};
+constexpr Option kAt       {"at",       0,  "POINTER",   Names::kWord,    stream_at,
+                            "Convert the value there, and leave the rest of a record as it is"};
+constexpr Option kAtText   {"at-text",  0,  nullptr,     Names::kNothing, stream_at_text,
+                            "The value there is a text that holds JSON", &kAt};
+constexpr Option kId       {"id",       0,  "POINTER",   Names::kWord,    stream_id,
+                            "What a record is called by in problems"};
+constexpr Option kRejects  {"rejects",  0,  "FILE",      Names::kOutput,  stream_rejects,
+                            "Keep rejected records in FILE, unchanged"};
+constexpr Option kProblems {"problems", 0,  "FILE",      Names::kOutput,  stream_problems,
+                            "Write problems to FILE, a JSON object a line, not to standard error"};
+constexpr Option kOnReject {"on-reject", 0, "skip|null", Names::kWord,    stream_on_reject,
+                            "A rejected record has no line in the output (default), or the line null"};
+constexpr Option kMaxRejects{"max-rejects", 0, "N",      Names::kNumber,  stream_max_rejects,
+                            "End early, with 1, when more than N records are rejected"};
+constexpr Option kAcceptRejects{"accept-rejects", 0, nullptr, Names::kNothing, stream_accept_rejects,
+                            "Exit with 0 also when records were rejected"};
+constexpr Option kMaxRecord{"max-record", 0, "SIZE",     Names::kNumber,  stream_max_record,
+                            "Reject longer records (64M); K, M and G may follow the number"};
+constexpr Option kJobs     {"jobs",    'j', "N",         Names::kNumber,  stream_jobs,
+                            "Convert in N threads (as many as there are cores for this process)"};
+constexpr Option kBlock    {"block",    0,  "SIZE",      Names::kNumber,  stream_block,
+                            "Read SIZE bytes at a time (256K), at most 1M"};
+constexpr Option kSummary  {"summary",  0,  "text|json|none", Names::kWord, stream_summary,
+                            "What is printed at the end; text where standard error is a terminal, else none"};
+constexpr Option kProgress {"progress", 0,  nullptr,     Names::kNothing, stream_progress,
+                            "Show progress and the summary also where standard error is no terminal"};
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when there is a difference"};
 
 constexpr const Option* kDirections[] = {&kToNew, &kToOld};
+constexpr const Option* kDirectionsOrAuto[] = {&kToNew, &kToOld, &kAuto};
 constexpr const Option* kOfToNew[] = {
     &kBase, &kChangeAsMergePatch, &kPartial, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
     &kShowSecrets, &kHelp};
@@ -99,6 +130,9 @@ constexpr const Option* kOfSection[] = {
 constexpr const Option* kOfDiff[] = {
     &kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfStream[] = {
+    &kToNew, &kToOld, &kAuto, &kForce, &kAt, &kAtText, &kId, &kDslVlan, &kOutput, &kRejects, &kProblems,
+    &kOnReject, &kMaxRejects, &kAcceptRejects, &kMaxRecord, &kJobs, &kBlock, &kSummary, &kProgress, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfQuestions[] = {&kErrors, &kColor, &kHelp};
 constexpr const Option* kGeneral[] = {
@@ -123,6 +157,8 @@ constexpr Operand kBaseAndDifference[] = {
     {"BASE", Names::kInput, text<&Options::from>, "The JSON to start from; - is standard input", true},
     {"DIFFERENCE", Names::kInput, text<&Options::other>,
      "A JSON Patch (array) or JSON Merge Patch (object); - is standard input", true}};
+constexpr Operand kStreams[] = {
+    {"FILE", Names::kInput, nothing_to_store, "Newline-delimited JSON; - (default) is standard input", false, true}};
 constexpr Operand kTopic[] = {
     {"COMMAND", Names::kCommand, text<&Options::topic>, "The command to tell of", false}};
 
@@ -145,6 +181,13 @@ constexpr Command kCommands[] = {
      "kcnvrt sections lists the names. With --base the difference is printed whatever failed on the way; the messages "
      "tell, the exit status is 0.",
      "kcnvrt section wan_pvid --to-old wan_pvid.new.json", section},
+    {"stream", "Convert newline-delimited JSON, line for line, in order",
+     kStreams, kDirectionsOrAuto, kOfStream,
+     "A line is a configuration, or with --at a record that holds one. Results are compact. A record that is rejected "
+     "does not stop the run: --rejects keeps it, problems say why.\n"
+     "OUT is replaced when all is done; without -o lines go out as they are ready. A line that is blank is no record. "
+     "Compressed streams are a pipe's business.",
+     "kcnvrt stream --to-new --at /config fleet.ndjson -o new.ndjson", stream},
     {"sections", "List the sections that can be converted alone",
      {}, {}, kOfSections,
      "One a line: old (for --to-old) or new (for --to-new), a tab, the name.",

@@ -33,13 +33,14 @@ struct Operand {
     Store store;
     const char* purpose;
     bool is_required;
+    bool repeats = false;  // only the last one can
 };
 
 struct Command {
     const char* name;
     const char* purpose;
     std::span<const Operand> operands;
-    OptionList choice;  // one of these has to be given; they are among the options
+    OptionList choice;  // exactly one of these has to be given; they are among the options
     OptionList options;
     const char* notes;  // paragraphs
     const char* example;

@@ -4,25 +4,17 @@
 #include <k_cnvrt_text.h>
 
 #include <algorithm>
-#include <memory>
 #include <new>
 
-#include "arena.h"
-#include "arena_memory.h"
 #include "diagnostics.h"
-#include "operations.h"
 #include "output.h"
+#include "result.h"
 
 namespace kcnvrt {
 
 namespace {
 
 constexpr int kReadableIndent = 4;
-
-struct FreeResult {
-    void operator()(k_text_result_t* result) const { k_text_free(result); }
-};
-using Result = std::unique_ptr<k_text_result_t, FreeResult>;
 
 // What a command asks of the text layer, and of which files.
 struct Question {
@@ -72,11 +64,7 @@ Answer ask(const Question& question, const Options& options) {
     request.text_length = answer.text.text.size;
     request.other = answer.other.text.bytes.get();
     request.other_length = answer.other.text.size;
-    // What lies in an arena is released with it.
-    answer.result.reset(are_arenas_installed() ? text::run_and_leave_trees(&request, arena_memory())
-                                               : k_text_run(&request));
-    // A tree that is not whole may look like any other, and its text like one with an error.
-    if (failed_tree_allocations() != 0) throw std::bad_alloc();
+    answer.result = run_request(request);
     return answer;
 }
 
@@ -96,18 +84,12 @@ ExitStatus exit_status_of(const k_text_result_t* result) {
     }
 }
 
-std::string_view output_of(const Answer& answer) {
-    std::size_t length = 0;
-    const char* const output = k_text_output(answer.result.get(), &length);
-    return {output, length};
-}
-
 // Prints what the text layer has to say, under the names of the files, and writes its output.
 ExitStatus deliver(const Answer& answer, const Options& options) {
     Messages(options.errors, options.color).print(answer.result.get(), answer.text, answer.other);
     const ExitStatus status = exit_status_of(answer.result.get());
     if (k_text_output(answer.result.get(), nullptr) != nullptr)
-        write_result(options.output, options.inputs, output_of(answer));
+        write_result(options.output, options.inputs, output_of(answer.result.get()));
     return status;
 }
 
@@ -119,7 +101,7 @@ ExitStatus answer(const Question& question, const Options& options) {
 bool changes_nothing(const Answer& difference) {
     const std::string_view base(difference.text.text.bytes.get(), difference.text.text.size);
     const bool is_object = base.substr(std::min(base.find_first_not_of(" \t\r\n"), base.size())).starts_with('{');
-    const std::string_view change = output_of(difference);
+    const std::string_view change = output_of(difference.result.get());
     return change == "[]" || (change == "{}" && is_object);
 }
 

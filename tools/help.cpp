@@ -120,8 +120,10 @@ std::string usage_of(const Command& command) {
         separator = " | ";
     }
     usage += command.choice.empty() ? " [OPTION...]" : ") [OPTION...]";
-    for (const Operand& operand : command.operands)
-        usage += operand.is_required ? std::string(" ") + operand.name : std::string(" [") + operand.name + "]";
+    for (const Operand& operand : command.operands) {
+        const std::string name = std::string(operand.name) + (operand.repeats ? "..." : "");
+        usage += operand.is_required ? " " + name : " [" + name + "]";
+    }
     return usage;
 }
 

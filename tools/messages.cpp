@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "json_line.h"
 #include "printable.h"
 
 namespace kcnvrt {
@@ -31,10 +32,6 @@ Look look_of(uint32_t severity) {
         default:
             return {"error", "\x1b[1;31m"};
     }
-}
-
-const char* name_of(uint32_t severity) {
-    return look_of(severity).name;
 }
 
 void append_number(std::string& line, std::size_t number) {
@@ -71,40 +68,16 @@ void append_text_line(std::string& line, const Message& message, bool has_colors
     line += "]\n";
 }
 
-void append_member(std::string& line, const char* name) {
-    line += line.empty() ? "{\"" : ", \"";
-    line += name;
-    line += "\": ";
-}
-
-void append_text_member(std::string& line, const char* name, std::string_view text) {
-    append_member(line, name);
-    append_json_string(line, text);
-}
-
-void append_number_member(std::string& line, const char* name, std::size_t number) {
-    append_member(line, name);
-    if (number == 0) {
-        line += "null";
-    } else {
-        append_number(line, number);
-    }
-}
-
 void append_json_line(std::string& line, const Message& message) {
-    append_text_member(line, "file", message.file);
-    append_number_member(line, "line", message.line);
-    append_number_member(line, "column", message.column);
-    if (message.pointer != nullptr) {
-        append_text_member(line, "pointer", message.pointer);
-    } else {
-        append_member(line, "pointer");
-        line += "null";
-    }
-    append_text_member(line, "severity", name_of(message.severity));
-    append_text_member(line, "function", message.function);
-    append_text_member(line, "message", message.text);
-    line += "}\n";
+    JsonLine()
+        .text("file", message.file)
+        .place("line", message.line)
+        .place("column", message.column)
+        .text_or_null("pointer", message.pointer)
+        .text("severity", severity_name(message.severity))
+        .text("function", message.function)
+        .text("message", message.text)
+        .append_to(line);
 }
 
 // An excerpt that fits into the columns, which count otherwise than characters where some are wide.
@@ -154,6 +127,10 @@ void write_to_stderr(std::string_view line) {
 }
 
 }  // namespace
+
+const char* severity_name(uint32_t severity) {
+    return look_of(severity).name;
+}
 
 Messages::Messages(ErrorFormat format, ColorChoice color)
     : format_(format), has_colors_(stderr_has_colors(color)), shows_lines_(stderr_is_terminal()) {}

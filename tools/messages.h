@@ -26,6 +26,9 @@ struct Message {
     std::string_view text;
 };
 
+// "error", "warning" or "note".
+const char* severity_name(uint32_t severity);
+
 // A text that was asked about, and the file that it is from.
 struct Source {
     std::string file;

@@ -5,7 +5,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <utility>
@@ -14,7 +13,6 @@ namespace kcnvrt {
 
 namespace {
 
-constexpr int kEndingSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGALRM, SIGXCPU};
 constexpr int kMostNames = 100;  // that others may have taken
 
 std::atomic_flag list_is_held;
@@ -23,7 +21,7 @@ PassingFile* first_of_list;
 sigset_t ending_signals() {
     sigset_t set;
     sigemptyset(&set);
-    for (const int signal : kEndingSignals) sigaddset(&set, signal);
+    for (const int signal : PassingFile::kEndingSignals) sigaddset(&set, signal);
     return set;
 }
 

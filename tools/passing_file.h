@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <csignal>
 #include <string>
 
 namespace kcnvrt {
@@ -26,6 +27,8 @@ public:
     // Every passing file, in the last moments of the process: no other is made after it. It calls nothing but what the
     // handler of a signal may call, and is called once.
     static void remove_all();
+
+    static constexpr int kEndingSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGALRM, SIGXCPU};
 
     // Ending signals then remove every passing file, and still end the process. One that the process was started to
     // ignore (nohup) stays ignored.

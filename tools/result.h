@@ -1,0 +1,22 @@
+// A result of the text layer that releases itself, and asking for one.
+#pragma once
+
+#include <k_cnvrt_text.h>
+
+#include <memory>
+#include <string_view>
+
+namespace kcnvrt {
+
+struct FreeResult {
+    void operator()(k_text_result_t* result) const { k_text_free(result); }
+};
+using Result = std::unique_ptr<k_text_result_t, FreeResult>;
+
+// Throws std::bad_alloc where a tree could not be made whole: it may look like any other.
+Result run_request(const k_text_request_t& request);
+
+// Empty where there is none.
+std::string_view output_of(const k_text_result_t* result);
+
+}  // namespace kcnvrt

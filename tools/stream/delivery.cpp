@@ -1,0 +1,89 @@
+#include "delivery.h"
+
+#include <unistd.h>
+
+#include "input.h"
+
+namespace kcnvrt {
+
+namespace {
+
+bool is_progress_shown(const StreamOptions& options) {
+    return options.progress || stderr_is_terminal();
+}
+
+SummaryFormat summary_of(const StreamOptions& options) {
+    return options.summary.value_or(is_progress_shown(options) ? SummaryFormat::kText : SummaryFormat::kNone);
+}
+
+std::unique_ptr<LineFile> open_file(const std::optional<std::string>& file, const Options& options) {
+    return file ? std::make_unique<LineFile>(*file, options.inputs) : nullptr;
+}
+
+std::string_view until(const std::string& lines, std::size_t end) {
+    return std::string_view(lines).substr(0, end);
+}
+
+}  // namespace
+
+Delivery::Delivery(const Options& options, std::size_t total)
+    : options_(options),
+      rejects_(open_file(options.stream.rejects, options)),
+      problems_(open_file(options.stream.problems, options)),
+      progress_(is_progress_shown(options.stream), total) {
+    if (options.output == kStandardStream) {
+        output_ = std::make_unique<LineFile>(STDOUT_FILENO, kStandardStream);
+    } else {
+        replaced_ = std::make_unique<Output>(options.output, options.inputs);
+    }
+    if (!problems_) problems_ = std::make_unique<LineFile>(STDERR_FILENO, kStandardStream);
+}
+
+int Delivery::standard_output() const {
+    return output_ ? STDOUT_FILENO : -1;
+}
+
+bool Delivery::deliver(const Outcome& outcome) {
+    const std::optional<Outcome::Mark> last = last_allowed(outcome);
+    is_cut_ = last.has_value();
+    const Outcome::Mark everything = {outcome.lines.size(), outcome.rejects.size(), outcome.problems.size(),
+                                      outcome.tally};
+    write(outcome, last.value_or(everything));
+    if (!is_cut_ && outcome.failure) std::rethrow_exception(outcome.failure);
+    progress_.show(tally_);
+    return !is_cut_;
+}
+
+// Where the run ends early: behind the first reject that is not allowed.
+std::optional<Outcome::Mark> Delivery::last_allowed(const Outcome& outcome) const {
+    if (!options_.stream.max_rejects) return std::nullopt;
+    const std::size_t left = *options_.stream.max_rejects - tally_.rejected;
+    if (outcome.behind_rejects.size() <= left) return std::nullopt;
+    return outcome.behind_rejects[left];
+}
+
+void Delivery::write(const Outcome& outcome, const Outcome::Mark& end) {
+    write_lines(until(outcome.lines, end.lines));
+    if (rejects_) rejects_->write(until(outcome.rejects, end.rejects));
+    if (end.problems != 0) progress_.clear();
+    problems_->write(until(outcome.problems, end.problems));
+    tally_ += end.tally;
+}
+
+void Delivery::write_lines(std::string_view lines) {
+    if (output_) output_->write(lines);
+    if (replaced_ && !replaced_->put(lines)) replaced_->finish();  // which throws
+}
+
+ExitStatus Delivery::finish() {
+    if (replaced_ && !is_cut_) replaced_->finish();
+    progress_.clear();
+    if (is_cut_)
+        Messages(options_.errors, options_.color)
+            .print("kcnvrt", "stream", "more records were rejected than --max-rejects allows: the run ends here");
+    progress_.summarize(tally_, summary_of(options_.stream));
+    const bool is_accepted = tally_.rejected == 0 || (options_.stream.accept_rejects && !is_cut_);
+    return is_accepted ? kConverted : kRejected;
+}
+
+}  // namespace kcnvrt

@@ -1,0 +1,45 @@
+// Writing what the parts of the input came to, in their order.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "command_line.h"
+#include "line_file.h"
+#include "outcome.h"
+#include "output.h"
+#include "progress.h"
+
+namespace kcnvrt {
+
+class Delivery {
+public:
+    // Opens the files that the user named. `total` is the size of the input, 0 where it is not known.
+    Delivery(const Options& options, std::size_t total);
+
+    // False when there are more rejects than are allowed: what came behind the last one is not written.
+    bool deliver(const Outcome& outcome);
+
+    // Puts a file in its place, unless the run ended early, and says what it was.
+    ExitStatus finish();
+
+    // The descriptor of standard output; -1 where that is not written to.
+    int standard_output() const;
+
+private:
+    std::optional<Outcome::Mark> last_allowed(const Outcome& outcome) const;
+    void write(const Outcome& outcome, const Outcome::Mark& end);
+    void write_lines(std::string_view lines);
+
+    const Options& options_;
+    std::unique_ptr<Output> replaced_;   // where the output is a file
+    std::unique_ptr<LineFile> output_;   // where it is not
+    std::unique_ptr<LineFile> rejects_;  // where they are kept
+    std::unique_ptr<LineFile> problems_;
+    Progress progress_;
+    Tally tally_;
+    bool is_cut_ = false;
+};
+
+}  // namespace kcnvrt

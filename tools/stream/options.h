@@ -1,0 +1,28 @@
+// What the user asked for of a stream, or of many files.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "progress.h"
+#include "record.h"
+#include "splitter.h"
+
+namespace kcnvrt {
+
+struct StreamOptions {
+    std::vector<std::string> files;
+    Pointers pointers;
+    Sizes sizes;
+    std::optional<std::string> rejects;
+    std::optional<std::string> problems;
+    bool null_for_rejects = false;
+    std::optional<std::size_t> max_rejects;
+    bool accept_rejects = false;
+    std::size_t jobs = 0;  // 0: as many as there are cores
+    std::optional<SummaryFormat> summary;
+    bool progress = false;
+};
+
+}  // namespace kcnvrt

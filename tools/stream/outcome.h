@@ -1,0 +1,34 @@
+// What a part of the input came to, until its turn comes to be written.
+#pragma once
+
+#include <cstddef>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "tally.h"
+
+namespace kcnvrt {
+
+struct Outcome {
+    // How far things are.
+    struct Mark {
+        std::size_t lines;
+        std::size_t rejects;
+        std::size_t problems;
+        Tally tally;
+    };
+
+    std::size_t number = 0;  // of the part, from 0: parts are written in this order
+    bool is_large = false;   // to be written before another large one is read
+    std::string lines;       // of the output
+    std::string rejects;
+    std::string problems;
+    Tally tally;
+    std::vector<Mark> behind_rejects;  // where the run may end
+    std::exception_ptr failure;        // what ends the run, behind all this
+
+    void mark_reject() { behind_rejects.push_back({lines.size(), rejects.size(), problems.size(), tally}); }
+};
+
+}  // namespace kcnvrt

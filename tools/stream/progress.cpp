@@ -1,0 +1,131 @@
+#include "progress.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+#include "json_line.h"
+#include "terminal.h"
+
+namespace kcnvrt {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kFirst{500};  // a short run shows nothing
+constexpr milliseconds kBetween{200};
+constexpr milliseconds kBetweenLines{5000};  // that stay, in a file or a pipe
+constexpr std::size_t kBarWidth = 20;
+
+void write_to_stderr(std::string_view text) {
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+}
+
+// 1234567 as 1,234,567.
+std::string grouped(std::size_t number) {
+    std::string digits = std::to_string(number);
+    for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
+    return digits;
+}
+
+std::string counted(std::size_t number, const char* one, const char* many) {
+    return grouped(number) + " " + (number == 1 ? one : many);
+}
+
+std::string with_digits(double number, int digits) {
+    std::array<char, 32> text;
+    std::snprintf(text.data(), text.size(), "%.*f", digits, number);
+    return text.data();
+}
+
+// H:MM:SS, or M:SS.
+std::string clock_time(double seconds) {
+    const auto whole = static_cast<unsigned long long>(seconds + 0.5);
+    std::array<char, 48> text;
+    if (whole >= 3600) {
+        std::snprintf(text.data(), text.size(), "%llu:%02llu:%02llu", whole / 3600, whole / 60 % 60, whole % 60);
+    } else {
+        std::snprintf(text.data(), text.size(), "%llu:%02llu", whole / 60, whole % 60);
+    }
+    return text.data();
+}
+
+std::string rate(double bytes_a_second) {
+    return bytes_a_second < 1e6 ? with_digits(bytes_a_second / 1e3, 0) + " kB/s"
+                                : with_digits(bytes_a_second / 1e6, bytes_a_second < 1e7 ? 1 : 0) + " MB/s";
+}
+
+std::string bar(double part) {
+    const auto full = static_cast<std::size_t>(part * kBarWidth);
+    return "[" + std::string(full, '#') + std::string(kBarWidth - full, '.') + "]";
+}
+
+}  // namespace
+
+Progress::Progress(bool is_shown, std::size_t total)
+    : is_shown_(is_shown), is_terminal_(stderr_is_terminal()), total_(total), next_(start_ + kFirst) {}
+
+Progress::~Progress() {
+    clear();
+}
+
+double Progress::seconds() const {
+    return std::chrono::duration<double>(Clock::now() - start_).count();
+}
+
+void Progress::show(const Tally& tally) {
+    if (!is_shown_ || Clock::now() < next_) return;
+    next_ = Clock::now() + (is_terminal_ ? kBetween : kBetweenLines);
+    std::string text = line(tally);
+    if (!is_terminal_) return write_to_stderr(text + "\n");
+    text.resize(std::min(text.size(), terminal_columns() - 1));
+    write_to_stderr("\r" + text + "\x1b[K");
+    is_on_screen_ = true;
+}
+
+void Progress::clear() {
+    if (is_on_screen_) write_to_stderr("\r\x1b[K");
+    is_on_screen_ = false;
+}
+
+// The time left is that of as many bytes again as are missing.
+std::string Progress::line(const Tally& tally) const {
+    const double passed = seconds();
+    const double bytes_a_second = static_cast<double>(tally.bytes) / passed;
+    const double part =
+        std::min(1.0, static_cast<double>(tally.bytes) / static_cast<double>(std::max<std::size_t>(total_, 1)));
+    std::string text;
+    if (total_ != 0) text = bar(part) + " " + with_digits(100 * part, 0) + " %  ";
+    text += counted(tally.records, "record", "records");
+    if (tally.rejected != 0) text += ", " + grouped(tally.rejected) + " rejected";
+    text += "  " + rate(bytes_a_second) + "  ";
+    if (total_ == 0 || tally.bytes == 0) return text + clock_time(passed);
+    return text + clock_time(passed * (1 - part) / part) + " left";
+}
+
+void Progress::summarize(const Tally& tally, SummaryFormat format) {
+    clear();
+    const std::string seconds_text = with_digits(seconds(), 3);
+    std::string text;
+    if (format == SummaryFormat::kJson) {
+        JsonLine()
+            .number("records", tally.records)
+            .number("converted", tally.converted)
+            .number("warned", tally.warned)
+            .number("rejected", tally.rejected)
+            .number("bytes", tally.bytes)
+            .json("seconds", seconds_text)
+            .append_to(text);
+    } else if (format == SummaryFormat::kText) {
+        text = counted(tally.records, "record", "records") + ": " + grouped(tally.converted) + " converted (" +
+               grouped(tally.warned) + " with warnings), " + grouped(tally.rejected) + " rejected; " +
+               counted(tally.bytes, "byte", "bytes") + " in " + seconds_text + " s\n";
+    }
+    write_to_stderr(text);
+}
+
+}  // namespace kcnvrt

@@ -1,0 +1,44 @@
+// A line that says how far a long run is, and the summary at its end; on standard error.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+#include "tally.h"
+
+namespace kcnvrt {
+
+enum class SummaryFormat { kNone, kText, kJson };
+
+class Progress {
+public:
+    // `total` is the size of the input in bytes, 0 where it is not known.
+    Progress(bool is_shown, std::size_t total);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    // Shows the line anew, if the last time was long enough ago.
+    void show(const Tally& tally);
+
+    // Before anything else is written to standard error.
+    void clear();
+
+    void summarize(const Tally& tally, SummaryFormat format);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    double seconds() const;
+    std::string line(const Tally& tally) const;
+
+    const bool is_shown_;
+    const bool is_terminal_;
+    const std::size_t total_;
+    const Clock::time_point start_ = Clock::now();
+    Clock::time_point next_;
+    bool is_on_screen_ = false;
+};
+
+}  // namespace kcnvrt

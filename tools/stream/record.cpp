@@ -1,0 +1,62 @@
+#include "record.h"
+
+#include <new>
+
+#include "owned.h"
+#include "printable.h"
+#include "reader.h"
+#include "writer.h"
+
+namespace kcnvrt {
+
+namespace {
+
+Json read_value(std::string_view value) {
+    text::ReadError error;
+    Json json(text::read(value, {.any_value = true, .nul_in_strings = true}, error));
+    if (!json && error.kind == text::ReadErrorKind::kOutOfMemory) throw std::bad_alloc();
+    return json;
+}
+
+std::string_view text_of(const Json& string) {
+    return {json_string_value(string.get()), json_string_length(string.get())};
+}
+
+}  // namespace
+
+text::Sought find_value(std::string_view record, std::string_view pointer) {
+    text::Sought sought;
+    sought.pointer = pointer;
+    if (!text::find_values(record, &sought, 1)) throw std::bad_alloc();
+    return sought;
+}
+
+std::string_view value_at(std::string_view record, const text::Sought& place) {
+    return place.spot.line == 0 ? std::string_view() : record.substr(place.spot.offset, place.length);
+}
+
+std::string id_of(std::string_view record, const std::optional<std::string>& pointer) {
+    const std::string_view value = pointer ? value_at(record, find_value(record, *pointer)) : std::string_view();
+    const bool is_scalar = !value.empty() && value.front() != '{' && value.front() != '[';
+    const Json json = is_scalar ? read_value(value) : nullptr;
+    if (!json) return "null";
+    if (!json_is_string(json.get())) return std::string(value);
+    std::string id;
+    append_json_string(id, text_of(json));
+    return id;
+}
+
+std::optional<std::string> text_in(std::string_view value) {
+    const Json json = value.starts_with('"') ? read_value(value) : nullptr;
+    if (!json) return std::nullopt;
+    return std::string(text_of(json));
+}
+
+std::string json_string_of(std::string_view text) {
+    const Json string(json_stringn_nocheck(text.data(), text.size()));
+    text::Buffer json;
+    if (!string || !text::write(string.get(), {.compact = true}, json)) throw std::bad_alloc();
+    return std::string(json.view());
+}
+
+}  // namespace kcnvrt

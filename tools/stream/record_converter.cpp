@@ -1,0 +1,134 @@
+#include "record_converter.h"
+
+#include <new>
+
+#include "arena.h"
+#include "options.h"
+#include "source.h"
+
+namespace kcnvrt {
+
+namespace {
+
+uint32_t operation_of(const Options& options) {
+    if (options.to_new) return K_TEXT_TO_NEW;
+    return options.to_old ? K_TEXT_TO_OLD : K_TEXT_CONVERT;
+}
+
+uint32_t flags_of(const Options& options) {
+    uint32_t flags = 0;
+    if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
+    if (options.force) flags |= K_TEXT_FORCE;
+    if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
+    return flags;
+}
+
+// The thread's trees, which go together.
+class TreesOfRecord {
+public:
+    TreesOfRecord() = default;
+    ~TreesOfRecord() {
+        if (are_arenas_installed()) document_arena().clear();
+    }
+    TreesOfRecord(const TreesOfRecord&) = delete;
+    TreesOfRecord& operator=(const TreesOfRecord&) = delete;
+};
+
+std::string too_long(std::size_t longest) {
+    return "the record is longer than " + std::to_string(longest) + " bytes";
+}
+
+// Whether it is JSON; if not, what is wrong with it.
+bool is_json(std::string_view record, RecordProblems* problems) {
+    k_text_result_t result;
+    const Json json = text::read_source({K_TEXT_IN_TEXT, record, text::Shape::kAnyValue}, result);
+    if (result.status == K_TEXT_OUT_OF_MEMORY) throw std::bad_alloc();
+    k_text_problem_t problem;
+    problem.size = sizeof problem;
+    if (problems != nullptr && k_text_problem(&result, 0, &problem) == 0) problems->add_of_record(problem);
+    return json != nullptr;
+}
+
+Verdict verdict_of(const k_text_result_t* result) {
+    k_text_problem_t problem;
+    problem.size = sizeof problem;
+    for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i)
+        if (problem.severity != K_TEXT_NOTE) return Verdict::kWarned;
+    return Verdict::kConverted;
+}
+
+}  // namespace
+
+RecordConverter::RecordConverter(const Options& options)
+    : operation_(operation_of(options)),
+      flags_(flags_of(options)),
+      pointers_(options.stream.pointers),
+      longest_(options.stream.sizes.longest) {}
+
+void RecordConverter::reject_too_long(const Record& record, std::string& problems) const {
+    RecordProblems(record, pointers_, problems).add_error(nullptr, too_long(longest_));
+}
+
+Verdict RecordConverter::convert(const Record& record, std::string& lines, std::string& problems) const {
+    if (record.text.size() > longest_) {
+        reject_too_long(record, problems);
+        return Verdict::kRejected;
+    }
+    const TreesOfRecord trees;
+    RecordProblems told(record, pointers_, problems);
+    text::Sought at = {{}, {0, 1, 1}, record.text.size()};
+    if (!pointers_.at.empty()) {
+        at = find_value(record.text, pointers_.at);
+        if (!is_whole(record, at, told)) return Verdict::kRejected;
+    }
+    return convert_at(record, at, lines, told);
+}
+
+// Whether there is a configuration, and what stands around it is JSON; the configuration is looked at when it is
+// converted.
+bool RecordConverter::is_whole(const Record& record, const text::Sought& at, RecordProblems& problems) const {
+    if (at.spot.line == 0) {
+        if (is_json(record.text, &problems))
+            problems.add_error(pointers_.at.c_str(), "the record has no value at " + pointers_.at);
+        return false;
+    }
+    std::string around(record.text.substr(0, at.spot.offset));
+    around.append("0").append(record.text.substr(at.spot.offset + at.length));
+    return is_json(around, nullptr) || is_json(record.text, &problems);
+}
+
+Verdict RecordConverter::convert_at(const Record& record, const text::Sought& at, std::string& lines,
+                                    RecordProblems& problems) const {
+    std::optional<std::string> held;
+    std::string_view configuration = value_at(record.text, at);
+    if (pointers_.holds_text) {
+        held = text_in(configuration);
+        if (!held) problems.add_error(pointers_.at.c_str(), "the value at " + pointers_.at + " is no text");
+        if (!held) return Verdict::kRejected;
+        configuration = *held;
+    }
+    k_text_request_t request = {};
+    request.size = sizeof request;
+    request.operation = operation_;
+    request.flags = flags_;
+    request.indent = K_TEXT_COMPACT;
+    request.text = configuration.data();
+    request.text_length = configuration.size();
+    const Result result = run_request(request);
+    const int status = k_text_status(result.get());
+    if (status == K_TEXT_OUT_OF_MEMORY) throw std::bad_alloc();
+
+    k_text_problem_t problem;
+    problem.size = sizeof problem;
+    for (std::size_t i = 0; k_text_problem(result.get(), i, &problem) == 0; ++i)
+        problems.add_of_configuration(problem, at.spot.column);
+    if (status != K_TEXT_CONVERTED) return Verdict::kRejected;
+
+    const std::string_view output = output_of(result.get());
+    lines.append(record.text.substr(0, at.spot.offset));
+    lines.append(pointers_.holds_text ? std::string_view(json_string_of(output)) : output);
+    lines.append(record.text.substr(at.spot.offset + at.length)).append("\n");
+    return verdict_of(result.get());
+}
+
+}  // namespace kcnvrt
