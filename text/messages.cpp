@@ -10,7 +10,8 @@ namespace kcnvrt::text {
 
 namespace {
 
-void add_printed_lines(const Source& source, const char* printer, k_text_result_t& result) {
+void add_printed_lines(const Source& source, const Subject& subject, const char* printer, k_text_result_t& result) {
+    if (!pointer_in_text(subject, printer, result.texts, printer)) return result.run_out_of_memory();
     const k_err_t* const record = result.record.get();
     for (size_t i = 0; i < k_err_printed_count(record); ++i) {
         const char* const line = k_err_printed(record, i);
@@ -40,9 +41,9 @@ const char* mask(std::string_view message, std::string_view value, KeptTexts& te
 }
 
 // What a message may show of a secret: the text at its place.
-std::string_view secret_at(json_t* root, const char* pointer) {
-    if (pointer == nullptr || !leads_to_secret(pointer)) return {};
-    const json_t* const value = value_at(root, pointer);
+std::string_view secret_at(const Subject& subject, const char* pointer) {
+    if (pointer == nullptr || !(leads_to_secret(subject.place) || leads_to_secret(pointer))) return {};
+    const json_t* const value = value_at(subject.tree, pointer);
     return json_is_string(value) ? std::string_view(json_string_value(value), json_string_length(value))
                                  : std::string_view();
 }
@@ -55,15 +56,17 @@ const char* shown_message(const char* message, std::string_view secret, KeptText
     return message[text.size()] == '\0' ? message : texts.keep(text);
 }
 
-void add_reports(const Source& source, json_t* root, k_text_result_t& result) {
+void add_reports(const Source& source, const Subject& subject, k_text_result_t& result) {
     const k_err_t* const record = result.record.get();
     for (size_t i = 0; i < k_err_count(record); ++i) {
-        const char* const message = message_of(record, i, root, result.shows_secrets, result.texts);
-        if (message == nullptr) return result.run_out_of_memory();
+        const char* const message = message_of(record, i, subject, result.shows_secrets, result.texts);
+        const char* pointer;
+        if (message == nullptr || !pointer_in_text(subject, k_err_pointer(record, i), result.texts, pointer))
+            return result.run_out_of_memory();
         const bool is_counted = k_err_is_counted(record, i) != 0;
         result.add({.which = source.which,
                     .severity = is_counted ? K_TEXT_ERROR : K_TEXT_WARNING,
-                    .pointer = k_err_pointer(record, i),
+                    .pointer = pointer,
                     .function = k_err_function(record, i),
                     .message = message});
     }
@@ -80,12 +83,14 @@ const char* note_of(const TakenOut& taken, KeptTexts& texts) {
 
 }  // namespace
 
-const char* message_of(const k_err_t* record, size_t index, json_t* root, bool shows_secrets, KeptTexts& texts) {
-    const std::string_view secret = shows_secrets ? std::string_view() : secret_at(root, k_err_pointer(record, index));
+const char* message_of(const k_err_t* record, size_t index, const Subject& subject, bool shows_secrets,
+                       KeptTexts& texts) {
+    const std::string_view secret =
+        shows_secrets ? std::string_view() : secret_at(subject, k_err_pointer(record, index));
     return shown_message(k_err_message(record, index), secret, texts);
 }
 
-void add_notes(const Source& source, const Part& part, k_text_result_t& result) {
+void add_notes(const Source& source, const Subject& subject, const Part& part, k_text_result_t& result) {
     Problem note;
     note.which = source.which;
     note.severity = K_TEXT_NOTE;
@@ -95,17 +100,17 @@ void add_notes(const Source& source, const Part& part, k_text_result_t& result) 
         return result.add(note);
     }
     for (const TakenOut& taken : part.taken_out) {
-        note.pointer = taken.pointer;
         note.message = note_of(taken, result.texts);
-        if (note.message == nullptr) return result.run_out_of_memory();
+        if (note.message == nullptr || !pointer_in_text(subject, taken.pointer, result.texts, note.pointer))
+            return result.run_out_of_memory();
         result.add(note);
     }
     find_places(source, result);
 }
 
-void add_messages(const Source& source, json_t* root, const char* printer, k_text_result_t& result) {
-    add_printed_lines(source, printer, result);
-    add_reports(source, root, result);
+void add_messages(const Source& source, const Subject& subject, const char* printer, k_text_result_t& result) {
+    add_printed_lines(source, subject, printer, result);
+    add_reports(source, subject, result);
     find_places(source, result);
 }
 

@@ -14,6 +14,7 @@
 #include "reader.h"
 #include "request.h"
 #include "source.h"
+#include "subject.h"
 #include "writer.h"
 
 namespace kcnvrt::text {
@@ -27,6 +28,7 @@ constexpr uint32_t kMergePatch = K_TEXT_MERGE_PATCH;
 constexpr uint32_t kPartial = K_TEXT_PARTIAL;
 constexpr uint32_t kVlanOrForce = K_TEXT_DSL_VLAN | K_TEXT_FORCE;
 constexpr uint32_t kEitherWay = kVlanOrForce | K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
+constexpr uint32_t kSectionFlags = K_TEXT_FORCE | K_TEXT_AS_IS;
 constexpr uint32_t kNew = K_TEXT_TO_NEW;
 constexpr uint32_t kOld = K_TEXT_TO_OLD;
 
@@ -95,16 +97,16 @@ struct Operation {
 
 // clang-format off
 constexpr Operation kOperations[] = {
-    //                       flags         with a       without a
-    //                       |             second text  second    section  second   shape      way   answer
-    {K_TEXT_TO_NEW,         {kVlanOrForce, kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kNew, to_new},
-    {K_TEXT_TO_OLD,         {kVlanOrForce, 0,           kPartial, kNone,   kNone},   kWhole,    kOld, to_old},
-    {K_TEXT_SECTION_TO_NEW, {0,            kMergePatch, kPartial, kNeeded, kMaybe},  kSection,  kNew, section_to_new},
-    {K_TEXT_SECTION_TO_OLD, {0,            0,           kPartial, kNeeded, kNone},   kSection,  kOld, section_to_old},
-    {K_TEXT_DIFF,           {0,            kMergePatch, 0,        kNone,   kNeeded}, kAnyValue, 0,    diff},
-    {K_TEXT_APPLY,          {0,            0,           0,        kNone,   kNeeded}, kAnyValue, 0,    apply},
+    //                       flags          with a       without a
+    //                       |              second text  second    section  second   shape      way   answer
+    {K_TEXT_TO_NEW,         {kVlanOrForce,  kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kNew, to_new},
+    {K_TEXT_TO_OLD,         {kVlanOrForce,  0,           kPartial, kNone,   kNone},   kWhole,    kOld, to_old},
+    {K_TEXT_SECTION_TO_NEW, {kSectionFlags, kMergePatch, kPartial, kNeeded, kMaybe},  kSection,  kNew, section_to_new},
+    {K_TEXT_SECTION_TO_OLD, {kSectionFlags, 0,           kPartial, kNeeded, kNone},   kSection,  kOld, section_to_old},
+    {K_TEXT_DIFF,           {0,             kMergePatch, 0,        kNone,   kNeeded}, kAnyValue, 0,    diff},
+    {K_TEXT_APPLY,          {0,             0,           0,        kNone,   kNeeded}, kAnyValue, 0,    apply},
     // Answered by the operation that the text needs.
-    {K_TEXT_CONVERT,        {kEitherWay,   0,           kPartial, kNone,   kNone},   kWhole,    0,    nullptr},
+    {K_TEXT_CONVERT,        {kEitherWay,    0,           kPartial, kNone,   kNone},   kWhole,    0,    nullptr},
 };
 // clang-format on
 
@@ -141,15 +143,15 @@ json_t* answer_again(const void* context, json_t* tree, k_err_t* record) {
 }
 
 // Of a text that is rejected: what can be converted when the rest is taken out, and a note of each such place.
-void answer_in_part(const Again& again, const Source& text, Trees& trees, k_text_result_t& result) {
+void answer_in_part(const Again& again, const Source& text, const Subject& subject, Json& converted,
+                    k_text_result_t& result) {
     Part part;
-    convert_part({answer_again, &again}, trees.text.get(), result.record.get(), result.shows_secrets, result.texts,
-                 part);
-    trees.converted = std::move(part.converted);
+    convert_part({answer_again, &again}, subject, result.record.get(), result.shows_secrets, result.texts, part);
+    converted = std::move(part.converted);
     if (!part.has_memory) return result.run_out_of_memory();
-    add_notes(text, part, result);
+    add_notes(text, subject, part, result);
     const bool has_notes = result.status != K_TEXT_OUT_OF_MEMORY;
-    if (has_notes && trees.converted) put_out(trees.converted.get(), again.request, result);
+    if (has_notes && converted) put_out(converted.get(), again.request, result);
 }
 
 // Makes a request that leaves the direction to the text one that names it.
@@ -171,8 +173,11 @@ void answer(Shape shape, const k_text_request_t& given, k_text_result_t& result)
     const k_text_request_t request = settled(given, trees.text.get());
     const Operation& operation = *find_operation(request.operation);
     result.direction = operation.direction;
+    Subject subject = {trees.text.get()};
     if (shape == kWhole)
         refuse_wrong_layout({operation.direction, request.flags, trees.text.get(), trees.other.get()}, result);
+    if (shape == kSection)
+        subject = take_out_section(request, operation.direction, trees.text.get(), trees.other.get(), result);
     if (result.status != K_TEXT_CONVERTED) {
         find_places(text, result);
         return find_places(other, result);
@@ -181,18 +186,19 @@ void answer(Shape shape, const k_text_request_t& given, k_text_result_t& result)
     result.record.reset(k_err_new());
     if (!result.record) return result.run_out_of_memory();
     k_err_keep_printed(result.record.get());
-    trees.converted.reset(operation.answer({request, trees.text.get(), trees.other.get()}, result.record.get()));
+    trees.converted.reset(operation.answer({request, subject.tree, trees.other.get()}, result.record.get()));
     // Only roaming prints, and only towards the old layout.
     const char* const printer = operation.number == K_TEXT_TO_OLD ? "/Device/Roaming" : "";
     const bool is_text = operation.direction != 0;
-    add_messages(is_text ? text : other, (is_text ? trees.text : trees.other).get(), printer, result);
+    add_messages(is_text ? text : other, is_text ? subject : Subject{trees.other.get()}, printer, result);
     if (k_err_is_complete(result.record.get()) == 0) return result.run_out_of_memory();
     if (result.status != K_TEXT_CONVERTED) return;
     if (trees.converted) {
         put_out(trees.converted.get(), request, result);
     } else {
         result.status = K_TEXT_REJECTED;
-        if ((request.flags & K_TEXT_PARTIAL) != 0) answer_in_part({operation, request}, text, trees, result);
+        if ((request.flags & K_TEXT_PARTIAL) != 0)
+            answer_in_part({operation, request}, text, subject, trees.converted, result);
     }
 }
 

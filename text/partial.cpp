@@ -98,8 +98,8 @@ private:
 
 class Taker {
 public:
-    Taker(json_t* tree, bool shows_secrets, KeptTexts& texts, Part& part)
-        : tree_{tree}, shows_secrets_{shows_secrets}, texts_{texts}, part_{part} {}
+    Taker(const Subject& subject, bool shows_secrets, KeptTexts& texts, Part& part)
+        : subject_{subject}, shows_secrets_{shows_secrets}, texts_{texts}, part_{part} {}
 
     // False when there is nothing to take out, or memory ends.
     bool take_out(const k_err_t* record, size_t round) {
@@ -124,27 +124,27 @@ public:
 private:
     // A member that is not there cannot be taken out.
     bool note(const k_err_t* record, const Wish& wish, bool is_new) {
-        if (value_at(tree_, wish.pointer) == nullptr) return true;
-        const char* const pointer = origins_.first_pointer(tree_, wish.pointer, texts_);
+        if (value_at(subject_.tree, wish.pointer) == nullptr) return true;
+        const char* const pointer = origins_.first_pointer(subject_.tree, wish.pointer, texts_);
         const char* const why = is_new ? kept_message(record, wish.message) : nullptr;
         return pointer != nullptr && (why != nullptr || !is_new) && part_.taken_out.add({pointer, why});
     }
 
     // Beyond the life of the record.
     const char* kept_message(const k_err_t* record, size_t index) {
-        const char* const message = message_of(record, index, tree_, shows_secrets_, texts_);
+        const char* const message = message_of(record, index, subject_, shows_secrets_, texts_);
         return message == nullptr ? nullptr : texts_.keep(message);
     }
 
     bool remove(std::string_view pointer) {
-        json_t* const container = value_at(tree_, parent_of(pointer));
+        json_t* const container = value_at(subject_.tree, parent_of(pointer));
         const std::string_view token = last_token_of(pointer);
         if (child_of(container, token) == nullptr) return true;
         if (json_is_array(container)) return origins_.take_out(container, index_of(token));
         return remove_member(container, token);
     }
 
-    json_t* tree_;
+    Subject subject_;
     bool shows_secrets_;
     KeptTexts& texts_;
     Part& part_;
@@ -153,14 +153,14 @@ private:
 
 }  // namespace
 
-void convert_part(const Conversion& conversion, json_t* tree, const k_err_t* record, bool shows_secrets,
+void convert_part(const Conversion& conversion, const Subject& subject, const k_err_t* record, bool shows_secrets,
                   KeptTexts& texts, Part& part) {
-    Taker taker(tree, shows_secrets, texts, part);
+    Taker taker(subject, shows_secrets, texts, part);
     Record latest;
     for (size_t round = 0; taker.take_out(latest ? latest.get() : record, round); ++round) {
         Record next(k_err_new());
         k_err_keep_printed(next.get());
-        if (next) part.converted.reset(conversion.convert(conversion.context, tree, next.get()));
+        if (next) part.converted.reset(conversion.convert(conversion.context, subject.tree, next.get()));
         if (k_err_is_complete(next.get()) == 0) {
             part.converted.reset();
             taker.run_out_of_memory();

@@ -4,6 +4,7 @@
 #include "growing_array.h"
 #include "owned.h"
 #include "result.h"
+#include "subject.h"
 
 namespace kcnvrt::text {
 
@@ -15,7 +16,7 @@ struct Conversion {
 
 // A member or an element that was taken out of a document.
 struct TakenOut {
-    const char* pointer;  // into the document as it was
+    const char* pointer;  // into the subject as it was
     const char* why;      // the message that asked for it, null where it is one of the document itself
 };
 
@@ -26,9 +27,9 @@ struct Part {
     bool has_memory = true;
 };
 
-// Takes out of `tree` what the counted messages of `record` point to, which tell why the tree was rejected, converts
+// Takes out of the subject what the counted messages of `record` point to, which tell why it was rejected, converts
 // what is left, and goes on so until that passes. Texts are kept in `texts`.
-void convert_part(const Conversion& conversion, json_t* tree, const k_err_t* record, bool shows_secrets,
+void convert_part(const Conversion& conversion, const Subject& subject, const k_err_t* record, bool shows_secrets,
                   KeptTexts& texts, Part& part);
 
 }  // namespace kcnvrt::text

@@ -25,6 +25,7 @@ struct Options {
     bool merge_patch = false;
     bool partial = false;
     bool force = false;
+    bool as_is = false;
     bool exit_code = false;
     std::string topic;  // the command that help is asked for
 

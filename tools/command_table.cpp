@@ -86,6 +86,8 @@ constexpr Option kPartial  {"partial",  0,  nullptr,     Names::kNothing, flag<&
                             "Write what can be converted of a rejected document; exit with 1", nullptr, &kBase};
 constexpr Option kForce    {"force",    0,  nullptr,     Names::kNothing, flag<&Options::force>,
                             "Convert whatever layout the configuration is of"};
+constexpr Option kAsIs     {"as-is",    0,  nullptr,     Names::kNothing, flag<&Options::as_is>,
+                            "Take the document for the section, whatever it looks like"};
 constexpr Option kAuto     {"auto",     0,  nullptr,     Names::kNothing, nothing_to_store,
                             "Convert each record to the layout that it is not of"};
 constexpr Option kAt       {"at",       0,  "POINTER",   Names::kWord,    stream_at,
@@ -125,8 +127,8 @@ constexpr const Option* kOfToNew[] = {
 constexpr const Option* kOfEitherWay[] = {
     &kPartial, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSection[] = {
-    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kPartial, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
-    &kShowSecrets, &kHelp};
+    &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kPartial, &kAsIs, &kForce, &kOutput, &kCompact, &kIndent,
+    &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfDiff[] = {
     &kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
@@ -149,7 +151,7 @@ constexpr Operand kSectionAndFile[] = {
     {"NAME", Names::kSection, text<&Options::section>,
      "The section's name in the layout that it is converted to", true},
     {"FILE", Names::kInput, text<&Options::file>,
-     "The section in the other layout; - (default) is standard input", false}};
+     "The section in the other layout, or a whole configuration; - (default) is standard input", false}};
 constexpr Operand kBaseAndOther[] = {
     {"BASE", Names::kInput, text<&Options::from>, "The JSON to start from; - is standard input", true},
     {"OTHER", Names::kInput, text<&Options::other>, "The JSON to arrive at; - is standard input", true}};
@@ -178,7 +180,8 @@ constexpr Command kCommands[] = {
      "kcnvrt convert gateway.json -o converted.json", convert},
     {"section", "Convert one section of a configuration",
      kSectionAndFile, kDirections, kOfSection,
-     "kcnvrt sections lists the names. With --base the difference is printed whatever failed on the way; the messages "
+     "kcnvrt sections lists the names. A whole configuration has the section taken out, which a note tells; --as-is "
+     "leaves it whole. With --base the difference is printed whatever failed on the way; the messages "
      "tell, the exit status is 0.",
      "kcnvrt section wan_pvid --to-old wan_pvid.new.json", section},
     {"stream", "Convert newline-delimited JSON, line for line, in order",

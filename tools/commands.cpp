@@ -30,6 +30,7 @@ uint32_t flags_of(const Options& options) {
     if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
     if (options.partial) flags |= K_TEXT_PARTIAL;
     if (options.force) flags |= K_TEXT_FORCE;
+    if (options.as_is) flags |= K_TEXT_AS_IS;
     if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
     return flags;
 }

@@ -33,6 +33,11 @@ inline Result ask(const k_text_request_t& request) {
     return Result(k_text_run(&request));
 }
 
+inline Result ask_with(uint32_t flags, k_text_request_t request) {
+    request.flags |= flags;
+    return ask(request);
+}
+
 inline std::string output_of(const Result& result) {
     size_t length = 0;
     const char* const output = k_text_output(result.get(), &length);

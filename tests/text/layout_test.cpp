@@ -5,11 +5,6 @@
 
 namespace {
 
-Result ask_with(uint32_t flags, k_text_request_t request) {
-    request.flags |= flags;
-    return ask(request);
-}
-
 constexpr uint32_t kForced = K_TEXT_FORCE;
 
 struct Refused {

@@ -20,8 +20,10 @@ protected:
         k_err_set(record.get(), "author", 1, "%s", message);
         k_err_place(record.get(), root.get(), member, std::strlen(member));
         k_err_locate(record.get(), first, root.get());
-        return message_of(record.get(), first, root.get(), shows_secrets, texts);
+        return message_of(record.get(), first, {root.get(), place}, shows_secrets, texts);
     }
+
+    const char* place = "";  // of the document in its text
 
     Json root{json_loads(R"({"password": "hunter2", "mode": "hunter2", "key": "", "pin": 1234})", 0, nullptr)};
     Record record{k_err_new()};
@@ -37,6 +39,13 @@ TEST_F(Message, LosesTheLineBreakAtItsEnd) {
 TEST_F(Message, ShowsNoSecretOfItsPlace) {
     EXPECT_EQ(shown("\"hunter2\", that is hunter2\n", "password"), "\"***\", that is ***");
     EXPECT_EQ(shown("hunter2", "password"), "***");
+    EXPECT_EQ(shown("\"hunter2\" is no mode", "mode"), "\"hunter2\" is no mode");
+}
+
+TEST_F(Message, ShowsNoSecretOfWhatItsDocumentIsIn) {
+    place = "/passwd";
+    EXPECT_EQ(shown("\"hunter2\" is no mode", "mode"), "\"***\" is no mode");
+    place = "/modes";
     EXPECT_EQ(shown("\"hunter2\" is no mode", "mode"), "\"hunter2\" is no mode");
 }
 

@@ -72,3 +72,27 @@ load setup
     kcnvrt 1 convert --dsl-vlan <<< '{"vlan": {}}'
     kcnvrt 0 convert --dsl-vlan --force <<< '{"vlan": {}}'
 }
+
+@test "a section is taken out of a whole configuration, and a note says so" {
+    write old.json '{"wifi": {}, "wan_pvid": {"wan1": 10}}'
+    kcnvrt 0 section wan_pvid --to-new --compact old.json
+    equal "$output" '{"1":{"name":"wan1","pvid":10},"max_instance":1}'
+    equal "$stderr" 'old.json:1:26: note: /wan_pvid: this section is taken out of the whole configuration; --as-is takes that for the section [layout]'
+    kcnvrt 0 section wan_pvid --to-new --compact --as-is old.json
+    equal "$output" '{"1":{"name":"wan_pvid","pvid":{"wan1":10}},"2":{"name":"wifi","pvid":{}},"max_instance":2}'
+    equal "$stderr" ""
+    write new.json '{"Device": {"wan_pvid": {"1": {"name": "wan1", "pvid": 10}, "max_instance": 1}}}'
+    kcnvrt 0 section wan_pvid --to-old --compact new.json
+    equal "$output" '{"wan1":10}'
+    kcnvrt 1 section voip --to-old new.json
+    equal "$stderr" "new.json:1:1: error: the configuration has no /Device/Voip [layout]"
+}
+
+@test "a whole configuration of the other layout has no such section" {
+    write new.json '{"Device": {"wan_pvid": {}}}'
+    kcnvrt 1 section wan_pvid --to-new new.json
+    contains "$stderr" "new.json:1:1: error: this is a whole configuration in the new layout; --to-old takes a section out of it"
+    kcnvrt 0 section wan_pvid --to-new --force new.json
+    kcnvrt 1 section wan_pvid --to-new --base new.json <<< '{"wan1": 10}'
+    contains "$stderr" "the base is a whole configuration, and not the section"
+}
