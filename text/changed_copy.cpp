@@ -52,13 +52,24 @@ bool change_children(json_t* container, Group group) {
     return true;
 }
 
+// Jansson's copy says nothing of members that found no memory.
+bool is_whole(const json_t* copy, const json_t* value) {
+    return copy != nullptr && json_object_size(copy) == json_object_size(value) &&
+           json_array_size(copy) == json_array_size(value);
+}
+
 Json changed(json_t* value, const Group& group) {
     Json copy(json_copy(value));
-    if (!copy || !change_children(copy.get(), group)) return nullptr;
+    if (!is_whole(copy.get(), value) || !change_children(copy.get(), group)) return nullptr;
     return copy;
 }
 
 }  // namespace
+
+Json deep_copy(json_t* value) {
+    Json copy(json_deep_copy(value));
+    return json_equal(copy.get(), value) == 1 ? std::move(copy) : nullptr;
+}
 
 Json changed_copy(json_t* root, GrowingArray<Change>& changes) {
     std::sort(changes.begin(), changes.end(), [](const Change& left, const Change& right) {

@@ -18,4 +18,7 @@ struct Change {
 // another. Null when memory ends.
 Json changed_copy(json_t* root, GrowingArray<Change>& changes);
 
+// A copy that shares nothing. Null when memory ends.
+Json deep_copy(json_t* value);
+
 }  // namespace kcnvrt::text

@@ -8,15 +8,6 @@ namespace kcnvrt::text {
 
 namespace {
 
-json_t* convert_one(const Way& way, json_t* source, k_err_t* record) {
-    if (way.section == nullptr) {
-        return way.is_to_new ? k_cnvrt_to_new(source, nullptr, way.flags, record)
-                             : k_cnvrt_to_old(source, way.flags, record);
-    }
-    return way.is_to_new ? k_cnvrt_get_section_to_new(way.section, source, nullptr, 0, record)
-                         : k_cnvrt_get_section_to_old(way.section, source, record);
-}
-
 bool is_same_message(const k_err_t* one, const k_err_t* other, size_t index) {
     return k_err_is_counted(one, index) == k_err_is_counted(other, index) &&
            std::strcmp(k_err_function(one, index), k_err_function(other, index)) == 0 &&
@@ -40,13 +31,22 @@ bool is_same(const Outcome& one, const Outcome& other) {
     return has_same_tree && has_same_messages(one.record.get(), other.record.get());
 }
 
-bool CounterCheck::convert(const Way& way, json_t* source, Outcome& outcome) {
+json_t* CounterCheck::convert(const Way& way, json_t* source, k_err_t* record) {
     ++conversions_;
+    if (way.section == nullptr) {
+        return way.is_to_new ? k_cnvrt_to_new(source, nullptr, way.flags, record)
+                             : k_cnvrt_to_old(source, way.flags, record);
+    }
+    return way.is_to_new ? k_cnvrt_get_section_to_new(way.section, source, nullptr, 0, record)
+                         : k_cnvrt_get_section_to_old(way.section, source, record);
+}
+
+bool CounterCheck::convert(const Way& way, json_t* source, Outcome& outcome) {
     outcome.tree.reset();
     outcome.record.reset(k_err_new());
     if (!outcome.record) return false;
     k_err_keep_printed(outcome.record.get());
-    outcome.tree.reset(convert_one(way, source, outcome.record.get()));
+    outcome.tree.reset(convert(way, source, outcome.record.get()));
     return k_err_is_complete(outcome.record.get()) != 0;
 }
 

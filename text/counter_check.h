@@ -34,6 +34,8 @@ public:
 
     // False when memory ends. Neither tree needs the other one to stay.
     bool convert(const Way& way, json_t* source, Outcome& outcome);
+    // The same for who has a record.
+    json_t* convert(const Way& way, json_t* source, k_err_t* record);
     bool convert(json_t* source, Outcome& outcome) { return convert(way_, source, outcome); }
 
     // Converts `source`, which is not modified, with those changes, and says whether that comes to something else than

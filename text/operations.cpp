@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "layout.h"
+#include "loss_request.h"
 #include "messages.h"
 #include "owned.h"
 #include "partial.h"
@@ -26,8 +27,10 @@ using enum Shape;
 
 constexpr uint32_t kMergePatch = K_TEXT_MERGE_PATCH;
 constexpr uint32_t kPartial = K_TEXT_PARTIAL;
-constexpr uint32_t kVlanOrForce = K_TEXT_DSL_VLAN | K_TEXT_FORCE;
-constexpr uint32_t kEitherWay = kVlanOrForce | K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
+constexpr uint32_t kLosses = K_TEXT_TELL_LOSSES | K_TEXT_STRICT;
+constexpr uint32_t kOneWay = K_TEXT_DSL_VLAN | K_TEXT_FORCE | kLosses;
+constexpr uint32_t kAsked = K_TEXT_DSL_VLAN | K_TEXT_FORCE | K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
+constexpr uint32_t kEitherWay = kAsked | kLosses;
 constexpr uint32_t kSectionFlags = K_TEXT_FORCE | K_TEXT_AS_IS;
 constexpr uint32_t kNew = K_TEXT_TO_NEW;
 constexpr uint32_t kOld = K_TEXT_TO_OLD;
@@ -99,14 +102,16 @@ struct Operation {
 constexpr Operation kOperations[] = {
     //                       flags          with a       without a
     //                       |              second text  second    section  second   shape      way   answer
-    {K_TEXT_TO_NEW,         {kVlanOrForce,  kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kNew, to_new},
-    {K_TEXT_TO_OLD,         {kVlanOrForce,  0,           kPartial, kNone,   kNone},   kWhole,    kOld, to_old},
+    {K_TEXT_TO_NEW,         {kOneWay,       kMergePatch, kPartial, kNone,   kMaybe},  kWhole,    kNew, to_new},
+    {K_TEXT_TO_OLD,         {kOneWay,       0,           kPartial, kNone,   kNone},   kWhole,    kOld, to_old},
     {K_TEXT_SECTION_TO_NEW, {kSectionFlags, kMergePatch, kPartial, kNeeded, kMaybe},  kSection,  kNew, section_to_new},
     {K_TEXT_SECTION_TO_OLD, {kSectionFlags, 0,           kPartial, kNeeded, kNone},   kSection,  kOld, section_to_old},
     {K_TEXT_DIFF,           {0,             kMergePatch, 0,        kNone,   kNeeded}, kAnyValue, 0,    diff},
     {K_TEXT_APPLY,          {0,             0,           0,        kNone,   kNeeded}, kAnyValue, 0,    apply},
     // Answered by the operation that the text needs.
     {K_TEXT_CONVERT,        {kEitherWay,    0,           kPartial, kNone,   kNone},   kWhole,    0,    nullptr},
+    {K_TEXT_CHECK,          {kAsked,        0,           0,        kNone,   kNone},   kWhole,    0,    nullptr},
+    {K_TEXT_LOSSES,         {kAsked,        0,           0,        kNone,   kNone},   kWhole,    0,    nullptr},
 };
 // clang-format on
 
@@ -156,7 +161,7 @@ void answer_in_part(const Again& again, const Source& text, const Subject& subje
 
 // Makes a request that leaves the direction to the text one that names it.
 k_text_request_t settled(k_text_request_t request, const json_t* text) {
-    if (request.operation != K_TEXT_CONVERT) return request;
+    if (find_operation(request.operation)->answer != nullptr) return request;
     request.operation = direction_of(request.flags, text);
     if (request.operation == K_TEXT_TO_NEW) request.flags = with_dsl_flag(request.flags, text);
     return request;
@@ -193,13 +198,12 @@ void answer(Shape shape, const k_text_request_t& given, k_text_result_t& result)
     add_messages(is_text ? text : other, is_text ? subject : Subject{trees.other.get()}, printer, result);
     if (k_err_is_complete(result.record.get()) == 0) return result.run_out_of_memory();
     if (result.status != K_TEXT_CONVERTED) return;
-    if (trees.converted) {
+    if (!trees.converted) result.status = K_TEXT_REJECTED;
+    if (asks_for_losses(given)) tell_losses({text, trees.text.get(), given.operation, request}, result);
+    if (result.status == K_TEXT_CONVERTED && has_output(given.operation))
         put_out(trees.converted.get(), request, result);
-    } else {
-        result.status = K_TEXT_REJECTED;
-        if ((request.flags & K_TEXT_PARTIAL) != 0)
-            answer_in_part({operation, request}, text, subject, trees.converted, result);
-    }
+    else if (result.status == K_TEXT_REJECTED && (request.flags & K_TEXT_PARTIAL) != 0)
+        answer_in_part({operation, request}, text, subject, trees.converted, result);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "partial.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "messages.h"
 #include "pointer.h"
@@ -42,60 +41,6 @@ bool collect(const k_err_t* record, size_t levels, GrowingArray<Wish>& wishes) {
     return true;
 }
 
-// Where the elements were at first that arrays still have: a list of indexes for each array that has lost one.
-class Origins {
-public:
-    Origins() : lists_{json_object()} {}
-
-    bool take_out(json_t* array, size_t index) {
-        json_t* const list = list_of(array);
-        return list != nullptr && json_array_remove(list, index) == 0 && json_array_remove(array, index) == 0;
-    }
-
-    // The pointer that a value had at first, which is now at `pointer`; null when memory ends.
-    const char* first_pointer(json_t* root, std::string_view pointer, KeptTexts& texts) const {
-        Buffer original;
-        json_t* value = root;
-        bool has_memory = true;
-        while (has_memory && !pointer.empty()) {
-            const std::string_view token = take_token(pointer);
-            has_memory = original.append("/") && append_origin(value, token, original);
-            value = child_of(value, token);
-        }
-        return has_memory ? texts.keep(original.view()) : nullptr;
-    }
-
-private:
-    struct Key {
-        char text[2 * sizeof(void*) + 8];
-
-        explicit Key(const json_t* array) { std::snprintf(text, sizeof text, "%p", static_cast<const void*>(array)); }
-    };
-
-    json_t* list_of(const json_t* array) {
-        const Key key(array);
-        json_t* const known = json_object_get(lists_.get(), key.text);
-        if (known != nullptr) return known;
-        Json list(json_array());
-        for (size_t i = 0; i < json_array_size(array); ++i)
-            if (json_array_append_new(list.get(), json_integer(static_cast<json_int_t>(i))) != 0) return nullptr;
-        return json_object_set_new(lists_.get(), key.text, list.release()) == 0
-                   ? json_object_get(lists_.get(), key.text)
-                   : nullptr;
-    }
-
-    bool append_origin(const json_t* value, std::string_view token, Buffer& original) const {
-        const json_t* const list = json_is_array(value) ? json_object_get(lists_.get(), Key(value).text) : nullptr;
-        if (list == nullptr) return original.append(token);
-        char digits[24];
-        const json_int_t first = json_integer_value(json_array_get(list, index_of(token)));
-        const int length = std::snprintf(digits, sizeof digits, "%" JSON_INTEGER_FORMAT, first);
-        return original.append({digits, static_cast<size_t>(length)});
-    }
-
-    Json lists_;
-};
-
 class Taker {
 public:
     Taker(const Subject& subject, bool shows_secrets, KeptTexts& texts, Part& part)
@@ -125,7 +70,9 @@ private:
     // A member that is not there cannot be taken out.
     bool note(const k_err_t* record, const Wish& wish, bool is_new) {
         if (value_at(subject_.tree, wish.pointer) == nullptr) return true;
-        const char* const pointer = origins_.first_pointer(subject_.tree, wish.pointer, texts_);
+        Buffer original;
+        const bool has_pointer = part_.origins.append_first_pointer(subject_.tree, wish.pointer, original);
+        const char* const pointer = has_pointer ? texts_.keep(original.view()) : nullptr;
         const char* const why = is_new ? kept_message(record, wish.message) : nullptr;
         return pointer != nullptr && (why != nullptr || !is_new) && part_.taken_out.add({pointer, why});
     }
@@ -140,7 +87,7 @@ private:
         json_t* const container = value_at(subject_.tree, parent_of(pointer));
         const std::string_view token = last_token_of(pointer);
         if (child_of(container, token) == nullptr) return true;
-        if (json_is_array(container)) return origins_.take_out(container, index_of(token));
+        if (json_is_array(container)) return part_.origins.take_out(container, index_of(token));
         return remove_member(container, token);
     }
 
@@ -148,7 +95,6 @@ private:
     bool shows_secrets_;
     KeptTexts& texts_;
     Part& part_;
-    Origins origins_;
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "growing_array.h"
+#include "origins.h"
 #include "owned.h"
 #include "result.h"
 #include "subject.h"
@@ -24,6 +25,7 @@ struct TakenOut {
 struct Part {
     Json converted;
     GrowingArray<TakenOut> taken_out;
+    Origins origins;  // of what is left
     bool has_memory = true;
 };
 

@@ -82,6 +82,15 @@ std::string_view take_token(std::string_view& pointer) {
     return token;
 }
 
+bool append_name(std::string_view name, Buffer& pointer) {
+    for (size_t special; (special = name.find_first_of("~/")) != std::string_view::npos;) {
+        const bool is_tilde = name[special] == '~';
+        if (!pointer.append({name.data(), special}) || !pointer.append(is_tilde ? "~0" : "~1")) return false;
+        name.remove_prefix(special + 1);
+    }
+    return pointer.append(name);
+}
+
 size_t index_of(std::string_view token) {
     size_t index = 0;
     const char* const end = token.data() + token.size();

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "buffer.h"
+
 namespace kcnvrt::text {
 
 // The pointer of what has the member, and the member's token: "/a/b~1c" is "/a" and "b~1c". Of "" both are empty.
@@ -20,6 +22,9 @@ bool is_inside(std::string_view pointer, std::string_view outer);
 
 // Takes the first token off a pointer that is not "".
 std::string_view take_token(std::string_view& pointer);
+
+// Appends a member's name as a token, without a slash before it. False when memory ends.
+bool append_name(std::string_view name, Buffer& pointer);
 
 // The index that a token is; SIZE_MAX when it is none.
 size_t index_of(std::string_view token);

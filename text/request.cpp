@@ -33,9 +33,15 @@ const char* check_other(const k_text_request_t& request, Takes takes) {
 const char* check_flags(const k_text_request_t& request, const Allowed& allowed) {
     const uint32_t flags = K_TEXT_SHOW_SECRETS | allowed.flags |
                            (request.other != nullptr ? allowed.flags_with_other : allowed.flags_without_other);
-    if ((request.flags & ~flags) != 0) return "the operation does not take these flags";
+    return (request.flags & ~flags) != 0 ? "the operation does not take these flags" : nullptr;
+}
+
+const char* check_together(const k_text_request_t& request) {
     constexpr uint32_t kBothWays = K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
-    return (request.flags & kBothWays) == kBothWays ? "the request has two directions" : nullptr;
+    constexpr uint32_t kStrictPart = K_TEXT_STRICT | K_TEXT_PARTIAL;
+    if ((request.flags & kBothWays) == kBothWays) return "the request has two directions";
+    if ((request.flags & kStrictPart) == kStrictPart) return "a strict request takes no part of a text";
+    return nullptr;
 }
 
 const char* check_indent(const k_text_request_t& request) {
@@ -62,6 +68,7 @@ const char* check_request(const k_text_request_t& request, const Allowed& allowe
         check_other(request, allowed.other),
         request.pointer == nullptr ? nullptr : "the operation takes no pointer",
         check_flags(request, allowed),
+        check_together(request),
         check_indent(request),
     };
     const auto found = std::find_if(std::begin(reasons), std::end(reasons), [](const char* why) { return why; });

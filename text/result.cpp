@@ -25,7 +25,9 @@ const char* KeptTexts::keep(std::string_view text) {
 
 }  // namespace kcnvrt::text
 
+using kcnvrt::text::Loss;
 using kcnvrt::text::Problem;
+using kcnvrt::text::Spot;
 
 void k_text_result::fail(int why, const Problem& problem) {
     status = why;
@@ -97,6 +99,19 @@ int k_text_problem(const k_text_result_t* result, size_t index, k_text_problem_t
     const uint32_t size = problem->size;
     *problem = public_form(result->problems[index]);
     problem->size = size;
+    return 0;
+}
+
+size_t k_text_loss_count(const k_text_result_t* result) {
+    return result == nullptr ? 0 : result->losses.size();
+}
+
+int k_text_loss(const k_text_result_t* result, size_t index, k_text_loss_t* loss) {
+    if (index >= k_text_loss_count(result) || loss == nullptr || loss->size < sizeof *loss) return -1;
+    const Loss& found = result->losses[index];
+    const Spot& spot = found.spot;
+    *loss = {loss->size,  found.kind,    spot.offset,  found.length, spot.line,
+             spot.column, found.pointer, found.before, found.after};
     return 0;
 }
 

@@ -31,6 +31,16 @@ struct Problem {
     const char* message = "";
 };
 
+// Its texts are the result's.
+struct Loss {
+    uint32_t kind;
+    Spot spot;
+    size_t length;
+    const char* pointer;
+    const char* before;
+    const char* after;
+};
+
 // Texts that live as long as their owner.
 class KeptTexts {
 public:
@@ -61,6 +71,7 @@ struct k_text_result {
     kcnvrt::text::Record record;
     kcnvrt::text::KeptTexts texts;
     kcnvrt::GrowingArray<kcnvrt::text::Problem> problems;
+    kcnvrt::GrowingArray<kcnvrt::text::Loss> losses;
     kcnvrt::text::Buffer output;
     kcnvrt::text::Secrets secrets[2];  // of the text and of the other one
     kcnvrt::text::Buffer excerpt;

@@ -77,15 +77,19 @@ public:
     Checked(const Asked& asked, k_text_result_t* result) : asked_{asked}, result_{result} {}
 
     void all() {
+        const uint32_t operation = asked_.request.operation;
         const int status = k_text_status(result_);
         const char* const output = k_text_output(result_, nullptr);
         const bool is_partial = status == K_TEXT_REJECTED && (asked_.request.flags & K_TEXT_PARTIAL) != 0;
         holds(status >= K_TEXT_CONVERTED && status <= K_TEXT_WRONG_USAGE, "the status is one that is documented");
-        holds((output != nullptr) == (status == K_TEXT_CONVERTED) || is_partial,
+        const bool is_question = operation == K_TEXT_CHECK || operation == K_TEXT_LOSSES;
+        holds((output != nullptr) == (status == K_TEXT_CONVERTED && !is_question) || is_partial,
               "there is an output when there may be");
-        holds(status == K_TEXT_CONVERTED || k_text_problem_count(result_) != 0, "what fails has a problem");
+        holds(status == K_TEXT_CONVERTED || k_text_problem_count(result_) + k_text_loss_count(result_) != 0,
+              "what fails has a problem");
         holds(output == nullptr || parsed(output) != nullptr, "the output is JSON");
         for (size_t i = 0; i < k_text_problem_count(result_); ++i) problem(i);
+        for (size_t i = 0; i < k_text_loss_count(result_); ++i) loss(i);
     }
 
 private:
@@ -111,6 +115,32 @@ private:
         holds(!message.empty() && message.back() != '\n' && *problem.function != '\0', "a problem has words");
         place(problem);
         excerpt(index, problem);
+    }
+
+    // Shown as it stands there, if nothing in it is hidden.
+    void loss(size_t index) {
+        k_text_loss_t loss;
+        loss.size = sizeof loss;
+        holds(k_text_loss(result_, index, &loss) == 0, "there are as many losses as counted");
+        holds(loss.kind >= K_TEXT_DROPPED && loss.kind <= K_TEXT_RENUMBERED, "a loss has a kind");
+        const std::string& text = asked_.text;
+        holds(loss.line != 0 && loss.offset + loss.length <= text.size(), "a loss is in the text");
+        const Tree root = parsed(text);
+        const Tree value = parsed(text.substr(loss.offset, loss.length));
+        const json_t* const meant = kcnvrt::text::value_at(root.get(), loss.pointer);
+        holds(json_equal(meant, value.get()) == 1, "the pointer leads to what stands at the place");
+        const bool has_before = loss.kind != K_TEXT_DEFAULTED;
+        const bool has_after = loss.kind != K_TEXT_DROPPED && loss.kind != K_TEXT_CHANGED;
+        holds((loss.before != nullptr) == has_before, "what was there is said");
+        holds(loss.after != nullptr || !has_after, "what comes back is said");
+        for (const char* shown : {loss.before, loss.after})
+            holds(shown == nullptr || parsed(shown) != nullptr, "values are JSON");
+        const bool shows_secrets = (asked_.request.flags & K_TEXT_SHOW_SECRETS) != 0;
+        const bool is_value = has_before && loss.kind != K_TEXT_RENUMBERED;
+        if (shows_secrets && is_value)
+            holds(json_equal(parsed(loss.before).get(), meant) == 1, "what was there is what stands there");
+        for (const char* shown : {loss.before, loss.after})
+            if (!shows_secrets && shown != nullptr) no_secret(text, shown);
     }
 
     void place(const k_text_problem_t& problem) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "../unit/frame_memory.h"
-#include "ask.h"
+#include "losses_in_lines.h"
 
 namespace {
 
@@ -24,16 +24,18 @@ struct Answer {
     int status = K_TEXT_OUT_OF_MEMORY;
     std::string output = "(none)";
     std::string problems;
+    Lines losses;
 
     bool operator==(const Answer&) const = default;
 };
 
 void PrintTo(const Answer& answer, std::ostream* out) {
     *out << answer.status << "\n" << answer.output << "\n" << answer.problems;
+    for (const std::string& loss : answer.losses) *out << loss << "\n";
 }
 
 Answer answer_of(const Result& result) {
-    Answer answer{k_text_status(result.get()), output_of(result), ""};
+    Answer answer{k_text_status(result.get()), output_of(result), "", losses_of(result)};
     for (size_t i = 0; i < k_text_problem_count(result.get()); ++i) {
         const k_text_problem_t problem = problem_of(result, i);
         answer.problems += std::to_string(problem.line) + ":" + std::to_string(problem.column) + " " +
@@ -109,6 +111,28 @@ TEST_F(Memory, RunsOutWhileAPartIsConverted) {
     expect(request);
     request = request_for(K_TEXT_TO_OLD, kNew);
     request.flags = K_TEXT_PARTIAL;
+    expect(request);
+}
+
+// Of a kind each, in both directions, and with a rejection on the way back.
+TEST_F(Memory, RunsOutWhileLossesAreSought) {
+    constexpr std::string_view kLossy = R"({"passwd": [], "x": {"pin": [1]}, "y~": true, "max_table_id": "12",
+        "route": [{"ip": "10.0.0.0", "netmask": "255.0.0.0"}], "tr069": {"DeviceInfo": {"ModelName": "HG"}}})";
+    constexpr std::string_view kNewLossy = R"({"Device": {"DeviceInfo": {"ModelName": "HG", "x": 1}, "Roaming": {},
+        "Ifaces": {"ethernet": {"1": {"ifname_l2": "b"}, "3": {"ifname_l2": "a"}, "max_instance": 3}}}})";
+    k_text_request_t request = request_for(K_TEXT_LOSSES, kLossy);
+    request.flags = K_TEXT_TOWARDS_NEW;
+    expect(request);
+    request = request_for(K_TEXT_LOSSES, kNewLossy);
+    request.flags = K_TEXT_TOWARDS_OLD;
+    expect(request);
+    request = request_for(K_TEXT_CHECK, kOld);
+    request.flags = K_TEXT_TOWARDS_NEW;
+    expect(request);
+    request = request_for(K_TEXT_TO_NEW, R"({"lang": "en", "x": 1})");
+    request.flags = K_TEXT_TELL_LOSSES;
+    expect(request);
+    request.flags = K_TEXT_STRICT;
     expect(request);
 }
 

@@ -53,7 +53,13 @@ enum {
     /* The configuration `text` in the other layout: one with an object "Device" as by K_TEXT_TO_OLD, any other as by
      * K_TEXT_TO_NEW (k_text_direction says which it was), unless K_TEXT_TOWARDS_NEW or K_TEXT_TOWARDS_OLD says it. Of an
      * old one it finds out by itself whether it needs K_TEXT_DSL_VLAN. Takes that, too, and K_TEXT_PARTIAL. */
-    K_TEXT_CONVERT = 7
+    K_TEXT_CONVERT = 7,
+    /* Whether the configuration `text` can be converted, and what of it the other layout will not hold: the problems
+     * and the losses, and no output. The direction, and K_TEXT_DSL_VLAN, are found out as by K_TEXT_CONVERT. */
+    K_TEXT_CHECK = 8,
+    /* The same question about a text that may well be rejected: K_TEXT_CONVERTED then says that part of it can be
+     * converted, and that the losses are those of this part. */
+    K_TEXT_LOSSES = 9
 };
 
 /* The flags of a request. */
@@ -68,6 +74,8 @@ enum {
      * objects or arrays that have the names of sections of an old configuration. A section that is made of the whole
      * configuration takes that as it is. Nothing is refused for its layout. */
     K_TEXT_AS_IS = 1u << 5,
+    K_TEXT_TELL_LOSSES = 1u << 6, /* of K_TEXT_TO_NEW, K_TEXT_TO_OLD and K_TEXT_CONVERT: finds the losses, too */
+    K_TEXT_STRICT = 1u << 7,      /* of the same: a text with any warning or loss is rejected; not with K_TEXT_PARTIAL */
     K_TEXT_TOWARDS_NEW = 1u << 8, /* the direction, where an operation finds it out by itself; not both */
     K_TEXT_TOWARDS_OLD = 1u << 9
 };
@@ -161,6 +169,44 @@ size_t k_text_problem_count(const k_text_result_t *result);
 /* Fills `problem` with the one at `index`, counted from 0. 0 on success; -1 when there is none, or the size is smaller
  * than the first version's. */
 int k_text_problem(const k_text_result_t *result, size_t index, k_text_problem_t *problem);
+
+/*
+ * What becomes of a value that does not come back as it was when the text is converted to the other layout and back.
+ *
+ * What does not come back at all is dropped when the conversion does not use it: neither taking it away nor changing it
+ * changes the output or a problem. Otherwise it is changed: something of it is in the other layout, from where nothing
+ * leads back. One loss stands for a value with all that is inside it, but for what is dropped inside a changed one.
+ */
+enum {
+    K_TEXT_DROPPED = 1,   /* the other layout holds nothing of it; there is no `after` */
+    K_TEXT_CUT = 2,       /* only the beginning of a text or a number comes back */
+    K_TEXT_CHANGED = 3,   /* it comes back as something else, or (no `after`) not at all although it is used */
+    K_TEXT_DEFAULTED = 4, /* something comes back that was not there. The place is the innermost object or array that
+                             is; `after` is an object with the members that it gets, or an array with the elements */
+    K_TEXT_RENUMBERED = 5 /* an entry of a numbered list or an array comes back as another one: `before` and `after`
+                             are the two numbers, as they stand in a pointer */
+};
+
+/* A loss. Set `size` to its sizeof before the call; members beyond it are left alone. */
+typedef struct {
+    uint32_t size;
+    uint32_t kind;       /* K_TEXT_DROPPED, ... */
+    size_t offset;       /* the place in `text`, as that of a problem */
+    size_t length;
+    size_t line;
+    size_t column;
+    const char *pointer; /* the place as a JSON Pointer */
+    const char *before;  /* the value there, a JSON text on one line in which secrets are masked; null where none was */
+    const char *after;   /* what comes back in its place, likewise; null where nothing does */
+} k_text_loss_t;
+
+/* How many losses there are, in the order of their places; 0 where they were not asked for, or the text is rejected and
+ * nothing of it is converted. */
+size_t k_text_loss_count(const k_text_result_t *result);
+
+/* Fills `loss` with the one at `index`, counted from 0. 0 on success; -1 when there is none, or the size is smaller than
+ * the first version's. */
+int k_text_loss(const k_text_result_t *result, size_t index, k_text_loss_t *loss);
 
 /* A line of a text, shown to a person. Set `size` to its sizeof before the call. */
 typedef struct {

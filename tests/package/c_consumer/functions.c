@@ -215,6 +215,7 @@ static void call_texts(void) {
     k_text_request_t request = {.size = sizeof request, .operation = K_TEXT_SECTION_TO_NEW, .indent = K_TEXT_COMPACT};
     k_text_problem_t problem = {.size = sizeof problem};
     k_text_excerpt_t excerpt = {.size = sizeof excerpt};
+    k_text_loss_t loss = {.size = sizeof loss};
     k_text_result_t* result;
     size_t length = 0;
 
@@ -227,6 +228,12 @@ static void call_texts(void) {
     expect(length == strlen(k_text_output(result, NULL)));
     expect(k_text_problem_count(result) == 0 && k_text_problem(result, 0, &problem) == -1);
     expect(k_text_excerpt(result, 0, text, sizeof text - 1, 80, &excerpt) == -1);
+    k_text_free(result);
+    request.operation = K_TEXT_LOSSES;
+    request.flags = K_TEXT_TOWARDS_NEW;
+    request.section = NULL;
+    result = k_text_run(&request);
+    expect(k_text_loss_count(result) == 2 && k_text_loss(result, 1, &loss) == 0 && loss.kind == K_TEXT_DROPPED);
     k_text_free(result);
     expect(k_text_section(K_TEXT_OLD_SECTIONS, 0) && !k_text_section(K_TEXT_NEW_SECTIONS, 1000));
     expect(strlen(k_text_version()) != 0);
