@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "generator.h"
 
 namespace kcnvrt::text {
@@ -13,12 +11,6 @@ namespace {
 
 constexpr uint64_t kTexts = 20000;
 constexpr uint64_t kDamagedOfEach = 3;
-
-// KCNVRT_SAMPLE=N in the environment takes every N-th text, where a machine is slow.
-uint64_t step() {
-    const char* const sample = std::getenv("KCNVRT_SAMPLE");
-    return sample == nullptr ? 1 : std::strtoul(sample, nullptr, 10);
-}
 
 struct Totals {
     size_t texts = 0;
@@ -44,7 +36,7 @@ void compare(const std::string& text, uint64_t number, Totals& totals) {
 
 TEST(Differential, TextsThatAreMade) {
     Totals totals;
-    for (uint64_t number = 0; number < kTexts && !HasFailure(); number += step())
+    for (uint64_t number = 0; number < kTexts && !HasFailure(); number += sample_step())
         compare(text_number(number), number, totals);
     EXPECT_GT(totals.accepted, totals.texts * 8 / 10);
     EXPECT_GT(totals.sure, totals.accepted * 7 / 10) << "what is left to Jansson's parser is not tested";
@@ -53,7 +45,7 @@ TEST(Differential, TextsThatAreMade) {
 
 TEST(Differential, TextsThatAreDamaged) {
     Totals totals;
-    for (uint64_t number = 0; number < kDamagedOfEach * kTexts && !HasFailure(); number += step())
+    for (uint64_t number = 0; number < kDamagedOfEach * kTexts && !HasFailure(); number += sample_step())
         compare(damaged(text_number(number / kDamagedOfEach), number), number, totals);
     EXPECT_GT(totals.accepted, totals.texts / 20);
     EXPECT_GT(totals.texts - totals.accepted, totals.texts / 2);

@@ -2,6 +2,7 @@
 #include "generator.h"
 
 #include <charconv>
+#include <cstdlib>
 #include <iterator>
 #include <string_view>
 
@@ -202,6 +203,11 @@ std::string damaged(std::string text, uint64_t number) {
     Generator generator{~number};
     for (size_t i = 1 + generator.below(3); i != 0; --i) damage(text, generator);
     return text;
+}
+
+uint64_t sample_step() {
+    const char* const sample = std::getenv("KCNVRT_SAMPLE");
+    return sample == nullptr ? 1 : std::strtoul(sample, nullptr, 10);
 }
 
 }  // namespace kcnvrt::text

@@ -9,8 +9,8 @@ bool is_thorough();
 // Neither a sanitized build nor one that is not optimized.
 bool is_fast();
 
-// Every how many-th point is visited: 1 when thorough, else `ordinary`, and more under a sanitizer, which is slower.
+// Every how many-th point is visited: 1 when thorough, else `ordinary`, and more in a build that is slow.
 size_t stride(size_t ordinary);
 
-// A number of repetitions, fewer under a sanitizer.
+// A number of repetitions, fewer in a build that is slow.
 size_t repetitions(size_t ordinary);
