@@ -43,14 +43,4 @@ void Report::place_entry(json_t* list, int64_t number) const {
     place(list, Decimal{json_is_array(list) ? number - 1 : number});
 }
 
-int Report::placed(int failures, json_t* object, Key name) const {
-    if (failures != 0) place(object, name);
-    return failures;
-}
-
-int Report::placed_entry(int failures, json_t* list, int64_t number) const {
-    if (failures != 0) place_entry(list, number);
-    return failures;
-}
-
 }  // namespace kcnvrt

@@ -32,8 +32,14 @@ public:
     [[gnu::cold]] void place_entry(json_t* list, int64_t number) const;
 
     // A count of failures, whose messages are placed.
-    int placed(int failures, json_t* object, Key name) const;
-    int placed_entry(int failures, json_t* list, int64_t number) const;
+    int placed(int failures, json_t* object, Key name) const {
+        if (failures != 0) place(object, name);
+        return failures;
+    }
+    int placed_entry(int failures, json_t* list, int64_t number) const {
+        if (failures != 0) place_entry(list, number);
+        return failures;
+    }
 
     // The same record under another author's name.
     Report under(const char* function, int line = __builtin_LINE()) const { return {function, err_, line}; }
