@@ -163,6 +163,17 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
     equal "$(members .message)" '["the record is longer than 12 bytes"] '
 }
 
+@test "a record of 64 MiB is converted, one byte more is a reject" {
+    local size=$((64 * 1024 * 1024))
+    record() { printf '{"lang":"'; head -c "$1" /dev/zero | tr '\0' x; printf '"}\n'; }
+    { record $((size - 11)); record $((size - 10)); echo "$good"; } > stream
+    "$KCNVRT" stream --to-new --jobs 2 stream --on-reject null --problems problems > out || [ $? -eq 1 ]
+    equal "$(wc -l < out)" 3
+    head -n 1 out | cmp - <(head -n 1 stream | "$KCNVRT" to-new --compact)
+    equal "$(tail -n 2 out)" $'null\n'"$(alone "$good")"
+    equal "$(jq -r .message problems)" "the record is longer than $size bytes"
+}
+
 @test "--max-rejects counts exactly, and in order" {
     local stream
     stream=$(for i in 1 2 3 4 5 6; do printf '{"lang":"%s"}\\n{"lang":%s\\n' "$i" "$i"; done)

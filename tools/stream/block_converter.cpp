@@ -1,14 +1,10 @@
 #include "block_converter.h"
 
-#include "arena.h"
 #include "options.h"
 
 namespace kcnvrt {
 
 namespace {
-
-// What one large record has taken is not kept for the next, which may be another thread's.
-constexpr std::size_t kMostMemoryKept = std::size_t{32} * 1024 * 1024;
 
 // With its line break.
 std::string_view first_line(std::string_view text) {
@@ -46,7 +42,6 @@ Outcome BlockConverter::convert(const Block& block) const {
     } catch (...) {
         outcome.failure = std::current_exception();
     }
-    if (document_arena().size() > kMostMemoryKept) document_arena().return_memory();
     return outcome;
 }
 
@@ -56,11 +51,22 @@ void BlockConverter::convert_lines(const Block& block, Outcome& outcome) const {
     while (!rest.empty()) {
         const std::string_view line = first_line(rest);
         record.text = text_of(line);
-        if (!is_blank(record.text)) convert_line(record, line, outcome);
+        if (!is_blank(record.text)) convert_whole_line(record, line, outcome);
         outcome.tally.bytes += line.size();
         ++record.line;
         record.offset += line.size();
         rest.remove_prefix(line.size());
+    }
+}
+
+// Where memory ends there is nothing of the record.
+void BlockConverter::convert_whole_line(const Record& record, std::string_view line, Outcome& outcome) const {
+    const Outcome::Mark before = outcome.end();
+    try {
+        convert_line(record, line, outcome);
+    } catch (...) {
+        outcome.go_back(before);
+        throw;
     }
 }
 
@@ -91,7 +97,7 @@ void BlockConverter::reject_piece(const Block& block, Outcome& outcome) const {
 void BlockConverter::count_reject(Outcome& outcome) const {
     if (null_for_rejects_) outcome.lines += "null\n";
     ++outcome.tally.rejected;
-    outcome.mark_reject();
+    outcome.behind_rejects.push_back(outcome.end());
 }
 
 }  // namespace kcnvrt

@@ -16,6 +16,7 @@ public:
 
 private:
     void convert_lines(const Block& block, Outcome& outcome) const;
+    void convert_whole_line(const Record& record, std::string_view line, Outcome& outcome) const;
     void convert_line(const Record& record, std::string_view line, Outcome& outcome) const;
     void reject_piece(const Block& block, Outcome& outcome) const;
     void count_reject(Outcome& outcome) const;

@@ -46,9 +46,7 @@ int Delivery::standard_output() const {
 bool Delivery::deliver(const Outcome& outcome) {
     const std::optional<Outcome::Mark> last = last_allowed(outcome);
     is_cut_ = last.has_value();
-    const Outcome::Mark everything = {outcome.lines.size(), outcome.rejects.size(), outcome.problems.size(),
-                                      outcome.tally};
-    write(outcome, last.value_or(everything));
+    write(outcome, last.value_or(outcome.end()));
     if (!is_cut_ && outcome.failure) std::rethrow_exception(outcome.failure);
     progress_.show(tally_);
     return !is_cut_;

@@ -28,7 +28,14 @@ struct Outcome {
     std::vector<Mark> behind_rejects;  // where the run may end
     std::exception_ptr failure;        // what ends the run, behind all this
 
-    void mark_reject() { behind_rejects.push_back({lines.size(), rejects.size(), problems.size(), tally}); }
+    Mark end() const { return {lines.size(), rejects.size(), problems.size(), tally}; }
+    // Forgets what came behind the mark, and no reject.
+    void go_back(const Mark& mark) {
+        lines.resize(mark.lines);
+        rejects.resize(mark.rejects);
+        problems.resize(mark.problems);
+        tally = mark.tally;
+    }
 };
 
 }  // namespace kcnvrt

@@ -23,12 +23,21 @@ uint32_t flags_of(const Options& options) {
     return flags;
 }
 
+// What one large record has taken is not kept for the next, which may be another thread's. The trees are gone then.
+constexpr std::size_t kMostMemoryKept = std::size_t{32} * 1024 * 1024;
+
+void give_back_much_memory() {
+    if (document_arena().size() > kMostMemoryKept) document_arena().return_memory();
+}
+
 // The thread's trees, which go together.
 class TreesOfRecord {
 public:
     TreesOfRecord() = default;
     ~TreesOfRecord() {
-        if (are_arenas_installed()) document_arena().clear();
+        if (!are_arenas_installed()) return;
+        give_back_much_memory();
+        document_arena().clear();
     }
     TreesOfRecord(const TreesOfRecord&) = delete;
     TreesOfRecord& operator=(const TreesOfRecord&) = delete;
@@ -125,9 +134,12 @@ Verdict RecordConverter::convert_at(const Record& record, const text::Sought& at
     if (status != K_TEXT_CONVERTED) return Verdict::kRejected;
 
     const std::string_view output = output_of(result.get());
-    lines.append(record.text.substr(0, at.spot.offset));
-    lines.append(pointers_.holds_text ? std::string_view(json_string_of(output)) : output);
-    lines.append(record.text.substr(at.spot.offset + at.length)).append("\n");
+    give_back_much_memory();  // before there are two of a large output
+    const std::string_view before = record.text.substr(0, at.spot.offset);
+    const std::string_view behind = record.text.substr(at.spot.offset + at.length);
+    lines.reserve(lines.size() + before.size() + output.size() + behind.size() + 1);
+    lines.append(before).append(pointers_.holds_text ? std::string_view(json_string_of(output)) : output);
+    lines.append(behind).append("\n");
     return verdict_of(result.get());
 }
 
