@@ -155,6 +155,7 @@ full() { # RULES FILE
     local jobs line
     for jobs in 1 3; do
         coproc stream { "$KCNVRT" stream --to-new --jobs "$jobs"; }
+        pid=$stream_PID # which bash forgets when it ends
         for i in 1 2 3; do
             printf '%s\n%s' "$good" "$good" >&"${stream[1]}"
             IFS= read -r -t 30 line <&"${stream[0]}"
@@ -164,7 +165,7 @@ full() { # RULES FILE
             contains "$line" '"en"'
         done
         eval "exec ${stream[1]}>&-" # its input ends
-        wait "$stream_PID"
+        wait "$pid"
     done
 }
 
