@@ -1,0 +1,37 @@
+"""An installed copy: Debian's Python finds the package, and the package its library, also when all of it was moved."""
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = """
+import kcnvrt, kcnvrt._library
+print(kcnvrt.to_new('{"lang": "en"}').ok, kcnvrt._library.load()._name)
+"""
+
+
+class Installed(unittest.TestCase):
+    def test_is_found_with_its_library(self):
+        # Without what this test was started with.
+        environment = {"PATH": os.environ["PATH"], "PYTHONDONTWRITEBYTECODE": "1"}
+        searched = subprocess.check_output([sys.executable, "-c", "import sys; print(*sys.path, sep=':')"], text=True,
+                                           env=environment).strip().split(":")
+        for prefix in ("/usr", "/usr/local"):
+            with tempfile.TemporaryDirectory() as folder:
+                subprocess.run(["cmake", "--install", os.environ["BUILD"], "--prefix", prefix], check=True,
+                               env=dict(environment, DESTDIR=folder + "/first"), stdout=subprocess.DEVNULL)
+                moved = folder + "/moved"
+                os.rename(folder + "/first", moved)
+                found = [path for path in searched if os.path.exists(moved + path + "/kcnvrt")]
+                self.assertEqual(len(found), 1, prefix)
+                printed = subprocess.check_output([sys.executable, "-c", PROGRAM], text=True,
+                                                  env=dict(environment, PYTHONPATH=moved + found[0]))
+                self.assertRegex(printed, "^True " + moved)
+                files = sorted(os.listdir(moved + found[0] + "/kcnvrt"))
+                for name in ("__init__.py", "library-path", "py.typed"):
+                    self.assertIn(name, files)
+                self.assertFalse([name for name in files if "cache" in name])
+
+
+unittest.main()
