@@ -47,11 +47,8 @@ public:
 
     bool at_root() const { return name_.start == kNone; }
     NameAt name() const { return name_; }
+    // Not beyond the root, whose node is the one without a name.
     void up() {
-        if (node_ == kNone) {
-            name_ = {};
-            return;
-        }
         const Node& node = err_->nodes[node_];
         name_ = node.name;
         node_ = node.parent;

@@ -1,4 +1,4 @@
-// The tables of sections: what makes one unsound, the lookup by name, and the names themselves.
+// The tables of sections: what makes one unsound, the lookup by name, and the names themselves; and the version.
 #include "document/sections.h"
 
 #include <string>
@@ -202,6 +202,10 @@ TEST(SectionNames, AreAllKnownToTheConversion) {
         EXPECT_NE(find_section(old_config_handler_table, name), nullptr) << name;
     for (size_t i = 0; const char* const name = k_cnvrt_section_name(K_CNVRT_NEW_SECTIONS, i); ++i)
         EXPECT_NE(find_section(new_config_handler_table, name), nullptr) << name;
+}
+
+TEST(Version, IsThatOfTheHeaders) {
+    EXPECT_STREQ(k_cnvrt_version(), K_CNVRT_VERSION);
 }
 
 }  // namespace
