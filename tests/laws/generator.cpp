@@ -2,20 +2,12 @@
 #include "generator.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 
 #include "k_str.h"
+#include "numbered_list.h"
 
 namespace {
-
-bool is_number(const std::string& text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
-}
-
-bool is_numbered_list(json_t* value) {
-    return json_is_object(json_object_get(value, "1")) || json_object_get(value, "max_instance") != nullptr;
-}
 
 std::string text_of_value(json_t* value) {
     return text_of(value);

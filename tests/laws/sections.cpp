@@ -90,6 +90,15 @@ Tree load_example(const std::string& name) {
     return tree;
 }
 
+std::vector<Section> sections_of(Side side, json_t* document, const std::string& suffix) {
+    std::vector<Section> sections;
+    if (side == Side::kOld)
+        add_old_sections(sections, document, suffix);
+    else
+        add_new_sections(sections, document, suffix);
+    return sections;
+}
+
 std::vector<Section> sections_of_examples() {
     std::vector<Section> sections;
     add_old_sections(sections, load_example("home-gateway.old.json").get(), "");

@@ -20,5 +20,8 @@ void PrintTo(const Section& section, std::ostream* out);
 // Every section of both examples, in both layouts.
 std::vector<Section> sections_of_examples();
 
+// Those of one document. The suffix is put to their names.
+std::vector<Section> sections_of(Side side, json_t* document, const std::string& suffix = "");
+
 // An example as a whole.
 Tree load_example(const std::string& name);

@@ -49,6 +49,12 @@ bool is_word(const std::string& name) {
     return std::any_of(std::begin(kWords), std::end(kWords), [&](const NamedWord& word) { return word.name == name; });
 }
 
+std::vector<std::string> word_names() {
+    std::vector<std::string> names;
+    for (const NamedWord& word : kWords) names.emplace_back(word.name);
+    return names;
+}
+
 WordPlaces::WordPlaces(Side side, json_t* document) : side_{side}, document_{document} {
     Path path;
     walk(document, path, [this](const Path&, json_t* value) {

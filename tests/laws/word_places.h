@@ -14,6 +14,7 @@
 
 // Whether tables know that word.
 bool is_word(const std::string& name);
+std::vector<std::string> word_names();
 
 // Collects, while it exists, the words by which the members of a document cross; none before its conversion.
 class WordPlaces : public Watcher {

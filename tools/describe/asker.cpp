@@ -1,0 +1,467 @@
+// A value is put in its place, the document converted, and both results are laid beside each other.
+#include "asker.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+
+#include "changes.h"
+#include "numbered_list.h"
+#include "word_places.h"
+
+namespace describe {
+
+namespace {
+
+constexpr size_t kMostEntries = 3;  // of a list that are asked
+constexpr size_t kMostResults = 6;  // that are named one by one
+constexpr size_t kMostLeaves = 8;   // that one value may bring
+
+// The document with another value in that place, or with none. What is beside the way there is shared, so that nothing
+// that a conversion has shared changes.
+Tree with(json_t* document, const Names& names, json_t* value, size_t depth = 0) {
+    if (depth == names.size()) return Tree{json_incref(value)};
+    const std::string& name = names[depth];
+    Tree copy{json_copy(document)};
+    Tree inner = with(at(document, {name}), names, value, depth + 1);
+    if (json_is_array(document))
+        json_array_set_new(copy.get(), std::strtoul(name.c_str(), nullptr, 10), inner.release());
+    else if (inner == nullptr)
+        json_object_del(copy.get(), name.c_str());
+    else
+        json_object_set_new(copy.get(), name.c_str(), inner.release());
+    return copy;
+}
+
+// The members of each object in the order in which tables read them.
+class ReadingOrder : public Watcher {
+public:
+    using Order = std::map<json_t*, std::vector<std::string>>;
+
+    void see(const RowRun& run) override {
+        auto& names = order_[run.object];
+        const std::string name{run.name.view()};
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+    }
+    Order take() { return std::move(order_); }
+
+private:
+    Order order_;
+};
+
+// Those that tables read, then the others; positions of an array.
+std::vector<std::string> members(const ReadingOrder::Order& order, json_t* object) {
+    std::vector<std::string> names;
+    const auto known = order.find(object);
+    if (known != order.end())
+        for (const std::string& name : known->second)
+            if (json_object_get(object, name.c_str()) != nullptr) names.push_back(name);
+    const char* name;
+    json_t* member;
+    json_object_foreach(object, name, member) if (std::find(names.begin(), names.end(), name) == names.end())
+        names.emplace_back(name);
+    for (size_t position = 0; position < json_array_size(object); ++position) names.push_back(std::to_string(position));
+    return names;
+}
+
+template <class Visit>
+void walk_in_order(const ReadingOrder::Order& order, json_t* value, Names& names, const Visit& visit) {
+    for (const std::string& name : members(order, value)) {
+        names.push_back(name);
+        json_t* const member = at(value, {name});
+        if (visit(names, member)) walk_in_order(order, member, names, visit);
+        names.pop_back();
+    }
+}
+
+std::string common_container(const std::vector<std::string>& places) {
+    Names common = names_of(places.front());
+    for (const std::string& place : places) {
+        const Names names = names_of(place);
+        size_t length = 0;
+        while (length < std::min(common.size(), names.size()) && common[length] == names[length]) ++length;
+        common.resize(length);
+    }
+    return pointer_of(common) + "/**";
+}
+
+void add_once(std::vector<std::string>& places, const std::string& place) {
+    if (std::find(places.begin(), places.end(), place) == places.end()) places.push_back(place);
+}
+
+}  // namespace
+
+Answer Asker::answer(const Subject& subject) {
+    return convert(subject.side, subject.document, subject.flags);
+}
+
+Answer Asker::answer_with(const Subject& subject, const Names& names, json_t* value) {
+    const Tree document = with(subject.document, names, value);
+    return answer({subject.side, subject.flags, document.get()});
+}
+
+std::string Asker::result_place(const Subject& subject, json_t* result, const Names& names) const {
+    return names_.place(other(subject.side), {base_.result.get(), result}, names);
+}
+
+// Those that every place is asked with, what stands there, and what is known to be chosen there.
+std::vector<Tree> Asker::probes_of(const Subject& subject, const Spot& spot) const {
+    std::vector<Tree> probes = probes_of_every_type();
+    for (const std::string& sample : texts_.samples()) probes.push_back(string(sample));
+    const auto add = [&probes](json_t* value) {
+        const auto is_same = [value](const Tree& probe) { return json_equal(probe.get(), value) != 0; };
+        if (std::none_of(probes.begin(), probes.end(), is_same)) probes.emplace_back(json_incref(value));
+    };
+    const Path path = path_to(subject.document, spot.names);
+    for (const Row& row : rows_) {
+        if (!row.says("values") || !row.is_of(subject.side) || !row.matches(path)) continue;
+        size_t position;
+        json_t* value;
+        json_array_foreach(row["values"], position, value) add(value);
+    }
+    add(path.back().value);
+    return probes;
+}
+
+namespace {
+
+struct Asked {
+    Tree value;  // null for none
+    Answer answer;
+};
+
+// The place of the result that tells most of the values apart; of two the innermost, or the one with the same name.
+Names telling_place(const std::vector<Asked>& asked, const std::set<Names>& places, json_t* base, const Names& names) {
+    Names best;
+    size_t most = 0;
+    for (const Names& place : places) {
+        size_t count = 0;
+        for (const Asked& one : asked)
+            if (one.answer.is_silent()) {
+                json_t* const now = at(one.answer.result.get(), place);
+                json_t* const before = at(base, place);
+                count += 100 * (now == nullptr || before == nullptr ? now != before : json_equal(now, before) == 0);
+            }
+        if (count > 0) count += 2 * place.size() + (place.back() == names.back() ? 1 : 0);
+        if (count <= most) continue;
+        most = count;
+        best = place;
+    }
+    return best;
+}
+
+// Whether a text is the name of a member of the result.
+bool is_name(json_t* value, json_t* result, const Names& place) {
+    if (!json_is_string(value) || json_string_length(value) == 0 || place.empty()) return false;
+    Names member = place;
+    member.back() = json_string_value(value);
+    const Names above{place.begin(), place.end() - 1};
+    return json_is_object(at(result, above)) && at(result, member) != nullptr;
+}
+
+bool is_member_of_text(json_t* value, json_t* text, const std::string& name) {
+    const Tree object{json_loads(json_is_string(text) ? json_string_value(text) : "", 0, nullptr)};
+    json_t* const member = json_object_get(object.get(), name.c_str());
+    return member != nullptr && json_equal(member, value) != 0;
+}
+
+// The container that a JSON text has become.
+bool is_json_of(json_t* value, json_t* result) {
+    const Tree parsed{json_loads(json_is_string(value) ? json_string_value(value) : "", 0, nullptr)};
+    return parsed != nullptr && json_equal(parsed.get(), result) != 0;
+}
+
+struct Seen {
+    std::string name;
+    Names place;                 // where the results differ
+    std::set<std::string> keys;  // the names that messages may show
+    bool are_names = false;      // the values are names of members of the result
+    bool is_in_text = false;     // the result is a JSON text with the value in it
+    bool is_all = false;         // results are not looked at
+};
+
+Replies replies_of(const Texts& texts, const std::vector<Asked>& asked, const Seen& seen) {
+    Replies replies{texts};
+    for (const Asked& one : asked) {
+        json_t* const value = one.value.get();
+        Reply reply{Tree{json_incref(value)}, nullptr, ""};
+        if (!one.answer.is_silent()) {
+            reply.message = one.answer.messages.empty() ? "rejected" : one.answer.messages.front().text;
+            for (const std::string& key : seen.keys) {
+                const std::string quoted = "\"" + key + "\"";
+                const size_t found = reply.message.find(quoted);
+                if (found != std::string::npos) reply.message.replace(found, quoted.size(), "\"KEY\"");
+            }
+        } else if (seen.is_all) {
+            reply.result.reset(json_incref(value));
+        } else if (seen.are_names) {
+            if (is_name(value, one.answer.result.get(), seen.place)) reply.result = string("its member");
+        } else if (seen.is_in_text) {
+            const bool is_there = is_member_of_text(value, at(one.answer.result.get(), seen.place), seen.name);
+            if (is_there) reply.result = string("a member of that text");
+        } else if (!seen.place.empty()) {
+            reply.result.reset(json_incref(at(one.answer.result.get(), seen.place)));
+        }
+        replies.add(std::move(reply));
+    }
+    return replies;
+}
+
+size_t leaves(json_t* value) {
+    size_t count = json_is_object(value) || json_is_array(value) ? 0 : 1;
+    const char* name;
+    json_t* member;
+    json_object_foreach(value, name, member) count += leaves(member);
+    for (size_t position = 0; position < json_array_size(value); ++position)
+        count += leaves(json_array_get(value, position));
+    return count;
+}
+
+// Without the containers of others among them, and without the lengths of lists.
+std::vector<std::string> innermost(const std::vector<std::string>& places) {
+    std::vector<std::string> inner;
+    for (const std::string& place : places)
+        if ((places.size() == 1 || !place.ends_with("/max_instance")) &&
+            std::none_of(places.begin(), places.end(),
+                         [&](const std::string& one) { return one.starts_with(place + "/"); }))
+            inner.push_back(place);
+    return inner;
+}
+
+// Neighbours among the integers of which one is taken and one is not, where there are few: bounds of a range.
+std::vector<std::pair<json_int_t, json_int_t>> bounds(const std::vector<Asked>& asked) {
+    std::map<json_int_t, bool> taken;
+    for (const Asked& one : asked) {
+        const json_int_t number = json_integer_value(one.value.get());
+        if (json_is_integer(one.value.get()) && number >= INT32_MIN && number <= INT32_MAX)
+            taken[number] = one.answer.is_silent();
+    }
+    std::vector<std::pair<json_int_t, json_int_t>> found;
+    const std::pair<const json_int_t, bool>* before = nullptr;
+    for (const auto& number : taken) {
+        if (before != nullptr && before->second != number.second)
+            found.emplace_back(number.second ? number.first : before->first,
+                               number.second ? before->first : number.first);
+        before = &number;
+    }
+    return found.size() > 2 ? std::vector<std::pair<json_int_t, json_int_t>>{} : found;
+}
+
+}  // namespace
+
+Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
+    Finding finding;
+    finding.place = spot.place;
+    json_t* const value = at(subject.document, spot.names);
+    finding.example.reset(json_incref(value));
+    std::vector<Asked> asked;
+    std::set<Names> places;
+    Seen seen;
+    seen.name = spot.names.back();
+    seen.keys.insert(seen.name);
+    const auto ask = [&](Tree probe) {
+        const auto is_same = [&](const Asked& one) { return json_equal(one.value.get(), probe.get()) != 0; };
+        if (std::any_of(asked.begin(), asked.end(), is_same)) return;
+        Answer given = answer_with(subject, spot.names, probe.get());
+        if (given.is_silent())
+            for (const Names& place : changes(base_.result.get(), given.result.get())) {
+                if (place.empty()) continue;
+                if (!places.insert(place).second) continue;
+                seen.keys.insert(place.back());
+                add_once(finding.results, result_place(subject, given.result.get(), place));
+            }
+        asked.push_back({std::move(probe), std::move(given)});
+    };
+    for (Tree& probe : probes_of(subject, spot)) ask(std::move(probe));
+    for (const auto& [taken, refused] : bounds(asked)) {
+        json_int_t inside = taken;
+        json_int_t outside = refused;
+        while (std::abs(inside - outside) > 1) {
+            const json_int_t middle = inside + (outside - inside) / 2;
+            ask(integer(middle));
+            (asked.back().answer.is_silent() ? inside : outside) = middle;
+        }
+    }
+    const bool is_member = json_is_object(at(subject.document, {spot.names.begin(), spot.names.end() - 1}));
+    if (is_member && spot.place.back() != '*') ask(nullptr);
+
+    finding.is_dropped = places.empty();
+    const auto look = [&] {
+        finding.results = innermost(finding.results);
+        seen.place = telling_place(asked, places, base_.result.get(), spot.names);
+        const Names above{seen.place.begin(), seen.place.empty() ? seen.place.end() : seen.place.end() - 1};
+        if (is_json_of(value, at(base_.result.get(), above))) seen.place = above;
+        seen.is_in_text = is_member_of_text(value, at(base_.result.get(), seen.place), seen.name);
+        seen.are_names =
+            is_name(value, base_.result.get(), seen.place) && seen.place.back() == json_string_value(value);
+        seen.is_all = false;
+        const bool is_large = !seen.place.empty() && leaves(at(base_.result.get(), seen.place)) > kMostLeaves;
+        finding.is_name = seen.are_names;
+        finding.is_selector = !seen.are_names && (finding.results.size() > kMostResults || is_large);
+        if (finding.is_selector) seen.is_all = true;
+    };
+    look();
+    if (!seen.are_names && !seen.is_all && replies_of(texts_, asked, seen).has_codes()) {
+        for (const std::string& literal : texts_.literals()) ask(string(literal));
+        look();
+    }
+    if (finding.is_selector) finding.results = {common_container(finding.results)};
+    if (finding.is_name) finding.results = {result_place(subject, base_.result.get(), seen.place)};
+    finding.behaviour = replies_of(texts_, asked, seen).behaviour();
+    return finding;
+}
+
+// Whether any value at all is in the result as it is.
+bool Asker::is_carried_whole(const Subject& subject, const Spot& spot, Finding& finding) {
+    std::set<Names> first;
+    for (const Tree& probe : {string("as it is"), integer(7), Tree{json_null()}}) {
+        const Answer given = answer_with(subject, spot.names, probe.get());
+        if (!given.is_silent()) return false;
+        const std::set<Names> places = changes(base_.result.get(), given.result.get());
+        if (places.empty() || (!first.empty() && places != first)) return false;
+        for (const Names& place : places) {
+            if (json_equal(at(given.result.get(), place), probe.get()) == 0) return false;
+            add_once(finding.results, result_place(subject, given.result.get(), place));
+        }
+        first = places;
+    }
+    return are_members_carried(subject, spot.names, *first.begin());
+}
+
+// Whether what is inside comes with it, and nothing of that is converted.
+bool Asker::are_members_carried(const Subject& subject, const Names& names, const Names& result) {
+    json_t* const value = at(subject.document, names);
+    std::vector<Tree> changed;
+    for (const Tree& probe : {string("as it is"), string("7"), integer(7), Tree{json_null()}, Tree{json_true()}})
+        for (const std::string& name : members({}, value)) changed.push_back(with(value, {name}, probe.get()));
+    if (json_is_object(value)) changed.push_back(with(value, {"of no name"}, string("as it is").get()));
+    for (const Tree& one : changed) {
+        const Answer given = answer_with(subject, names, one.get());
+        if (!given.is_silent() || json_equal(at(given.result.get(), result), one.get()) == 0) return false;
+    }
+    const auto is_carried = [&](const std::string& name) {
+        Names inside = names;
+        Names carried = result;
+        inside.push_back(name);
+        carried.push_back(name);
+        return json_is_string(at(value, {name})) || are_members_carried(subject, inside, carried);
+    };
+    const auto inner = members({}, value);
+    return std::all_of(inner.begin(), inner.end(), is_carried);
+}
+
+Finding Asker::of_container(const Subject& subject, const Spot& spot) {
+    Finding finding;
+    finding.place = spot.place;
+    finding.is_whole = is_carried_whole(subject, spot, finding);
+    if (finding.is_whole) {
+        Replies replies{texts_};
+        for (const Tree& probe : probes_of_every_type())
+            replies.add({Tree{json_incref(probe.get())}, Tree{json_incref(probe.get())}, ""});
+        replies.add({string(""), string(""), ""});
+        finding.behaviour = replies.behaviour();
+        finding.example.reset(json_incref(at(subject.document, spot.names)));
+        return finding;
+    }
+    finding.results.clear();
+    finding.container = names_.container(subject.side, spot.place, path_to(subject.document, spot.names));
+    std::vector<Asked> asked;
+    const bool is_member = json_is_object(at(subject.document, {spot.names.begin(), spot.names.end() - 1}));
+    if (is_member && spot.place.back() != '*' && spot.place.back() != ']')
+        asked.push_back({nullptr, answer_with(subject, spot.names, nullptr)});
+    if (finding.container == "object") {
+        const Tree extra = string("as it is");
+        Names member = spot.names;
+        member.push_back("of no name");
+        const Answer given = answer_with(subject, member, extra.get());
+        for (const Names& place : changes(base_.result.get(), given.result.get()))
+            finding.carries_others |= place.back() == member.back();
+    }
+    finding.behaviour = replies_of(texts_, asked, {spot.names.back(), {}, {spot.names.back()}}).behaviour();
+    return finding;
+}
+
+void Asker::keep(Finding finding, std::vector<Finding>& findings) {
+    // Another form of its section may treat a place in another way, and then it leads elsewhere.
+    const auto is_another_form = [&](const Finding& one) {
+        const auto is_result = [&](const std::string& place) {
+            return std::find(one.results.begin(), one.results.end(), place) != one.results.end();
+        };
+        return !one.is_dropped && !finding.is_dropped &&
+               json_equal(one.behaviour.get(), finding.behaviour.get()) == 0 &&
+               std::none_of(finding.results.begin(), finding.results.end(), is_result);
+    };
+    const auto known = std::find_if(findings.begin(), findings.end(), [&](const Finding& one) {
+        return one.place == finding.place && one.container == finding.container && !is_another_form(one);
+    });
+    if (known == findings.end()) {
+        findings.push_back(std::move(finding));
+    } else if (known->is_dropped && !finding.is_dropped) {
+        *known = std::move(finding);
+    } else if (!finding.is_selector && !known->is_selector) {
+        for (const std::string& place : finding.results) add_once(known->results, place);
+    }
+}
+
+// Converts the document as it is, and keeps the words of tables and the order in which they read.
+ReadingOrder::Order watch(const Subject& subject, Answer& answer, std::map<Names, std::string>& words) {
+    ReadingOrder order;
+    WordPlaces places{subject.side, subject.document};
+    answer = convert(subject.side, subject.document, subject.flags);
+    Path path;
+    walk(subject.document, path, [&](const Path& here, json_t*) {
+        Names names;
+        for (const Step& step : here) names.push_back(step.name);
+        for (const std::string& word : word_names())
+            if (places.has(here, word)) words[names] = word;
+    });
+    return order.take();
+}
+
+void Asker::find_types(const Subject& subject) {
+    base_ = answer(subject);
+    Names names;
+    walk_in_order({}, subject.document, names, [&](const Names& at_names, json_t* value) {
+        if (at_names.back() != "type" || !json_is_string(value)) return json_is_object(value) || json_is_array(value);
+        const Names entry{at_names.begin(), at_names.end() - 1};
+        const Names container{entry.begin(), entry.end() - 1};
+        const std::string place = names_.place(subject.side, {subject.document}, container);
+        const Answer given = answer_with(subject, at_names, string("of no type").get());
+        const std::set<Names> places = changes(base_.result.get(), given.result.get());
+        const bool is_carried = std::all_of(places.begin(), places.end(), [&](const Names& changed) {
+            return json_is_string(at(given.result.get(), changed));
+        });
+        const std::string name = names_.place(subject.side, {subject.document}, entry);
+        if (!is_carried && name.ends_with("/*")) names_.tell_by_type(subject.side, place);
+        return false;
+    });
+}
+
+void Asker::ask(const Subject& subject, std::vector<Finding>& findings) {
+    std::map<Names, std::string> words;
+    const ReadingOrder::Order order = watch(subject, base_, words);
+    if (!base_.is_silent()) {
+        std::fprintf(stderr, "a document to ask is not converted in silence: %s\n",
+                     base_.messages.empty() ? "rejected" : base_.messages.front().text.c_str());
+        std::exit(1);
+    }
+    Names names;
+    walk_in_order(order, subject.document, names, [&](const Names& at_names, json_t* value) {
+        const Names above{at_names.begin(), at_names.end() - 1};
+        if (at_names.back() == "max_instance" && is_numbered_list(at(subject.document, above))) return false;
+        const Spot spot{at_names, names_.place(subject.side, {subject.document}, at_names)};
+        const bool is_container = json_is_object(value) || json_is_array(value);
+        if (whole_.count({subject.side, spot.place}) != 0) return false;
+        if (asked_[{subject.side, spot.place}]++ >= kMostEntries) return is_container;
+        Finding finding = is_container ? of_container(subject, spot) : of_leaf(subject, spot);
+        const bool goes_on = is_container && !finding.is_whole;
+        if (finding.is_whole) whole_.insert({subject.side, spot.place});
+        finding.word = words[at_names];
+        keep(std::move(finding), findings);
+        return goes_on;
+    });
+}
+
+}  // namespace describe

@@ -1,0 +1,325 @@
+// A rule is tried on all values of a type: the one with the fewest exceptions is what they do.
+#include "behaviour.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <optional>
+
+#include "k_str.h"
+
+namespace describe {
+
+namespace {
+
+constexpr size_t kMostCodes = 40;
+constexpr size_t kSamples = 6;  // of what can be said in no other way
+const char* const kTypes[] = {"object", "array", "string", "integer", "real", "boolean", "boolean", "null"};
+
+bool same(json_t* one, json_t* other) {
+    return one == nullptr || other == nullptr ? one == other : json_equal(one, other) != 0;
+}
+
+using Texted = int (*)(const char*, char**);
+Tree coded(json_t* value, Texted code) {
+    char* text = nullptr;
+    if (!json_is_string(value) || code(json_string_value(value), &text) < 0) return nullptr;
+    Tree result{json_string(text)};
+    std::free(text);
+    return result;
+}
+
+Tree number_of(json_t* value) {
+    char* end = nullptr;
+    const char* const text = json_string_value(value);
+    if (text == nullptr || *text == '\0') return nullptr;
+    const long long number = std::strtoll(text, &end, 10);
+    return *end == '\0' ? integer(number) : nullptr;
+}
+
+Tree digits_of(json_t* value, size_t longest) {
+    if (!json_is_integer(value)) return nullptr;
+    return string(std::to_string(json_integer_value(value)).substr(0, longest));
+}
+
+Tree switch_of(json_t* value) {
+    if (json_is_integer(value)) return Tree{json_boolean(json_integer_value(value) != 0)};
+    const char* const text = json_string_value(value);
+    if (text == nullptr) return nullptr;
+    return Tree{json_boolean(std::strcmp(text, "1") == 0 || std::strcmp(text, "true") == 0)};
+}
+
+struct Rule {
+    const char* name;
+    std::function<Tree(json_t*)> apply;  // null: nothing is written
+};
+
+const std::vector<Rule>& rules() {
+    static const std::vector<Rule> all = {
+        {"itself", [](json_t* value) { return Tree{json_incref(value)}; }},
+        {"nothing", [](json_t*) { return Tree{}; }},
+        {"its number", number_of},
+        {"its digits", [](json_t* value) { return digits_of(value, std::string::npos); }},
+        {"the first seven of its digits", [](json_t* value) { return digits_of(value, 7); }},
+        {"true or false", switch_of},
+        {"\"1\" or \"0\"",
+         [](json_t* value) { return json_is_boolean(value) ? string(json_is_true(value) ? "1" : "0") : Tree{}; }},
+        {"itself, ended by |",
+         [](json_t* value) {
+             return json_is_string(value) ? string(std::string{json_string_value(value)} + "|") : Tree{};
+         }},
+        {"its JSON",
+         [](json_t* value) {
+             return Tree{json_loads(json_is_string(value) ? json_string_value(value) : "", 0, nullptr)};
+         }},
+        {"a member of that text", [](json_t*) { return string("a member of that text"); }},
+        {"its member", [](json_t*) { return string("its member"); }},
+        {"its base64", [](json_t* value) { return coded(value, k_str_base64_encode); }},
+        {"its plain text", [](json_t* value) { return coded(value, k_str_base64_decode); }},
+        {"itself as the only entry",
+         [](json_t* value) { return Tree{json_pack("{s:{s:O}, s:i}", "1", "name", value, "max_instance", 1)}; }},
+    };
+    return all;
+}
+
+using Chosen = std::vector<const Reply*>;
+
+struct Said {
+    Tree gives;
+    Chosen but;
+};
+
+Said what_they_give(const Chosen& taken) {
+    Said best;
+    bool is_found = false;
+    const auto consider = [&](Tree name, const std::function<Tree(json_t*)>& apply) {
+        Chosen but;
+        for (const Reply* reply : taken)
+            if (!same(apply(reply->value.get()).get(), reply->result.get())) but.push_back(reply);
+        if (is_found ? but.size() >= best.but.size() : but.size() > taken.size() / 2) return;
+        is_found = true;
+        best = {std::move(name), std::move(but)};
+    };
+    for (const Rule& rule : rules()) consider(string(rule.name), rule.apply);
+    for (const Reply* reply : taken)
+        if (reply->result != nullptr && taken.size() > 1 && (!is_found || !best.but.empty()))
+            consider(Tree{json_pack("{s:O}", "value", reply->result.get())},
+                     [reply](json_t*) { return Tree{json_incref(reply->result.get())}; });
+    if (!is_found) best = {nullptr, taken};
+    if (best.but.size() <= kMostCodes) return best;
+    best.gives = string("something else");
+    best.but.resize(kSamples);
+    return best;
+}
+
+Tree pairs(const Chosen& replies) {
+    Tree list{json_array()};
+    for (const Reply* reply : replies) {
+        Tree pair{json_pack("[O]", reply->value.get())};
+        if (reply->result != nullptr) json_array_append(pair.get(), reply->result.get());
+        json_array_append_new(list.get(), pair.release());
+    }
+    return list;
+}
+
+Tree values_of(const Chosen& replies) {
+    Tree list{json_array()};
+    for (const Reply* reply : replies) json_array_append(list.get(), reply->value.get());
+    return list;
+}
+
+const TextKind* kind_of(const Texts& texts, const Chosen& taken, const Chosen& refused) {
+    const auto matches = [](const Reply* reply, const TextKind& kind) {
+        return std::regex_match(json_string_value(reply->value.get()), kind.expression);
+    };
+    for (const TextKind& kind : texts.kinds()) {
+        const auto is_one = [&](const Reply* reply) { return matches(reply, kind); };
+        if (std::all_of(taken.begin(), taken.end(), is_one) && std::none_of(refused.begin(), refused.end(), is_one))
+            return &kind;
+    }
+    return nullptr;
+}
+
+bool is_of_32_bits(json_int_t number) {
+    return number >= INT32_MIN && number <= INT32_MAX;
+}
+
+json_int_t number(const Reply* reply) {
+    return json_integer_value(reply->value.get());
+}
+
+// Integers that are taken without a gap have a least and a greatest one. Greater ones than 32 bits hold are cut.
+Tree range_of(const Chosen& taken, const Chosen& refused) {
+    const auto of_32_bits = [](const Chosen& replies) {
+        Chosen chosen;
+        for (const Reply* reply : replies)
+            if (is_of_32_bits(number(reply))) chosen.push_back(reply);
+        return chosen;
+    };
+    const auto by_number = [](const Reply* a, const Reply* b) { return number(a) < number(b); };
+    const Chosen inside = of_32_bits(taken);
+    if (inside.empty()) return nullptr;
+    const json_int_t least = number(*std::min_element(inside.begin(), inside.end(), by_number));
+    const json_int_t greatest = number(*std::max_element(inside.begin(), inside.end(), by_number));
+    bool is_below = false;
+    bool is_above = false;
+    for (const Reply* reply : of_32_bits(refused)) {
+        if (number(reply) > least && number(reply) < greatest) return nullptr;
+        is_below = is_below || number(reply) < least;
+        is_above = is_above || number(reply) > greatest;
+    }
+    Tree range{json_object()};
+    if (is_below) json_object_set_new(range.get(), "from", json_integer(least));
+    if (is_above) json_object_set_new(range.get(), "to", json_integer(greatest));
+    return range;
+}
+
+Tree what_they_take(const Texts& texts, const char* type, const Chosen& taken, const Chosen& refused) {
+    if (std::strcmp(type, "string") == 0)
+        if (const TextKind* kind = kind_of(texts, taken, refused))
+            return Tree{json_pack("{s:s}", "texts", kind->name.c_str())};
+    if (std::strcmp(type, "integer") == 0)
+        if (Tree range = range_of(taken, refused)) return range;
+    if (taken.size() <= kMostCodes) return Tree{json_pack("{s:o}", "values", values_of(taken).release())};
+    return Tree{json_pack("{s:b}", "some", 1)};
+}
+
+void replace_all(std::string& text, const std::string& what, const std::string& with) {
+    for (size_t found = text.find(what); !what.empty() && found != std::string::npos;
+         found = text.find(what, found + with.size()))
+        text.replace(found, what.size(), with);
+}
+
+std::string shown(json_t* value) {
+    return json_is_integer(value) ? std::to_string(json_integer_value(value)) : json_string_value(value);
+}
+
+// Each message once, whatever value it shows: what stands for a long one is found out first, and then put to the test
+// with the others.
+Tree messages_of(const Chosen& refused) {
+    constexpr size_t kLong = 5;
+    std::vector<std::string> general;
+    const auto add = [&](const std::string& message) {
+        if (std::find(general.begin(), general.end(), message) == general.end()) general.push_back(message);
+    };
+    const auto is_shown = [](const Reply* reply) {
+        return json_is_string(reply->value.get()) || json_is_integer(reply->value.get());
+    };
+    // Jansson's number of the type.
+    const auto shows_type = [](const Reply* reply) {
+        return reply->message.ends_with(" is " + std::to_string(json_typeof(reply->value.get())));
+    };
+    if (!refused.empty() && std::all_of(refused.begin(), refused.end(), shows_type)) {
+        std::string message = refused.front()->message;
+        message.replace(message.size() - 1, 1, "TYPE");
+        return Tree{json_pack("[s]", message.c_str())};
+    }
+    for (const Reply* reply : refused) {
+        if (!is_shown(reply) || shown(reply->value.get()).size() < kLong) continue;
+        std::string message = reply->message;
+        replace_all(message, shown(reply->value.get()), json_is_string(reply->value.get()) ? "TEXT" : "N");
+        add(message);
+    }
+    for (const Reply* reply : refused) {
+        const auto says_it = [&](std::string message) {
+            if (is_shown(reply))
+                replace_all(message, json_is_string(reply->value.get()) ? "TEXT" : "N", shown(reply->value.get()));
+            return message == reply->message;
+        };
+        if (std::none_of(general.begin(), general.end(), says_it)) add(reply->message);
+    }
+    Tree list{json_array()};
+    for (const std::string& message : general) json_array_append_new(list.get(), json_string(message.c_str()));
+    return list;
+}
+
+struct OfType {
+    Chosen taken;
+    Chosen refused;
+};
+
+OfType of_type(const std::vector<Reply>& replies, const char* type) {
+    OfType found;
+    for (const Reply& reply : replies) {
+        if (reply.value == nullptr || std::strcmp(kTypes[json_typeof(reply.value.get())], type) != 0) continue;
+        (reply.message.empty() ? found.taken : found.refused).push_back(&reply);
+    }
+    return found;
+}
+
+Tree said_of(const Texts& texts, const char* type, const OfType& replies) {
+    Tree said{json_object()};
+    if (!replies.taken.empty()) {
+        if (!replies.refused.empty())
+            json_object_set_new(said.get(), "takes",
+                                what_they_take(texts, type, replies.taken, replies.refused).release());
+        Said what = what_they_give(replies.taken);
+        const bool is_itself = what.gives != nullptr && same(what.gives.get(), string("itself").get());
+        if (what.gives != nullptr && !is_itself) json_object_set_new(said.get(), "gives", what.gives.release());
+        if (!what.but.empty()) json_object_set_new(said.get(), "but", pairs(what.but).release());
+    } else {
+        json_object_set_new(said.get(), "takes", json_object());
+        json_object_set_new(json_object_get(said.get(), "takes"), "values", json_array());
+    }
+    if (!replies.refused.empty()) json_object_set_new(said.get(), "says", messages_of(replies.refused).release());
+    return said;
+}
+
+// Types of which the same is said stand together.
+void add_said(json_t* list, const char* type, json_t* said) {
+    size_t at;
+    json_t* entry;
+    json_array_foreach(list, at, entry) {
+        Tree rest{json_copy(entry)};
+        json_object_del(rest.get(), "of");
+        if (json_equal(rest.get(), said) == 0) continue;
+        json_array_append_new(json_object_get(entry, "of"), json_string(type));
+        return;
+    }
+    Tree entry_with{json_pack("{s:[s]}", "of", type)};
+    json_object_update(entry_with.get(), said);
+    json_array_append_new(list, entry_with.release());
+}
+
+}  // namespace
+
+bool Replies::has_codes() const {
+    const OfType texts = of_type(replies_, "string");
+    if (texts.taken.empty()) return false;
+    const bool is_one_kind = texts.refused.empty() || kind_of(texts_, texts.taken, texts.refused) != nullptr;
+    return !is_one_kind || (texts.refused.empty() && what_they_give(texts.taken).but.size() > 1);
+}
+
+bool Replies::is_carried() const {
+    return std::all_of(replies_.begin(), replies_.end(), [](const Reply& reply) {
+        return reply.message.empty() && same(reply.value.get(), reply.result.get());
+    });
+}
+
+bool Replies::is_dropped() const {
+    return std::all_of(replies_.begin(), replies_.end(), [this](const Reply& reply) {
+        return reply.message.empty() && same(reply.result.get(), replies_.front().result.get());
+    });
+}
+
+Tree Replies::behaviour() const {
+    Tree list{json_array()};
+    for (const char* type : {"string", "integer", "real", "boolean", "null", "array", "object"}) {
+        const OfType replies = of_type(replies_, type);
+        if (!replies.taken.empty() || !replies.refused.empty())
+            add_said(list.get(), type, said_of(texts_, type, replies).get());
+    }
+    for (const Reply& reply : replies_) {
+        if (reply.value != nullptr || (reply.message.empty() && reply.result == nullptr)) continue;
+        Tree said{json_pack("{s:[s]}", "of", "absent")};
+        if (!reply.message.empty()) json_object_set_new(said.get(), "says", json_pack("[s]", reply.message.c_str()));
+        if (reply.result != nullptr)
+            json_object_set_new(said.get(), "gives", json_pack("{s:O}", "value", reply.result.get()));
+        json_array_append(list.get(), said.get());
+    }
+    return list;
+}
+
+}  // namespace describe
