@@ -26,6 +26,9 @@ struct Options {
     bool partial = false;
     bool force = false;
     bool as_is = false;
+    bool losses = false;
+    bool strict = false;
+    bool json = false;
     bool exit_code = false;
     std::string topic;  // the command that help is asked for
 

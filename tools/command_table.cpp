@@ -84,6 +84,18 @@ constexpr Option kMergePatch{"merge-patch", 0, nullptr,  Names::kNothing, flag<&
                             "Print it as a JSON Merge Patch, which cannot say null, not as a JSON Patch"};
 constexpr Option kPartial  {"partial",  0,  nullptr,     Names::kNothing, flag<&Options::partial>,
                             "Write what can be converted of a rejected document; exit with 1", nullptr, &kBase};
+constexpr Option kLosses   {"losses",   0,  nullptr,     Names::kNothing, flag<&Options::losses>,
+                            "Warn of what the other layout will not hold"};
+constexpr Option kStrict   {"strict",   0,  nullptr,     Names::kNothing, flag<&Options::strict>,
+                            "Reject a configuration with any warning or loss", nullptr, &kPartial};
+constexpr Option kFromOld  {"to-new",   0,  nullptr,     Names::kNothing, flag<&Options::to_new>,
+                            "Ask about the new layout, whatever the configuration looks like"};
+constexpr Option kFromNew  {"to-old",   0,  nullptr,     Names::kNothing, flag<&Options::to_old>,
+                            "Ask about the old layout", nullptr, &kFromOld};
+constexpr Option kJson     {"json",     0,  nullptr,     Names::kNothing, flag<&Options::json>,
+                            "Print a JSON object a line"};
+constexpr Option kExitCodeOfLosses{"exit-code", 0, nullptr, Names::kNothing, flag<&Options::exit_code>,
+                            "Exit with 1 when anything is lost"};
 constexpr Option kForce    {"force",    0,  nullptr,     Names::kNothing, flag<&Options::force>,
                             "Convert whatever layout the configuration is of"};
 constexpr Option kAsIs     {"as-is",    0,  nullptr,     Names::kNothing, flag<&Options::as_is>,
@@ -122,10 +134,16 @@ constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&
 constexpr const Option* kDirections[] = {&kToNew, &kToOld};
 constexpr const Option* kDirectionsOrAuto[] = {&kToNew, &kToOld, &kAuto};
 constexpr const Option* kOfToNew[] = {
-    &kBase, &kChangeAsMergePatch, &kPartial, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
+    &kBase, &kChangeAsMergePatch, &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
     &kShowSecrets, &kHelp};
 constexpr const Option* kOfEitherWay[] = {
-    &kPartial, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
+    &kShowSecrets, &kHelp};
+constexpr const Option* kOfLosses[] = {
+    &kFromOld, &kFromNew, &kJson, &kExitCodeOfLosses, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor,
+    &kShowSecrets, &kHelp};
+constexpr const Option* kOfCheck[] = {
+    &kFromOld, &kFromNew, &kJson, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSection[] = {
     &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kPartial, &kAsIs, &kForce, &kOutput, &kCompact, &kIndent,
     &kErrors, &kColor, &kShowSecrets, &kHelp};
@@ -178,6 +196,16 @@ constexpr Command kCommands[] = {
      "One with an object \"Device\" is in the new layout, any other in the old one. Of an old one the need for "
      "--dsl-vlan is found out.",
      "kcnvrt convert gateway.json -o converted.json", convert},
+    {"losses", "List what of a configuration the other layout will not hold",
+     kEitherFile, {}, kOfLosses,
+     "It is what does not come back as it was: dropped (nothing uses it), cut (its beginning comes back), changed, "
+     "defaulted (comes back although it was not there), renumbered (an entry of a list). Of a rejected configuration "
+     "it is what the rest loses that can be converted, and standard error says why it is rejected.",
+     "kcnvrt losses gateway.old.json", losses},
+    {"check", "Say what a conversion would report and lose, and convert nothing",
+     kEitherFile, {}, kOfCheck,
+     "Problems and losses go to standard output. Silent with exit status 0 when there is nothing to say, otherwise 1.",
+     "kcnvrt check gateway.json && kcnvrt convert gateway.json -o new.json", check},
     {"section", "Convert one section of a configuration",
      kSectionAndFile, kDirections, kOfSection,
      "kcnvrt sections lists the names. A whole configuration has the section taken out, which a note tells; --as-is "

@@ -1,98 +1,16 @@
 #include "commands.h"
 
 #include <k_cnvrt.h>
-#include <k_cnvrt_text.h>
 
 #include <algorithm>
-#include <new>
 
+#include "answer.h"
 #include "diagnostics.h"
 #include "output.h"
-#include "result.h"
 
 namespace kcnvrt {
 
 namespace {
-
-constexpr int kReadableIndent = 4;
-
-// What a command asks of the text layer, and of which files.
-struct Question {
-    uint32_t operation;
-    const char* section;
-    const std::string* text;
-    const std::string* other;  // null where there is none
-};
-
-uint32_t flags_of(const Options& options) {
-    uint32_t flags = 0;
-    if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
-    if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
-    if (options.partial) flags |= K_TEXT_PARTIAL;
-    if (options.force) flags |= K_TEXT_FORCE;
-    if (options.as_is) flags |= K_TEXT_AS_IS;
-    if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
-    return flags;
-}
-
-int indent_of(const Options& options) {
-    return options.compact ? static_cast<int>(K_TEXT_COMPACT) : options.indent.value_or(kReadableIndent);
-}
-
-// What the text layer makes of a question, and the texts that its problems are about.
-struct Answer {
-    Source text;
-    Source other;
-    Result result;
-};
-
-Source read_source(const std::string* file) {
-    if (file == nullptr) return {};
-    return {*file, read_file(*file)};
-}
-
-Answer ask(const Question& question, const Options& options) {
-    Answer answer;
-    answer.text = read_source(question.text);
-    answer.other = read_source(question.other);
-    k_text_request_t request = {};
-    request.size = sizeof request;
-    request.operation = question.operation;
-    request.flags = flags_of(options);
-    request.indent = indent_of(options);
-    request.section = question.section;
-    request.text = answer.text.text.bytes.get();
-    request.text_length = answer.text.text.size;
-    request.other = answer.other.text.bytes.get();
-    request.other_length = answer.other.text.size;
-    answer.result = run_request(request);
-    return answer;
-}
-
-ExitStatus exit_status_of(const k_text_result_t* result) {
-    switch (k_text_status(result)) {
-        case K_TEXT_CONVERTED:
-            return kConverted;
-        case K_TEXT_REJECTED:
-        case K_TEXT_WRONG_LAYOUT:
-            return kRejected;
-        case K_TEXT_UNREADABLE:
-            return kUnusableFile;
-        case K_TEXT_OUT_OF_MEMORY:
-            throw std::bad_alloc();
-        default:
-            return kWrongUsage;
-    }
-}
-
-// Prints what the text layer has to say, under the names of the files, and writes its output.
-ExitStatus deliver(const Answer& answer, const Options& options) {
-    Messages(options.errors, options.color).print(answer.result.get(), answer.text, answer.other);
-    const ExitStatus status = exit_status_of(answer.result.get());
-    if (k_text_output(answer.result.get(), nullptr) != nullptr)
-        write_result(options.output, options.inputs, output_of(answer.result.get()));
-    return status;
-}
 
 ExitStatus answer(const Question& question, const Options& options) {
     return deliver(ask(question, options), options);

@@ -8,6 +8,8 @@ namespace kcnvrt {
 ExitStatus to_new(const Options& options);
 ExitStatus to_old(const Options& options);
 ExitStatus convert(const Options& options);
+ExitStatus losses(const Options& options);
+ExitStatus check(const Options& options);
 ExitStatus section(const Options& options);
 ExitStatus sections(const Options& options);
 ExitStatus diff(const Options& options);

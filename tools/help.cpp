@@ -33,7 +33,10 @@ using Rows = std::vector<Row>;
 
 Rows exit_statuses() {
     return {{"0", "done, also when the reader of the result went away"},
-            {"1", "the document was rejected, or is of another layout; with --exit-code, there is a difference"},
+            {"1",
+             "the document was rejected, or is of another layout; with --exit-code, there is a difference or a loss; "
+             "check has "
+             "something to say"},
             {"2", "wrong usage"},
             {"3", "a file could not be read, parsed or written, or memory ran out"}};
 }

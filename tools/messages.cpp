@@ -132,15 +132,34 @@ const char* severity_name(uint32_t severity) {
     return look_of(severity).name;
 }
 
+Message message_of(const k_text_problem_t& problem, const Source& text, const Source& other) {
+    const Source& source = problem.which == K_TEXT_IN_OTHER ? other : text;
+    Message message;
+    message.file = problem.which == K_TEXT_IN_REQUEST ? "kcnvrt" : std::string_view(source.file);
+    message.line = problem.line;
+    message.column = problem.column;
+    message.pointer = problem.pointer;
+    message.severity = problem.severity;
+    message.function = problem.function;
+    message.text = problem.message;
+    return message;
+}
+
+void append_message(std::string& lines, const Message& message, ErrorFormat format, bool has_colors) {
+    if (format == ErrorFormat::kJson) {
+        append_json_line(lines, message);
+    } else {
+        append_text_line(lines, message, has_colors);
+    }
+}
+
 Messages::Messages(ErrorFormat format, ColorChoice color)
     : format_(format), has_colors_(stderr_has_colors(color)), shows_lines_(stderr_is_terminal()) {}
 
-void Messages::append(std::string& line, const Message& message) const {
-    if (format_ == ErrorFormat::kJson) {
-        append_json_line(line, message);
-    } else {
-        append_text_line(line, message, has_colors_);
-    }
+void Messages::print(const Message& message) const {
+    std::string line;
+    append_message(line, message, format_, has_colors_);
+    write_to_stderr(line);
 }
 
 void Messages::print(std::string_view file, std::string_view function, std::string_view text) const {
@@ -148,9 +167,7 @@ void Messages::print(std::string_view file, std::string_view function, std::stri
     message.file = file;
     message.function = function;
     message.text = text;
-    std::string line;
-    append(line, message);
-    write_to_stderr(line);
+    print(message);
 }
 
 void Messages::print(k_text_result_t* result, const Source& text, const Source& other) const {
@@ -160,16 +177,8 @@ void Messages::print(k_text_result_t* result, const Source& text, const Source& 
     problem.size = sizeof problem;
     for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i) {
         const Source& source = problem.which == K_TEXT_IN_OTHER ? other : text;
-        Message message;
-        message.file = problem.which == K_TEXT_IN_REQUEST ? "kcnvrt" : std::string_view(source.file);
-        message.line = problem.line;
-        message.column = problem.column;
-        message.pointer = problem.pointer;
-        message.severity = problem.severity;
-        message.function = problem.function;
-        message.text = problem.message;
         lines.clear();
-        append(lines, message);
+        append_message(lines, message_of(problem, text, other), format_, has_colors_);
         if (shows_lines_ && format_ == ErrorFormat::kText && problem.line != 0 &&
             shown.emplace(problem.which, problem.offset).second)
             append_excerpt(lines, result, i, source, problem.line, has_colors_);

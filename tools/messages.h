@@ -35,6 +35,12 @@ struct Source {
     Text text;
 };
 
+// Of a problem, whose texts the message borrows.
+Message message_of(const k_text_problem_t& problem, const Source& text, const Source& other);
+
+// The message on a line.
+void append_message(std::string& lines, const Message& message, ErrorFormat format, bool has_colors);
+
 class Messages {
 public:
     explicit Messages(ErrorFormat format, ColorChoice color = ColorChoice::kAuto);
@@ -45,12 +51,12 @@ public:
     // The problems of a result.
     void print(k_text_result_t* result, const Source& text, const Source& other) const;
 
+    void print(const Message& message) const;
+
     // One message for each line of `text` that is not empty.
     void print_lines(std::string_view file, std::string_view function, std::string_view text) const;
 
 private:
-    void append(std::string& line, const Message& message) const;
-
     ErrorFormat format_;
     bool has_colors_;
     bool shows_lines_;

@@ -38,12 +38,16 @@ bool stderr_is_terminal() {
     return is_terminal;
 }
 
-bool stderr_has_colors(ColorChoice choice) {
+bool has_colors(int descriptor, ColorChoice choice) {
     if (choice != ColorChoice::kAuto) return choice == ColorChoice::kAlways;
     const char* const refused = std::getenv("NO_COLOR");
     const char* const terminal = std::getenv("TERM");
     const bool is_refused = refused != nullptr && *refused != '\0';
-    return stderr_is_terminal() && !is_refused && terminal != nullptr && std::strcmp(terminal, "dumb") != 0;
+    return isatty(descriptor) == 1 && !is_refused && terminal != nullptr && std::strcmp(terminal, "dumb") != 0;
+}
+
+bool stderr_has_colors(ColorChoice choice) {
+    return has_colors(STDERR_FILENO, choice);
 }
 
 std::size_t terminal_columns() {

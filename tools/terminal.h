@@ -1,4 +1,4 @@
-// What standard error is, and what it can show.
+// What a terminal is, and what it can show.
 #pragma once
 
 #include <cstddef>
@@ -11,6 +11,7 @@ enum class ColorChoice { kAuto, kAlways, kNever };
 bool stderr_is_terminal();
 
 // By the user's choice; without one, where there is a terminal that knows colours and nobody set NO_COLOR.
+bool has_colors(int descriptor, ColorChoice choice);
 bool stderr_has_colors(ColorChoice choice);
 
 // How many characters fit in a line.

@@ -1,0 +1,82 @@
+#include "answer.h"
+
+#include <new>
+
+#include "loss_lines.h"
+#include "output.h"
+
+namespace kcnvrt {
+
+namespace {
+
+constexpr int kReadableIndent = 4;
+
+uint32_t flags_of(const Options& options) {
+    uint32_t flags = 0;
+    if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
+    if (options.merge_patch) flags |= K_TEXT_MERGE_PATCH;
+    if (options.partial) flags |= K_TEXT_PARTIAL;
+    if (options.force) flags |= K_TEXT_FORCE;
+    if (options.as_is) flags |= K_TEXT_AS_IS;
+    if (options.losses) flags |= K_TEXT_TELL_LOSSES;
+    if (options.strict) flags |= K_TEXT_STRICT;
+    if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
+    return flags;
+}
+
+int indent_of(const Options& options) {
+    return options.compact ? static_cast<int>(K_TEXT_COMPACT) : options.indent.value_or(kReadableIndent);
+}
+
+Source read_source(const std::string* file) {
+    if (file == nullptr) return {};
+    return {*file, read_file(*file)};
+}
+
+}  // namespace
+
+Answer ask(const Question& question, const Options& options) {
+    Answer answer;
+    answer.text = read_source(question.text);
+    answer.other = read_source(question.other);
+    k_text_request_t request = {};
+    request.size = sizeof request;
+    request.operation = question.operation;
+    request.flags = flags_of(options) | question.flags;
+    request.indent = indent_of(options);
+    request.section = question.section;
+    request.text = answer.text.text.bytes.get();
+    request.text_length = answer.text.text.size;
+    request.other = answer.other.text.bytes.get();
+    request.other_length = answer.other.text.size;
+    answer.result = run_request(request);
+    return answer;
+}
+
+ExitStatus exit_status_of(const k_text_result_t* result) {
+    switch (k_text_status(result)) {
+        case K_TEXT_CONVERTED:
+            return kConverted;
+        case K_TEXT_REJECTED:
+        case K_TEXT_WRONG_LAYOUT:
+            return kRejected;
+        case K_TEXT_UNREADABLE:
+            return kUnusableFile;
+        case K_TEXT_OUT_OF_MEMORY:
+            throw std::bad_alloc();
+        default:
+            return kWrongUsage;
+    }
+}
+
+ExitStatus deliver(const Answer& answer, const Options& options) {
+    k_text_result_t* const result = answer.result.get();
+    const Messages messages(options.errors, options.color);
+    messages.print(result, answer.text, answer.other);
+    print_losses(result, answer.text.file, messages);
+    const ExitStatus status = exit_status_of(result);
+    if (k_text_output(result, nullptr) != nullptr) write_result(options.output, options.inputs, output_of(result));
+    return status;
+}
+
+}  // namespace kcnvrt

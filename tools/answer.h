@@ -1,0 +1,32 @@
+// Asking the text layer about files, and telling what it has to say.
+#pragma once
+
+#include "command_line.h"
+#include "result.h"
+
+namespace kcnvrt {
+
+// What a command asks, and of which files.
+struct Question {
+    uint32_t operation;
+    const char* section;
+    const std::string* text;
+    const std::string* other;  // null where there is none
+    uint32_t flags = 0;        // besides those that options stand for
+};
+
+// What comes of it, and the texts that its problems are about.
+struct Answer {
+    Source text;
+    Source other;
+    Result result;
+};
+
+Answer ask(const Question& question, const Options& options);
+
+ExitStatus exit_status_of(const k_text_result_t* result);
+
+// Prints the problems, and the losses as warnings, under the names of the files, and writes the output.
+ExitStatus deliver(const Answer& answer, const Options& options);
+
+}  // namespace kcnvrt
