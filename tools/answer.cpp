@@ -35,18 +35,24 @@ Source read_source(const std::string* file) {
 
 }  // namespace
 
+k_text_request_t request_of(uint32_t operation, std::string_view text, const Options& options) {
+    k_text_request_t request = {};
+    request.size = sizeof request;
+    request.operation = operation;
+    request.flags = flags_of(options);
+    request.indent = indent_of(options);
+    request.text = text.data();
+    request.text_length = text.size();
+    return request;
+}
+
 Answer ask(const Question& question, const Options& options) {
     Answer answer;
     answer.text = read_source(question.text);
     answer.other = read_source(question.other);
-    k_text_request_t request = {};
-    request.size = sizeof request;
-    request.operation = question.operation;
-    request.flags = flags_of(options) | question.flags;
-    request.indent = indent_of(options);
+    k_text_request_t request = request_of(question.operation, answer.text.text.view(), options);
+    request.flags |= question.flags;
     request.section = question.section;
-    request.text = answer.text.text.bytes.get();
-    request.text_length = answer.text.text.size;
     request.other = answer.other.text.bytes.get();
     request.other_length = answer.other.text.size;
     answer.result = run_request(request);

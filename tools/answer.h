@@ -22,6 +22,9 @@ struct Answer {
     Result result;
 };
 
+// A request about the text, with all that the user wants of it.
+k_text_request_t request_of(uint32_t operation, std::string_view text, const Options& options);
+
 Answer ask(const Question& question, const Options& options);
 
 ExitStatus exit_status_of(const k_text_result_t* result);

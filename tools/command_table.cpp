@@ -54,6 +54,13 @@ const char* color(Options& options, const char* value) {
     return nullptr;
 }
 
+// An option that only many files take.
+constexpr Option of_many(Option option, const Option& output_dir, const char* purpose) {
+    option.purpose = purpose;
+    option.needs = &output_dir;
+    return option;
+}
+
 // clang-format off
 
 //                          name      letter  value      names              stored by
@@ -128,17 +135,34 @@ constexpr Option kSummary  {"summary",  0,  "text|json|none", Names::kWord, stre
                             "What is printed at the end; text where standard error is a terminal, else none"};
 constexpr Option kProgress {"progress", 0,  nullptr,     Names::kNothing, stream_progress,
                             "Show progress and the summary also where standard error is no terminal"};
+constexpr Option kOutputDir{"output-dir", 0, "FOLDER",   Names::kOutput,  stream_output_dir,
+                            "Write files of the same names in FOLDER; FILE may be several, and folders", nullptr,
+                            &kOutput};
+constexpr Option kResume   {"resume",   0,  nullptr,     Names::kNothing, stream_resume,
+                            "Leave alone what is in FOLDER already, newer than its input and whole", &kOutputDir};
+constexpr Option kNamesOfRejects = of_many(kRejects, kOutputDir,
+                            "Keep the names of rejected files in FILE, one a line");
+constexpr Option kProblemsOfMany = of_many(kProblems, kOutputDir, kProblems.purpose);
+constexpr Option kMaxRejectsOfMany = of_many(kMaxRejects, kOutputDir,
+                            "End early, with 1, when more than N files are rejected");
+constexpr Option kAcceptRejectsOfMany = of_many(kAcceptRejects, kOutputDir,
+                            "Exit with 0 also when files were rejected");
+constexpr Option kJobsOfMany = of_many(kJobs, kOutputDir, kJobs.purpose);
+constexpr Option kSummaryOfMany = of_many(kSummary, kOutputDir, kSummary.purpose);
+constexpr Option kProgressOfMany = of_many(kProgress, kOutputDir, kProgress.purpose);
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when there is a difference"};
 
 constexpr const Option* kDirections[] = {&kToNew, &kToOld};
 constexpr const Option* kDirectionsOrAuto[] = {&kToNew, &kToOld, &kAuto};
 constexpr const Option* kOfToNew[] = {
-    &kBase, &kChangeAsMergePatch, &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
-    &kShowSecrets, &kHelp};
+    &kBase, &kChangeAsMergePatch, &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent,
+    &kOutputDir, &kResume, &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany,
+    &kProgressOfMany, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfEitherWay[] = {
-    &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kErrors, &kColor,
-    &kShowSecrets, &kHelp};
+    &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kOutputDir, &kResume,
+    &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany, &kProgressOfMany,
+    &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfLosses[] = {
     &kFromOld, &kFromNew, &kJson, &kExitCodeOfLosses, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor,
     &kShowSecrets, &kHelp};
@@ -152,7 +176,8 @@ constexpr const Option* kOfDiff[] = {
 constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfStream[] = {
     &kToNew, &kToOld, &kAuto, &kForce, &kAt, &kAtText, &kId, &kDslVlan, &kOutput, &kRejects, &kProblems,
-    &kOnReject, &kMaxRejects, &kAcceptRejects, &kMaxRecord, &kJobs, &kBlock, &kSummary, &kProgress, &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kOnReject, &kMaxRejects, &kAcceptRejects, &kMaxRecord, &kJobs, &kBlock, &kSummary, &kProgress, &kErrors,
+    &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfQuestions[] = {&kErrors, &kColor, &kHelp};
 constexpr const Option* kGeneral[] = {
@@ -160,11 +185,11 @@ constexpr const Option* kGeneral[] = {
 
 //                       name    names         stored by               purpose                           is required
 constexpr Operand kOldFile[] = {
-    {"FILE", Names::kInput, text<&Options::file>, "The old configuration; - (default) is standard input", false}};
+    {"FILE", Names::kInput, stream_input, "The old configuration; - (default) is standard input", false, true}};
 constexpr Operand kNewFile[] = {
-    {"FILE", Names::kInput, text<&Options::file>, "The new configuration; - (default) is standard input", false}};
+    {"FILE", Names::kInput, stream_input, "The new configuration; - (default) is standard input", false, true}};
 constexpr Operand kEitherFile[] = {
-    {"FILE", Names::kInput, text<&Options::file>, "The configuration; - (default) is standard input", false}};
+    {"FILE", Names::kInput, stream_input, "The configuration; - (default) is standard input", false, true}};
 constexpr Operand kSectionAndFile[] = {
     {"NAME", Names::kSection, text<&Options::section>,
      "The section's name in the layout that it is converted to", true},

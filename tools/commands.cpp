@@ -6,6 +6,7 @@
 
 #include "answer.h"
 #include "diagnostics.h"
+#include "files/many_files.h"
 #include "output.h"
 
 namespace kcnvrt {
@@ -16,9 +17,15 @@ ExitStatus answer(const Question& question, const Options& options) {
     return deliver(ask(question, options), options);
 }
 
+// Of one file, or of many.
+ExitStatus answer_files(const char* command, const Question& question, const Options& options) {
+    return are_many_files(options, command) ? convert_files(question.operation, options, command)
+                                            : answer(question, options);
+}
+
 // Whether the difference that is the answer changes nothing. An empty merge patch makes an object of what is none.
 bool changes_nothing(const Answer& difference) {
-    const std::string_view base(difference.text.text.bytes.get(), difference.text.text.size);
+    const std::string_view base = difference.text.text.view();
     const bool is_object = base.substr(std::min(base.find_first_not_of(" \t\r\n"), base.size())).starts_with('{');
     const std::string_view change = output_of(difference.result.get());
     return change == "[]" || (change == "{}" && is_object);
@@ -38,15 +45,15 @@ void append_names(std::string& names, const char* layout, uint32_t list) {
 }  // namespace
 
 ExitStatus to_new(const Options& options) {
-    return answer({K_TEXT_TO_NEW, nullptr, &options.file, base_of(options)}, options);
+    return answer_files("to-new", {K_TEXT_TO_NEW, nullptr, &options.file, base_of(options)}, options);
 }
 
 ExitStatus to_old(const Options& options) {
-    return answer({K_TEXT_TO_OLD, nullptr, &options.file, nullptr}, options);
+    return answer_files("to-old", {K_TEXT_TO_OLD, nullptr, &options.file, nullptr}, options);
 }
 
 ExitStatus convert(const Options& options) {
-    return answer({K_TEXT_CONVERT, nullptr, &options.file, nullptr}, options);
+    return answer_files("convert", {K_TEXT_CONVERT, nullptr, &options.file, nullptr}, options);
 }
 
 ExitStatus section(const Options& options) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "owned.h"
 
@@ -12,6 +13,8 @@ inline constexpr char kStandardStream[] = "-";
 struct Text {
     Allocated<char> bytes;
     std::size_t size = 0;
+
+    std::string_view view() const { return {bytes.get(), size}; }
 };
 
 // All that a file holds.

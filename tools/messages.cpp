@@ -153,13 +153,21 @@ void append_message(std::string& lines, const Message& message, ErrorFormat form
     }
 }
 
-Messages::Messages(ErrorFormat format, ColorChoice color)
-    : format_(format), has_colors_(stderr_has_colors(color)), shows_lines_(stderr_is_terminal()) {}
+Messages::Messages(ErrorFormat format, ColorChoice color, std::string* kept)
+    : format_(format), has_colors_(stderr_has_colors(color)), shows_lines_(stderr_is_terminal()), kept_(kept) {}
+
+void Messages::put(std::string_view lines) const {
+    if (kept_ != nullptr) {
+        kept_->append(lines);
+    } else {
+        write_to_stderr(lines);
+    }
+}
 
 void Messages::print(const Message& message) const {
     std::string line;
     append_message(line, message, format_, has_colors_);
-    write_to_stderr(line);
+    put(line);
 }
 
 void Messages::print(std::string_view file, std::string_view function, std::string_view text) const {
@@ -182,7 +190,7 @@ void Messages::print(k_text_result_t* result, const Source& text, const Source& 
         if (shows_lines_ && format_ == ErrorFormat::kText && problem.line != 0 &&
             shown.emplace(problem.which, problem.offset).second)
             append_excerpt(lines, result, i, source, problem.line, has_colors_);
-        write_to_stderr(lines);
+        put(lines);
     }
 }
 

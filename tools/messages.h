@@ -43,7 +43,8 @@ void append_message(std::string& lines, const Message& message, ErrorFormat form
 
 class Messages {
 public:
-    explicit Messages(ErrorFormat format, ColorChoice color = ColorChoice::kAuto);
+    // Messages are added to `kept` where that is not null, and printed by somebody else.
+    explicit Messages(ErrorFormat format, ColorChoice color = ColorChoice::kAuto, std::string* kept = nullptr);
 
     // An error that has no place.
     void print(std::string_view file, std::string_view function, std::string_view text) const;
@@ -57,9 +58,12 @@ public:
     void print_lines(std::string_view file, std::string_view function, std::string_view text) const;
 
 private:
+    void put(std::string_view lines) const;
+
     ErrorFormat format_;
     bool has_colors_;
     bool shows_lines_;
+    std::string* kept_;
 };
 
 }  // namespace kcnvrt

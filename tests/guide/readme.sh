@@ -69,12 +69,12 @@ cp "$copy"/examples/*.old.json "$copy/configs"
 commands "The tool"
 for command in "$blocks/The tool"/*.command; do
     case $(< "$command") in
+        "kcnvrt convert configs"*) run_shown "$command" ;;
         kcnvrt*) check_usage "$command" ;;
-        find*) run_shown "$command" ;;
         gateway.old.json:*) check_message "$command" ;;
         *) fail "Nobody runs this: $(< "$command")" ;;
     esac
 done
 for config in "$copy"/configs/*.json; do
-    kcnvrt to-new "$config" | cmp - "$config.new" || fail "$config was not converted."
+    kcnvrt convert "$config" | cmp - "$copy/converted/${config##*/}" || fail "$config was not converted."
 done

@@ -72,7 +72,8 @@ wrong() {
     wrong "--unknown is no option" --unknown to-new old.json
     wrong "-x is no option of to-new" to-new -x old.json
     wrong "-x is no option of to-new" to-new -xo new.json old.json
-    wrong '"second.json" is an argument too many' to-new old.json second.json
+    wrong "several files need a folder to write to: --output-dir FOLDER" to-new old.json second.json
+    wrong '"third.json" is an argument too many' diff old.json second.json third.json
     wrong '"old.json" is an argument too many' sections old.json
     wrong "--merge-patch needs --base" to-new --merge-patch old.json
     wrong "--base is no option of to-old" to-old --base old.json old.json

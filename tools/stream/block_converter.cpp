@@ -30,10 +30,10 @@ BlockConverter::BlockConverter(const Options& options)
       keeps_rejects_(options.stream.rejects.has_value()),
       null_for_rejects_(options.stream.null_for_rejects) {}
 
-Outcome BlockConverter::convert(const Block& block) const {
+Outcome BlockConverter::convert(Block& block) const {
     Outcome outcome;
     outcome.number = block.number;
-    outcome.is_large = block.large.owns_lock();
+    outcome.large = std::move(block.large);
     outcome.failure = block.failure;
     if (block.failure) return outcome;
     try {

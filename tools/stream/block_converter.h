@@ -12,7 +12,8 @@ class BlockConverter {
 public:
     explicit BlockConverter(const Options& options);
 
-    Outcome convert(const Block& block) const;
+    // What makes it a large one goes over to the outcome.
+    Outcome convert(Block& block) const;
 
 private:
     void convert_lines(const Block& block, Outcome& outcome) const;

@@ -26,16 +26,15 @@ std::string_view until(const std::string& lines, std::size_t end) {
 
 }  // namespace
 
-Delivery::Delivery(const Options& options, std::size_t total)
+Delivery::Delivery(const Options& options, Progress::Total total)
     : options_(options),
       rejects_(open_file(options.stream.rejects, options)),
       problems_(open_file(options.stream.problems, options)),
       progress_(is_progress_shown(options.stream), total) {
-    if (options.output == kStandardStream) {
-        output_ = std::make_unique<LineFile>(STDOUT_FILENO, kStandardStream);
-    } else {
-        replaced_ = std::make_unique<Output>(options.output, options.inputs);
-    }
+    const bool is_stream = options.stream.output_dir.empty();
+    const bool is_standard = options.output == kStandardStream;
+    if (is_stream && is_standard) output_ = std::make_unique<LineFile>(STDOUT_FILENO, kStandardStream);
+    if (is_stream && !is_standard) replaced_ = std::make_unique<Output>(options.output, options.inputs);
     if (!problems_) problems_ = std::make_unique<LineFile>(STDERR_FILENO, kStandardStream);
 }
 

@@ -15,8 +15,8 @@ namespace kcnvrt {
 
 class Delivery {
 public:
-    // Opens the files that the user named. `total` is the size of the input, 0 where it is not known.
-    Delivery(const Options& options, std::size_t total);
+    // Opens the files that the user named.
+    Delivery(const Options& options, Progress::Total total);
 
     // False when there are more rejects than are allowed: what came behind the last one is not written.
     bool deliver(const Outcome& outcome);
@@ -34,7 +34,7 @@ private:
 
     const Options& options_;
     std::unique_ptr<Output> replaced_;   // where the output is a file
-    std::unique_ptr<LineFile> output_;   // where it is not
+    std::unique_ptr<LineFile> output_;   // where it is standard output; with --output-dir there is neither
     std::unique_ptr<LineFile> rejects_;  // where they are kept
     std::unique_ptr<LineFile> problems_;
     Progress progress_;

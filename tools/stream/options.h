@@ -12,7 +12,9 @@
 namespace kcnvrt {
 
 struct StreamOptions {
-    std::vector<std::string> files;
+    std::vector<std::string> files;  // of a command that takes several
+    std::string output_dir;          // "" where one file is converted
+    bool resume = false;
     Pointers pointers;
     Sizes sizes;
     std::optional<std::string> rejects;

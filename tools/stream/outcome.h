@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,9 @@ struct Outcome {
         Tally tally;
     };
 
-    std::size_t number = 0;  // of the part, from 0: parts are written in this order
-    bool is_large = false;   // to be written before another large one is read
-    std::string lines;       // of the output
+    std::size_t number = 0;              // of the part, from 0: parts are written in this order
+    std::unique_lock<std::mutex> large;  // held by what is to be written before another large one is read
+    std::string lines;                   // of the output
     std::string rejects;
     std::string problems;
     Tally tally;

@@ -66,7 +66,7 @@ std::string bar(double part) {
 
 }  // namespace
 
-Progress::Progress(bool is_shown, std::size_t total)
+Progress::Progress(bool is_shown, Total total)
     : is_shown_(is_shown), is_terminal_(stderr_is_terminal()), total_(total), next_(start_ + kFirst) {}
 
 Progress::~Progress() {
@@ -92,19 +92,24 @@ void Progress::clear() {
     is_on_screen_ = false;
 }
 
-// The time left is that of as many bytes again as are missing.
+// 0 where the end is not known.
+double Progress::part_done(const Tally& tally) const {
+    const std::size_t total = total_.bytes != 0 ? total_.bytes : total_.records;
+    const std::size_t done = total_.bytes != 0 ? tally.bytes : tally.records + tally.left;
+    return total == 0 ? 0 : std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
+}
+
+// The rest takes as long as what is done, in proportion.
 std::string Progress::line(const Tally& tally) const {
     const double passed = seconds();
-    const double bytes_a_second = static_cast<double>(tally.bytes) / passed;
-    const double part =
-        std::min(1.0, static_cast<double>(tally.bytes) / static_cast<double>(std::max<std::size_t>(total_, 1)));
+    const double part = part_done(tally);
+    const bool is_known = total_.bytes + total_.records != 0;
     std::string text;
-    if (total_ != 0) text = bar(part) + " " + with_digits(100 * part, 0) + " %  ";
+    if (is_known) text = bar(part) + " " + with_digits(100 * part, 0) + " %  ";
     text += counted(tally.records, "record", "records");
     if (tally.rejected != 0) text += ", " + grouped(tally.rejected) + " rejected";
-    text += "  " + rate(bytes_a_second) + "  ";
-    if (total_ == 0 || tally.bytes == 0) return text + clock_time(passed);
-    return text + clock_time(passed * (1 - part) / part) + " left";
+    text += "  " + rate(static_cast<double>(tally.bytes) / passed) + "  ";
+    return part == 0 ? text + clock_time(passed) : text + clock_time(passed * (1 - part) / part) + " left";
 }
 
 void Progress::summarize(const Tally& tally, SummaryFormat format) {
@@ -112,18 +117,20 @@ void Progress::summarize(const Tally& tally, SummaryFormat format) {
     const std::string seconds_text = with_digits(seconds(), 3);
     std::string text;
     if (format == SummaryFormat::kJson) {
-        JsonLine()
-            .number("records", tally.records)
+        JsonLine line;
+        line.number("records", tally.records)
             .number("converted", tally.converted)
             .number("warned", tally.warned)
             .number("rejected", tally.rejected)
             .number("bytes", tally.bytes)
-            .json("seconds", seconds_text)
-            .append_to(text);
+            .json("seconds", seconds_text);
+        if (tally.left != 0) line.number("left", tally.left);
+        line.append_to(text);
     } else if (format == SummaryFormat::kText) {
         text = counted(tally.records, "record", "records") + ": " + grouped(tally.converted) + " converted (" +
                grouped(tally.warned) + " with warnings), " + grouped(tally.rejected) + " rejected; " +
-               counted(tally.bytes, "byte", "bytes") + " in " + seconds_text + " s\n";
+               counted(tally.bytes, "byte", "bytes") + " in " + seconds_text + " s";
+        text += tally.left == 0 ? "\n" : "; " + grouped(tally.left) + " left alone\n";
     }
     write_to_stderr(text);
 }

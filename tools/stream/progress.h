@@ -13,8 +13,13 @@ enum class SummaryFormat { kNone, kText, kJson };
 
 class Progress {
 public:
-    // `total` is the size of the input in bytes, 0 where it is not known.
-    Progress(bool is_shown, std::size_t total);
+    // What there will be in the end; 0 where it is not known.
+    struct Total {
+        std::size_t bytes;
+        std::size_t records;
+    };
+
+    Progress(bool is_shown, Total total);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -32,10 +37,11 @@ private:
 
     double seconds() const;
     std::string line(const Tally& tally) const;
+    double part_done(const Tally& tally) const;
 
     const bool is_shown_;
     const bool is_terminal_;
-    const std::size_t total_;
+    const Total total_;
     const Clock::time_point start_ = Clock::now();
     Clock::time_point next_;
     bool is_on_screen_ = false;

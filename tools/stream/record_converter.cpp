@@ -2,9 +2,9 @@
 
 #include <new>
 
-#include "arena.h"
 #include "options.h"
 #include "source.h"
+#include "trees.h"
 
 namespace kcnvrt {
 
@@ -15,30 +15,11 @@ uint32_t operation_of(const Options& options) {
     return options.to_old ? K_TEXT_TO_OLD : K_TEXT_CONVERT;
 }
 
-uint32_t flags_of(const Options& options) {
-    uint32_t flags = 0;
-    if (options.dsl_vlan) flags |= K_TEXT_DSL_VLAN;
-    if (options.force) flags |= K_TEXT_FORCE;
-    if (options.show_secrets) flags |= K_TEXT_SHOW_SECRETS;
-    return flags;
-}
-
-// What one large record has taken is not kept for the next, which may be another thread's. The trees are gone then.
-constexpr std::size_t kMostMemoryKept = std::size_t{32} * 1024 * 1024;
-
-void give_back_much_memory() {
-    if (document_arena().size() > kMostMemoryKept) document_arena().return_memory();
-}
-
 // The thread's trees, which go together.
 class TreesOfRecord {
 public:
     TreesOfRecord() = default;
-    ~TreesOfRecord() {
-        if (!are_arenas_installed()) return;
-        give_back_much_memory();
-        document_arena().clear();
-    }
+    ~TreesOfRecord() { give_back_trees(); }
     TreesOfRecord(const TreesOfRecord&) = delete;
     TreesOfRecord& operator=(const TreesOfRecord&) = delete;
 };
@@ -58,19 +39,11 @@ bool is_json(std::string_view record, RecordProblems* problems) {
     return json != nullptr;
 }
 
-Verdict verdict_of(const k_text_result_t* result) {
-    k_text_problem_t problem;
-    problem.size = sizeof problem;
-    for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i)
-        if (problem.severity != K_TEXT_NOTE) return Verdict::kWarned;
-    return Verdict::kConverted;
-}
-
 }  // namespace
 
 RecordConverter::RecordConverter(const Options& options)
-    : operation_(operation_of(options)),
-      flags_(flags_of(options)),
+    : options_(options),
+      operation_(operation_of(options)),
       pointers_(options.stream.pointers),
       longest_(options.stream.sizes.longest) {}
 
@@ -116,13 +89,8 @@ Verdict RecordConverter::convert_at(const Record& record, const text::Sought& at
         if (!held) return Verdict::kRejected;
         configuration = *held;
     }
-    k_text_request_t request = {};
-    request.size = sizeof request;
-    request.operation = operation_;
-    request.flags = flags_;
+    k_text_request_t request = request_of(operation_, configuration, options_);
     request.indent = K_TEXT_COMPACT;
-    request.text = configuration.data();
-    request.text_length = configuration.size();
     const Result result = run_request(request);
     const int status = k_text_status(result.get());
     if (status == K_TEXT_OUT_OF_MEMORY) throw std::bad_alloc();
@@ -134,13 +102,13 @@ Verdict RecordConverter::convert_at(const Record& record, const text::Sought& at
     if (status != K_TEXT_CONVERTED) return Verdict::kRejected;
 
     const std::string_view output = output_of(result.get());
-    give_back_much_memory();  // before there are two of a large output
+    give_back_large_trees();  // before there are two of a large output
     const std::string_view before = record.text.substr(0, at.spot.offset);
     const std::string_view behind = record.text.substr(at.spot.offset + at.length);
     lines.reserve(lines.size() + before.size() + output.size() + behind.size() + 1);
     lines.append(before).append(pointers_.holds_text ? std::string_view(json_string_of(output)) : output);
     lines.append(behind).append("\n");
-    return verdict_of(result.get());
+    return has_warnings(result.get()) ? Verdict::kWarned : Verdict::kConverted;
 }
 
 }  // namespace kcnvrt

@@ -1,10 +1,10 @@
 // Converting one record.
 #pragma once
 
+#include "answer.h"
 #include "command_line.h"
 #include "record.h"
 #include "record_problems.h"
-#include "result.h"
 
 namespace kcnvrt {
 
@@ -13,6 +13,7 @@ enum class Verdict { kConverted, kWarned, kRejected };
 // Serves any number of threads.
 class RecordConverter {
 public:
+    // The options are borrowed.
     explicit RecordConverter(const Options& options);
 
     // Adds a line to `lines`, unless the record is rejected, and what there is to say to `problems`. The thread's trees
@@ -27,9 +28,9 @@ private:
     Verdict convert_at(const Record& record, const text::Sought& at, std::string& lines,
                        RecordProblems& problems) const;
 
+    const Options& options_;
     uint32_t operation_;
-    uint32_t flags_;
-    Pointers pointers_;
+    const Pointers& pointers_;
     std::size_t longest_;
 };
 

@@ -11,6 +11,7 @@ struct Tally {
     std::size_t warned = 0;  // of those that were converted
     std::size_t rejected = 0;
     std::size_t bytes = 0;  // of input
+    std::size_t left = 0;   // files that were done already, and are no records
 
     Tally& operator+=(const Tally& other) {
         records += other.records;
@@ -18,6 +19,7 @@ struct Tally {
         warned += other.warned;
         rejected += other.rejected;
         bytes += other.bytes;
+        left += other.left;
         return *this;
     }
 };

@@ -8,7 +8,7 @@ Turns::Turns(std::function<bool(Outcome&)> deliver, std::function<void()> on_end
     : deliver_(std::move(deliver)), on_end_(std::move(on_end)), most_waiting_(most_waiting) {}
 
 bool Turns::may_wait(const Outcome& outcome) const {
-    return outcome.number != next_ && !outcome.is_large && waiting_.size() < most_waiting_;
+    return outcome.number != next_ && !outcome.large.owns_lock() && waiting_.size() < most_waiting_;
 }
 
 bool Turns::hand_in(Outcome&& outcome) {

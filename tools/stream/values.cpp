@@ -54,6 +54,22 @@ const char* nothing_to_store(Options&, const char*) {
     return nullptr;
 }
 
+const char* stream_input(Options& options, const char* value) {
+    options.file = value;
+    options.stream.files.emplace_back(value);
+    return nullptr;
+}
+
+const char* stream_output_dir(Options& options, const char* value) {
+    options.stream.output_dir = value;
+    return std::string_view(value) == kStandardStream ? "a folder" : nullptr;
+}
+
+const char* stream_resume(Options& options, const char*) {
+    options.stream.resume = true;
+    return nullptr;
+}
+
 const char* stream_at(Options& options, const char* value) {
     options.stream.pointers.at = value;
     return is_pointer(value) ? nullptr : kPointer;

@@ -8,6 +8,9 @@ struct Options;
 // The reader of the arguments keeps the names of inputs; --auto is what is left when neither direction is asked for.
 const char* nothing_to_store(Options& options, const char* value);
 
+const char* stream_input(Options& options, const char* value);
+const char* stream_output_dir(Options& options, const char* value);
+const char* stream_resume(Options& options, const char* value);
 const char* stream_at(Options& options, const char* value);
 const char* stream_at_text(Options& options, const char* value);
 const char* stream_id(Options& options, const char* value);

@@ -1,0 +1,41 @@
+#include "ordered_run.h"
+
+#include <jansson.h>
+
+#include "cores.h"
+#include "ending.h"
+#include "turns.h"
+#include "workers.h"
+
+namespace kcnvrt {
+
+namespace {
+
+void convert_parts(const std::function<bool(Outcome&)>& next, Turns& turns) try {
+    Outcome outcome;
+    while (next(outcome) && turns.hand_in(std::move(outcome))) {
+    }
+} catch (...) {
+    turns.fail();
+}
+
+}  // namespace
+
+OrderedRun::OrderedRun(const Options& options, Progress::Total total)
+    : jobs_(options.stream.jobs != 0 ? options.stream.jobs : usable_cores()), delivery_(options, total) {
+    end_between_lines();
+    json_object_seed(0);  // before there are threads
+}
+
+ExitStatus OrderedRun::run(const std::function<bool(Outcome&)>& next) {
+    Turns turns([this](const Outcome& outcome) { return delivery_.deliver(outcome); }, [this] { wake_.up(); }, jobs_);
+    run_in_threads(jobs_, [&] { convert_parts(next, turns); });
+    try {
+        turns.rethrow();
+    } catch (const ClosedPipe&) {
+        // Who reads the output has all he wanted.
+    }
+    return delivery_.finish();
+}
+
+}  // namespace kcnvrt

@@ -1,0 +1,30 @@
+// A run whose parts are converted by any number of threads, and written in their order.
+#pragma once
+
+#include <functional>
+
+#include "command_line.h"
+#include "delivery.h"
+#include "wake.h"
+
+namespace kcnvrt {
+
+class OrderedRun {
+public:
+    // Opens what the user named. `total` is what will be read, as far as that is known.
+    OrderedRun(const Options& options, Progress::Total total);
+
+    // Calls `next` in every thread until it is false: it converts the next part, and leaves no exception.
+    ExitStatus run(const std::function<bool(Outcome&)>& next);
+
+    // What wakes a thread that waits for input, and what is written to while it does; -1 for nothing.
+    Wake& wake() { return wake_; }
+    int standard_output() const { return delivery_.standard_output(); }
+
+private:
+    const std::size_t jobs_;
+    Wake wake_;
+    Delivery delivery_;
+};
+
+}  // namespace kcnvrt
