@@ -148,7 +148,6 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
         [ ! -e out ]
     }
     refused "several files need a folder to write to: --output-dir FOLDER" to-new in/1.json in/a/2.json
-    refused '"in" is a folder, which needs another to write to: --output-dir FOLDER' to-new in
     refused "--resume needs --output-dir" to-new --resume in/1.json
     refused "--jobs needs --output-dir" to-old --jobs 2 in/1.json
     refused "--output-dir excludes --output" to-new --output-dir out -o x in

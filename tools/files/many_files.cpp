@@ -25,11 +25,6 @@ namespace {
 constexpr mode_t kOwner = 0700;
 constexpr mode_t kAll = 0777;
 
-bool is_folder(const std::string& path) {
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 // A folder that is there already stays as it is; a new one may be seen by those who may see the input's.
 void make_folder(const std::string& path, mode_t mode) {
     for (std::size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
@@ -138,9 +133,6 @@ bool are_many_files(const Options& options, const char* command) {
     const Command* const page = find_command(command);
     if (options.stream.output_dir.empty()) {
         if (files.size() > 1) fail_by_usage("several files need a folder to write to: --output-dir FOLDER", page);
-        if (files.size() == 1 && is_folder(files[0]))
-            fail_by_usage("\"" + files[0] + "\" is a folder, which needs another to write to: --output-dir FOLDER",
-                          page);
         return false;
     }
     if (files.empty()) fail_by_usage("--output-dir needs files or folders", page);
