@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "explain.h"
 #include "layout.h"
 #include "loss_request.h"
 #include "messages.h"
@@ -32,6 +33,7 @@ constexpr uint32_t kOneWay = K_TEXT_DSL_VLAN | K_TEXT_FORCE | kLosses;
 constexpr uint32_t kAsked = K_TEXT_DSL_VLAN | K_TEXT_FORCE | K_TEXT_TOWARDS_NEW | K_TEXT_TOWARDS_OLD;
 constexpr uint32_t kEitherWay = kAsked | kLosses;
 constexpr uint32_t kSectionFlags = K_TEXT_FORCE | K_TEXT_AS_IS;
+constexpr uint32_t kExplained = kAsked | K_TEXT_FROM_RESULT;
 constexpr uint32_t kNew = K_TEXT_TO_NEW;
 constexpr uint32_t kOld = K_TEXT_TO_OLD;
 
@@ -112,6 +114,7 @@ constexpr Operation kOperations[] = {
     {K_TEXT_CONVERT,        {kEitherWay,    0,           kPartial, kNone,   kNone},   kWhole,    0,    nullptr},
     {K_TEXT_CHECK,          {kAsked,        0,           0,        kNone,   kNone},   kWhole,    0,    nullptr},
     {K_TEXT_LOSSES,         {kAsked,        0,           0,        kNone,   kNone},   kWhole,    0,    nullptr},
+    {K_TEXT_EXPLAIN,        {kExplained,    0,           0, kNone, kNone, kNeeded},   kWhole,    0,    nullptr},
 };
 // clang-format on
 
@@ -186,6 +189,12 @@ void answer(Shape shape, const k_text_request_t& given, k_text_result_t& result)
     if (result.status != K_TEXT_CONVERTED) {
         find_places(text, result);
         return find_places(other, result);
+    }
+
+    if (given.operation == K_TEXT_EXPLAIN) {
+        trees.converted = explain({text, trees.text.get(), request}, result);
+        if (trees.converted) put_out(trees.converted.get(), request, result);
+        return;
     }
 
     result.record.reset(k_err_new());

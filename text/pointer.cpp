@@ -56,6 +56,13 @@ int compare_tokens(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+bool is_json_pointer(std::string_view text) {
+    if (!text.empty() && text[0] != '/') return false;
+    for (size_t at; (at = text.find('~')) != std::string_view::npos; text.remove_prefix(at + 1))
+        if (at + 1 == text.size() || (text[at + 1] != '0' && text[at + 1] != '1')) return false;
+    return true;
+}
+
 int compare_pointers(std::string_view a, std::string_view b) {
     while (!a.empty() && !b.empty())
         if (const int order = compare_tokens(take_token(a), take_token(b)); order != 0) return order;

@@ -10,6 +10,9 @@
 
 namespace kcnvrt::text {
 
+// Whether a text is one: each of its tokens follows a slash, and "~" is "~0" or "~1".
+bool is_json_pointer(std::string_view text);
+
 // The pointer of what has the member, and the member's token: "/a/b~1c" is "/a" and "b~1c". Of "" both are empty.
 std::string_view parent_of(std::string_view pointer);
 std::string_view last_token_of(std::string_view pointer);

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <iterator>
 
+#include "pointer.h"
+
 namespace kcnvrt::text {
 
 namespace {
@@ -28,6 +30,13 @@ const char* check_other(const k_text_request_t& request, Takes takes) {
     if (takes == Takes::kNeeded && request.other == nullptr) return "the operation needs a second text";
     if (takes == Takes::kNone && request.other != nullptr) return "the operation takes no second text";
     return nullptr;
+}
+
+const char* check_pointer(const k_text_request_t& request, Takes takes) {
+    if (takes == Takes::kNone) return request.pointer == nullptr ? nullptr : "the operation takes no pointer";
+    if (request.pointer == nullptr) return "the operation needs a pointer";
+    return is_json_pointer(request.pointer) ? nullptr
+                                            : "the pointer is no JSON Pointer, which is empty or begins with /";
 }
 
 const char* check_flags(const k_text_request_t& request, const Allowed& allowed) {
@@ -66,7 +75,7 @@ const char* check_request(const k_text_request_t& request, const Allowed& allowe
         check_text(request),
         check_section(request, allowed.section),
         check_other(request, allowed.other),
-        request.pointer == nullptr ? nullptr : "the operation takes no pointer",
+        check_pointer(request, allowed.pointer),
         check_flags(request, allowed),
         check_together(request),
         check_indent(request),

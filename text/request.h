@@ -14,6 +14,7 @@ struct Allowed {
     uint32_t flags_without_other;  // only where there is none
     Takes section;
     Takes other;
+    Takes pointer = Takes::kNone;
 };
 
 // Copies a request, whose own size says which members it has. Why it makes no sense, null when it does.

@@ -1,5 +1,5 @@
 // Requests to the text layer, well-formed or not. The bytes: operation, flags (two), indent, width of excerpts, section;
-// the second text up to a NUL; the text.
+// the second text, or the pointer, up to a NUL; the text.
 #include <k_cnvrt_text.h>
 
 #include <algorithm>
@@ -38,7 +38,8 @@ const char* section_of(uint8_t number) {
 uint32_t flags_of(Bytes& bytes) {
     const uint8_t low = bytes.next();
     const uint8_t high = bytes.next();
-    return static_cast<uint32_t>(low) | static_cast<uint32_t>(high & 7) << 8 | static_cast<uint32_t>(high == 255) << 31;
+    return static_cast<uint32_t>(low) | static_cast<uint32_t>(high & 15) << 8 |
+           static_cast<uint32_t>(high == 255) << 31;
 }
 
 Asked request_of(Bytes& bytes) {
@@ -62,7 +63,8 @@ void lend_texts(Asked& asked) {
     k_text_request_t& request = asked.request;
     request.text = asked.text.data();
     request.text_length = asked.text.size();
-    if (asked.other.empty()) return;
+    if (request.operation == K_TEXT_EXPLAIN) request.pointer = asked.other.c_str();
+    if (asked.other.empty() || request.operation == K_TEXT_EXPLAIN) return;
     request.other = asked.other.data();
     request.other_length = asked.other.size();
 }

@@ -56,6 +56,8 @@ void add_document(const json_t* data, const char* target, const char* command) {
     add_seed("tool", std::string{command} + "\n\n" + source);
     for (const char operation : {command == std::string("to-new") ? '\1' : '\2', '\7'})
         add_request(operation, 0, "", source);
+    if (void* const first = json_object_iter(json_object_get(data, "source")))
+        add_request('\12', 0, std::string("/") + json_object_iter_key(first), source);
 }
 
 void add_section(const json_t* data, const char* layout) {

@@ -136,6 +136,38 @@ TEST_F(Memory, RunsOutWhileLossesAreSought) {
     expect(request);
 }
 
+// Of each answer, of a text that is rejected, and of a place in the result.
+TEST_F(Memory, RunsOutWhileAMemberIsExplained) {
+    constexpr std::string_view kText = R"({"lang": "en", "x": 1, "lan": ["br0", "br1"], "default_pass": "hunter2",
+        "httpaccess": [{"dport": {}}, {"dport": "80"}]})";
+    for (const char* pointer :
+         {"/lang", "/x", "/lan/0", "/default_pass", "/httpaccess/1/dport", "/httpaccess/0", "/y"}) {
+        k_text_request_t request = request_for(K_TEXT_EXPLAIN, kText);
+        request.pointer = pointer;
+        expect(request);
+    }
+    for (const char* pointer : {"/Device/Ifaces/lan/2/name", "/Device/Customization", "/Device/x"}) {
+        k_text_request_t request = request_for(K_TEXT_EXPLAIN, kText);
+        request.pointer = pointer;
+        request.flags = K_TEXT_FROM_RESULT;
+        expect(request);
+    }
+}
+
+TEST_F(Memory, RunsOutWhileASectionIsTakenOut) {
+    k_text_request_t request =
+        request_for(K_TEXT_SECTION_TO_NEW, R"({"wifi": {"mbssid": [{"AuthMode": 1}]}, "lan": []})");
+    request.section = "WiFi";
+    request.flags = K_TEXT_PARTIAL;
+    expect(request);
+    request = request_for(K_TEXT_SECTION_TO_NEW, R"({"wifi": {"mbssid": [{"AuthMode": 1}]}, "vlan": {}})");
+    request.section = "WiFi";
+    request.flags = K_TEXT_PARTIAL;
+    expect(request);
+    request.section = "QoS";
+    expect(request);
+}
+
 TEST_F(Memory, RunsOutWhileASectionIsConverted) {
     k_text_request_t request = request_for(K_TEXT_SECTION_TO_NEW, R"({"wan1": 1})");
     request.section = "wan_pvid";

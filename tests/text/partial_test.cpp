@@ -6,24 +6,9 @@
 #include <vector>
 
 #include "ask.h"
-#include "owners.h"
+#include "values.h"
 
 namespace {
-
-Tree parsed(std::string_view text) {
-    return Tree(json_loadb(text.data(), text.size(), JSON_DECODE_ANY, nullptr));
-}
-
-std::string printed(const json_t* value) {
-    char* const text = json_dumps(value, JSON_COMPACT | JSON_ENCODE_ANY);
-    const std::string copy = text;
-    std::free(text);
-    return copy;
-}
-
-Tree example(const char* name) {
-    return Tree(json_load_file((std::string(KCNVRT_EXAMPLES "/") + name).c_str(), 0, nullptr));
-}
 
 Result ask_for_part(uint32_t operation, std::string_view text, uint32_t flags = 0) {
     k_text_request_t request = request_for(operation, text);

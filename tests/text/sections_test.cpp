@@ -7,36 +7,14 @@
 #include <vector>
 
 #include "ask.h"
-#include "owners.h"
+#include "values.h"
 
 namespace {
-
-Tree parsed(std::string_view text) {
-    return Tree(json_loadb(text.data(), text.size(), JSON_DECODE_ANY, nullptr));
-}
-
-std::string printed(const json_t* value) {
-    char* const text = json_dumps(value, JSON_COMPACT | JSON_ENCODE_ANY);
-    const std::string copy = text;
-    std::free(text);
-    return copy;
-}
 
 k_text_request_t request_for_section(uint32_t operation, const char* name, std::string_view text) {
     k_text_request_t request = request_for(operation, text);
     request.section = name;
     return request;
-}
-
-// No name in it has "~" or "/".
-json_t* value_at(json_t* root, std::string pointer) {
-    json_t* value = root;
-    while (!pointer.empty()) {
-        const size_t end = std::min(pointer.find('/', 1), pointer.size());
-        value = json_object_get(value, pointer.substr(1, end - 1).c_str());
-        pointer.erase(0, end);
-    }
-    return value;
 }
 
 // Whether a value, or one inside it, has all that the section has.
@@ -73,8 +51,7 @@ constexpr Direction kDirections[] = {
 };
 
 std::string example(const char* name, const Direction& direction) {
-    const std::string file = std::string(KCNVRT_EXAMPLES "/") + name + "." + direction.layout + ".json";
-    return printed(Tree(json_load_file(file.c_str(), 0, nullptr)).get());
+    return printed(::example((std::string(name) + "." + direction.layout + ".json").c_str()).get());
 }
 
 // Whatever finds the sections: what comes of each stands in the whole configuration as it is converted, and is what

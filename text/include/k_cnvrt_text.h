@@ -59,7 +59,26 @@ enum {
     K_TEXT_CHECK = 8,
     /* The same question about a text that may well be rejected: K_TEXT_CONVERTED then says that part of it can be
      * converted, and that the losses are those of this part. */
-    K_TEXT_LOSSES = 9
+    K_TEXT_LOSSES = 9,
+    /* What becomes of the member of the configuration `text` that `pointer` leads to: the output is an object
+     *
+     *     {"pointer": ..., "answer": ..., "effects": [{"pointer": ..., "with": ..., "without": ...}, ...]}
+     *
+     * The answer is "used" when the result depends on the member, or on what it says; its effects are the places in the
+     * result that do, each with what stands there and what would stand there without the member, null for nothing. Both
+     * are the same where the member says just what the conversion would put there without it; there are none where it
+     * is read, and would make a difference only if it said something else. The answer is "regenerated" when the result
+     * does not depend on it, and the way back makes such a member all the same; else "lost".
+     *
+     * With K_TEXT_FROM_RESULT `pointer` is of the result, and the output says of which members it was made, the innermost
+     * that there are, those first on which nothing depends beside it:
+     *
+     *     {"pointer": ..., "value": ..., "sources": [{"pointer": ..., "value": ..., "without": ...}, ...]}
+     *
+     * Of a text that is rejected the part is explained that can be converted, which a note says. The problems are those
+     * at the member and inside it. Secrets are masked in the output, too. A pointer to nothing is wrong usage. The
+     * direction, and K_TEXT_DSL_VLAN, are found out as by K_TEXT_CONVERT. */
+    K_TEXT_EXPLAIN = 10
 };
 
 /* The flags of a request. */
@@ -77,7 +96,8 @@ enum {
     K_TEXT_TELL_LOSSES = 1u << 6, /* of K_TEXT_TO_NEW, K_TEXT_TO_OLD and K_TEXT_CONVERT: finds the losses, too */
     K_TEXT_STRICT = 1u << 7,      /* of the same: a text with any warning or loss is rejected; not with K_TEXT_PARTIAL */
     K_TEXT_TOWARDS_NEW = 1u << 8, /* the direction, where an operation finds it out by itself; not both */
-    K_TEXT_TOWARDS_OLD = 1u << 9
+    K_TEXT_TOWARDS_OLD = 1u << 9,
+    K_TEXT_FROM_RESULT = 1u << 10 /* of K_TEXT_EXPLAIN: the pointer is of the result */
 };
 
 /* Values of `indent`: 0 (one line, with blanks) to K_TEXT_DEEPEST_INDENT blanks a level, or no white space at all. */
@@ -90,7 +110,7 @@ typedef struct {
     uint32_t flags;     /* any of K_TEXT_DSL_VLAN, ... that the operation takes */
     int32_t indent;
     const char *section; /* the name of a section, NUL-terminated */
-    const char *pointer; /* of no operation yet: null */
+    const char *pointer; /* of K_TEXT_EXPLAIN, NUL-terminated */
     const char *text;    /* need not end with a NUL */
     const char *other;   /* the second text, null where there is none */
     size_t text_length;  /* in bytes */
