@@ -1,5 +1,6 @@
 #include "comparison.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "pointer.h"
@@ -70,7 +71,7 @@ bool Comparison::compare_entries(json_t* before, json_t* after, json_t* added) {
     GrowingArray<size_t> partners;
     GrowingArray<bool> is_taken;
     const bool are_matched = collect_entries(before, entries) && collect_entries(after, entries_after) &&
-                             match_entries(entries, entries_after, partners);
+                             match_entries(entries, entries_after, may_move(), partners);
     if (!are_matched) return false;
     for (size_t i = 0; i < entries_after.size(); ++i)
         if (!is_taken.add(false)) return false;
@@ -105,6 +106,10 @@ bool Comparison::compare_at(std::string_view name, json_t* before, json_t* after
     const bool has_memory = after == nullptr ? report(K_TEXT_DROPPED, before, nullptr) : compare(before, after);
     path_.cut(length);
     return has_memory;
+}
+
+bool Comparison::may_move() const {
+    return std::find(ordered_.begin(), ordered_.end(), path_.view()) == ordered_.end();
 }
 
 bool Comparison::report(uint32_t kind, json_t* before, json_t* after) {

@@ -21,8 +21,17 @@ class Comparison {
 public:
     Comparison() : made_{json_array()} {}
 
-    // False when memory ends.
-    bool run(json_t* before, json_t* after) { return made_ && compare(before, after); }
+    // False when memory ends. Once more it begins anew.
+    bool run(json_t* before, json_t* after) {
+        differences_.cut(0);
+        return made_ && compare(before, after);
+    }
+
+    // No entry of the list there has moved, however much it looks like another one.
+    bool keep_order(std::string_view pointer) {
+        const char* const kept = pointers_.keep(pointer);
+        return kept != nullptr && ordered_.add({kept, pointer.size()});
+    }
 
     const GrowingArray<Difference>& differences() const { return differences_; }
 
@@ -35,6 +44,7 @@ private:
     bool compare_entry(const Entry& before, const Entry& after);
     // The same with one more token for the time.
     bool compare_at(std::string_view token, json_t* before, json_t* after);
+    bool may_move() const;
     bool report(uint32_t kind, json_t* before, json_t* after);
     bool report_renumbered(uint64_t before, uint64_t after);
     json_t* keep(Json value);
@@ -43,6 +53,7 @@ private:
     KeptTexts pointers_;
     Json made_;
     GrowingArray<Difference> differences_;
+    GrowingArray<std::string_view> ordered_;
 };
 
 }  // namespace kcnvrt::text

@@ -3,6 +3,7 @@
 #include <k_cnvrt.h>
 
 #include <cstring>
+#include <utility>
 
 namespace kcnvrt::text {
 
@@ -48,6 +49,15 @@ bool CounterCheck::convert(const Way& way, json_t* source, Outcome& outcome) {
     k_err_keep_printed(outcome.record.get());
     outcome.tree.reset(convert(way, source, outcome.record.get()));
     return k_err_is_complete(outcome.record.get()) != 0;
+}
+
+bool CounterCheck::convert(json_t* source, Outcome& outcome) {
+    if (!returns_) return convert(way_, source, outcome);
+    Outcome there;
+    if (!convert(way_, source, there)) return false;
+    if (there.tree) return convert(way_.back(), there.tree.get(), outcome);
+    outcome = std::move(there);
+    return true;
 }
 
 bool CounterCheck::convert_changed(json_t* source, GrowingArray<Change>& changes, const Outcome& before,

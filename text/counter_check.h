@@ -36,11 +36,14 @@ public:
     bool convert(const Way& way, json_t* source, Outcome& outcome);
     // The same for who has a record.
     json_t* convert(const Way& way, json_t* source, k_err_t* record);
-    bool convert(json_t* source, Outcome& outcome) { return convert(way_, source, outcome); }
+    bool convert(json_t* source, Outcome& outcome);
 
     // Converts `source`, which is not modified, with those changes, and says whether that comes to something else than
     // `before`. False when memory ends. What is made for it is given back.
     bool convert_changed(json_t* source, GrowingArray<Change>& changes, const Outcome& before, bool& is_changed);
+
+    // While it returns, what is not told a way goes there and back, unless it is rejected there.
+    void go_there_and_back(bool returns) { returns_ = returns; }
 
     const Way& way() const { return way_; }
     const TreeMemory* memory() const { return memory_; }
@@ -50,6 +53,7 @@ private:
     Way way_;
     const TreeMemory* memory_;
     size_t conversions_ = 0;
+    bool returns_ = false;
 };
 
 }  // namespace kcnvrt::text

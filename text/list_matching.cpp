@@ -4,79 +4,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
+
+#include "entry_features.h"
 
 namespace kcnvrt::text {
 
 namespace {
-
-constexpr uint64_t kHashStart = 14695981039346656037u;  // of FNV-1a
-constexpr uint64_t kHashFactor = 1099511628211u;
-
-uint64_t hashed(uint64_t hash, std::string_view bytes) {
-    for (const char byte : bytes) hash = (hash ^ static_cast<unsigned char>(byte)) * kHashFactor;
-    return hash * kHashFactor;
-}
-
-uint64_t hashed(uint64_t hash, json_int_t number) {
-    char digits[24];
-    const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-    return hashed(hash, {digits, static_cast<size_t>(end - digits)});
-}
-
-// What lies deeper tells no more of an entry, and would be looked at once for each list around it.
-constexpr int kDeepest = 3;
-
-// A value somewhere in an entry.
-struct Feature {
-    uint64_t hash;
-    size_t entry;
-};
-
-class Features {
-public:
-    bool collect(const GrowingArray<Entry>& entries) {
-        for (size_t i = 0; i < entries.size(); ++i)
-            if (!add(entries[i].value, kHashStart, i, 0)) return false;
-        std::sort(list_.begin(), list_.end(), [](const Feature& left, const Feature& right) {
-            return left.hash != right.hash ? left.hash < right.hash : left.entry < right.entry;
-        });
-        return true;
-    }
-
-    const Feature* begin() const { return list_.begin(); }
-    const Feature* end() const { return list_.end(); }
-
-private:
-    bool add(json_t* value, uint64_t hash, size_t entry, int level) {
-        if (json_is_object(value) || json_is_array(value))
-            return level == kDeepest || inside(value, hash, entry, level);
-        // A number that comes back as a text is still the same.
-        if (json_is_string(value))
-            hash = hashed(hash, {json_string_value(value), json_string_length(value)});
-        else if (json_is_integer(value))
-            hash = hashed(hash, json_integer_value(value));
-        else
-            hash = hashed(hash, static_cast<json_int_t>(json_typeof(value)));
-        return list_.add({hash, entry});
-    }
-
-    bool inside(json_t* container, uint64_t hash, size_t entry, int level) {
-        const char* name;
-        size_t length;
-        json_t* value;
-        json_object_keylen_foreach(container, name, length, value) {
-            if (!add(value, hashed(hash, {name, length}), entry, level + 1)) return false;
-        }
-        size_t index;
-        json_array_foreach(container, index, value) {
-            if (!add(value, hashed(hash, static_cast<json_int_t>(index)), entry, level + 1)) return false;
-        }
-        return true;
-    }
-
-    GrowingArray<Feature> list_;
-};
 
 // How much one entry before and one after are alike.
 struct Pair {
@@ -86,72 +19,124 @@ struct Pair {
     bool has_same_number;
 };
 
-// A value that more pairs than these have in common tells nothing.
-constexpr size_t kMostPairs = 16;
+struct Numbered {
+    uint64_t number;
+    size_t entry;
+};
 
-const Feature* end_of_run(const Feature* first, const Feature* end) {
-    return std::find_if(first, end, [first](const Feature& each) { return each.hash != first->hash; });
+bool fill(GrowingArray<bool>& flags, size_t count) {
+    while (flags.size() < count)
+        if (!flags.add(false)) return false;
+    return true;
 }
 
-// A pair for each value that both have.
-bool pair_by_values(const Features& before, const Features& after, GrowingArray<Pair>& pairs) {
-    const Feature* left = before.begin();
-    const Feature* right = after.begin();
-    while (left != before.end() && right != after.end()) {
-        const Feature* const left_end = end_of_run(left, before.end());
-        const Feature* const right_end = end_of_run(right, after.end());
-        const auto count = static_cast<size_t>((left_end - left) * (right_end - right));
-        if (left->hash == right->hash && count <= kMostPairs) {
-            const auto likeness = static_cast<unsigned>(kMostPairs / count);
-            for (const Feature* i = left; i != left_end; ++i)
-                for (const Feature* j = right; j != right_end; ++j)
-                    if (!pairs.add({i->entry, j->entry, likeness, false})) return false;
+class Matching {
+public:
+    Matching(const GrowingArray<Entry>& before, const GrowingArray<Entry>& after) : before_{before}, after_{after} {}
+
+    bool run(bool may_move, GrowingArray<size_t>& partners) {
+        for (size_t i = 0; i < before_.size(); ++i)
+            if (!partners.add(kNoEntry)) return false;
+        const bool has_memory = fill(has_number_after_, before_.size()) && fill(has_number_before_, after_.size()) &&
+                                fill(is_taken_, after_.size()) && pair_by_numbers() && (!may_move || pair_by_values());
+        if (has_memory) choose(partners);
+        return has_memory;
+    }
+
+private:
+    // A pair for each value that both have.
+    bool pair_by_values() {
+        if (!features_before_.collect(before_) || !features_after_.collect(after_)) return false;
+        const Feature* left = features_before_.begin();
+        const Feature* right = features_after_.begin();
+        while (left != features_before_.end() && right != features_after_.end()) {
+            const Feature* const left_end = features_before_.end_of_run(left);
+            const Feature* const right_end = features_after_.end_of_run(right);
+            if (left->hash == right->hash && !pair_runs(left, left_end, right, right_end)) return false;
+            const bool is_left_next = left->hash <= right->hash;
+            const bool is_right_next = right->hash <= left->hash;
+            if (is_left_next) left = left_end;
+            if (is_right_next) right = right_end;
         }
-        const bool is_left_next = left->hash <= right->hash;
-        const bool is_right_next = right->hash <= left->hash;
-        if (is_left_next) left = left_end;
-        if (is_right_next) right = right_end;
+        return true;
     }
-    return true;
-}
 
-// One pair out of all that are of the same two entries.
-void add_up(GrowingArray<Pair>& pairs) {
-    std::sort(pairs.begin(), pairs.end(), [](const Pair& left, const Pair& right) {
-        return left.before != right.before ? left.before < right.before : left.after < right.after;
-    });
-    size_t kept = 0;
-    for (const Pair& pair : pairs) {
-        if (kept != 0 && pairs[kept - 1].before == pair.before && pairs[kept - 1].after == pair.after)
-            pairs[kept - 1].likeness += pair.likeness;
-        else
-            pairs[kept++] = pair;
+    bool pair_runs(const Feature* left, const Feature* left_end, const Feature* right, const Feature* right_end) {
+        const unsigned weight = weight_of(static_cast<size_t>(left_end - left), static_cast<size_t>(right_end - right));
+        if (weight == 0) return true;
+        for (const Feature* i = left; i != left_end; ++i)
+            for (const Feature* j = right; j != right_end; ++j)
+                if (!pairs_.add({i->entry, j->entry, weight, false})) return false;
+        return true;
     }
-    pairs.cut(kept);
-}
 
-bool is_preferred(const Pair& left, const Pair& right) {
-    if (left.likeness != right.likeness) return left.likeness > right.likeness;
-    if (left.has_same_number != right.has_same_number) return left.has_same_number;
-    return left.before != right.before ? left.before < right.before : left.after < right.after;
-}
-
-// Entries that have nothing in common are the same when they have the same number.
-bool pair_by_numbers(const GrowingArray<Entry>& before, const GrowingArray<Entry>& after, GrowingArray<Pair>& pairs) {
-    GrowingArray<Pair> numbers;  // here an index, and the number in place of the other one
-    for (size_t i = 0; i < after.size(); ++i)
-        if (!numbers.add({0, i, 0, false})) return false;
-    const auto number_of_pair = [&after](const Pair& pair) { return after[pair.after].number; };
-    std::sort(numbers.begin(), numbers.end(),
-              [=](const Pair& left, const Pair& right) { return number_of_pair(left) < number_of_pair(right); });
-    for (size_t i = 0; i < before.size(); ++i) {
-        const Pair* const found = std::partition_point(
-            numbers.begin(), numbers.end(), [&](const Pair& pair) { return number_of_pair(pair) < before[i].number; });
-        if (found == numbers.end() || number_of_pair(*found) != before[i].number) continue;
-        if (!pairs.add({i, found->after, 0, true})) return false;
+    // Entries that have nothing in common are the same when they have the same number.
+    bool pair_by_numbers() {
+        GrowingArray<Numbered> numbers;
+        for (size_t i = 0; i < after_.size(); ++i)
+            if (!numbers.add({after_[i].number, i})) return false;
+        std::sort(numbers.begin(), numbers.end(),
+                  [](const Numbered& left, const Numbered& right) { return left.number < right.number; });
+        for (size_t i = 0; i < before_.size(); ++i) {
+            const uint64_t number = before_[i].number;
+            const Numbered* const found = std::partition_point(
+                numbers.begin(), numbers.end(), [number](const Numbered& each) { return each.number < number; });
+            if (found == numbers.end() || found->number != number) continue;
+            has_number_after_[i] = has_number_before_[found->entry] = true;
+            if (!pairs_.add({i, found->entry, 0, true})) return false;
+        }
+        return true;
     }
-    return true;
-}
+
+    // One pair out of all that are of the same two entries.
+    void add_up() {
+        std::sort(pairs_.begin(), pairs_.end(), [](const Pair& left, const Pair& right) {
+            return left.before != right.before ? left.before < right.before : left.after < right.after;
+        });
+        size_t kept = 0;
+        for (const Pair& pair : pairs_) {
+            if (kept != 0 && pairs_[kept - 1].before == pair.before && pairs_[kept - 1].after == pair.after) {
+                pairs_[kept - 1].likeness += pair.likeness;
+                pairs_[kept - 1].has_same_number |= pair.has_same_number;
+            } else {
+                pairs_[kept++] = pair;
+            }
+        }
+        pairs_.cut(kept);
+    }
+
+    void choose(GrowingArray<size_t>& partners) {
+        add_up();
+        std::sort(pairs_.begin(), pairs_.end(), [](const Pair& left, const Pair& right) {
+            if (left.likeness != right.likeness) return left.likeness > right.likeness;
+            if (left.has_same_number != right.has_same_number) return left.has_same_number;
+            return left.before != right.before ? left.before < right.before : left.after < right.after;
+        });
+        for (const Pair& pair : pairs_) {
+            if (partners[pair.before] != kNoEntry || is_taken_[pair.after] || !is_believed(pair)) continue;
+            partners[pair.before] = pair.after;
+            is_taken_[pair.after] = true;
+        }
+    }
+
+    // Where both numbers are there before and after, an entry has moved only if most of it has: what two entries have in
+    // common may as well have been copied from one to the other.
+    bool is_believed(const Pair& pair) const {
+        if (pair.has_same_number || !has_number_after_[pair.before] || !has_number_before_[pair.after]) return true;
+        const unsigned whole =
+            std::max(features_before_.weight_of_entry(pair.before), features_after_.weight_of_entry(pair.after));
+        return pair.likeness > whole / 2;
+    }
+
+    const GrowingArray<Entry>& before_;
+    const GrowingArray<Entry>& after_;
+    Features features_before_;
+    Features features_after_;
+    GrowingArray<Pair> pairs_;
+    GrowingArray<bool> has_number_after_;   // of the entries before
+    GrowingArray<bool> has_number_before_;  // of the entries after
+    GrowingArray<bool> is_taken_;           // of the entries after
+};
 
 }  // namespace
 
@@ -179,29 +164,9 @@ bool collect_entries(json_t* list, GrowingArray<Entry>& entries) {
     return true;
 }
 
-bool match_entries(const GrowingArray<Entry>& before, const GrowingArray<Entry>& after,
+bool match_entries(const GrowingArray<Entry>& before, const GrowingArray<Entry>& after, bool may_move,
                    GrowingArray<size_t>& partners) {
-    Features features_before;
-    Features features_after;
-    GrowingArray<Pair> pairs;
-    GrowingArray<bool> is_taken;
-    for (size_t i = 0; i < before.size(); ++i)
-        if (!partners.add(kNoEntry)) return false;
-    for (size_t i = 0; i < after.size(); ++i)
-        if (!is_taken.add(false)) return false;
-    const bool has_memory = features_before.collect(before) && features_after.collect(after) &&
-                            pair_by_values(features_before, features_after, pairs) &&
-                            pair_by_numbers(before, after, pairs);
-    if (!has_memory) return false;
-    add_up(pairs);
-    for (Pair& pair : pairs) pair.has_same_number = before[pair.before].number == after[pair.after].number;
-    std::sort(pairs.begin(), pairs.end(), is_preferred);
-    for (const Pair& pair : pairs) {
-        if (partners[pair.before] != kNoEntry || is_taken[pair.after]) continue;
-        partners[pair.before] = pair.after;
-        is_taken[pair.after] = true;
-    }
-    return true;
+    return Matching(before, after).run(may_move, partners);
 }
 
 }  // namespace kcnvrt::text

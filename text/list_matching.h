@@ -27,8 +27,9 @@ uint64_t number_of(std::string_view name);
 bool collect_entries(json_t* list, GrowingArray<Entry>& entries);
 
 // For each entry before, the index of the one after that is most like it, each of which is taken once, or kNoEntry. An
-// entry that is as much like another one as like that of its own number is taken for the latter. False when memory
-// ends.
-bool match_entries(const GrowingArray<Entry>& before, const GrowingArray<Entry>& after, GrowingArray<size_t>& partners);
+// entry that is as much like another one as like that of its own number is taken for the latter; where none can have
+// moved, numbers alone count. False when memory ends.
+bool match_entries(const GrowingArray<Entry>& before, const GrowingArray<Entry>& after, bool may_move,
+                   GrowingArray<size_t>& partners);
 
 }  // namespace kcnvrt::text

@@ -73,8 +73,8 @@ public:
 
     bool find() {
         GrowingArray<Piece> pieces;
-        const bool has_memory = convert_back() && comparison_.run(source_, back_.get()) && collect(pieces) &&
-                                find_unused(pieces) && add_differences() && add_unused(pieces);
+        const bool has_memory = convert_back() && compare() && collect(pieces) && find_unused(pieces) &&
+                                add_differences() && add_unused(pieces);
         return has_memory || run_out_of_memory();
     }
 
@@ -102,6 +102,35 @@ private:
         if (!copy || !take_part(check_.way().back(), copy.get(), back, part)) return false;
         back_ = part.converted ? std::move(part.converted) : Json(json_object());
         return back_ != nullptr;
+    }
+
+    bool compare() {
+        bool is_doubted = false;
+        return comparison_.run(source_, back_.get()) && doubt_moves(is_doubted) &&
+               (!is_doubted || comparison_.run(source_, back_.get()));
+    }
+
+    // An entry that has moved makes a difference to what comes back. What only looks like it came from elsewhere.
+    bool doubt_moves(bool& is_doubted) {
+        GrowingArray<Piece> moved;
+        for (const Difference& each : comparison_.differences()) {
+            const bool is_inside_moved = !moved.is_empty() && is_inside(each.pointer, moved.last().pointer);
+            if (each.kind != K_TEXT_RENUMBERED || is_inside_moved) continue;
+            if (!moved.add({each.pointer, value_at(source_, each.pointer)})) return false;
+        }
+        if (moved.is_empty()) return true;
+        Outcome before;
+        check_.go_there_and_back(true);
+        UnusedPieces unused(check_, source_, before);
+        const bool has_memory = check_.convert(source_, before) && (!before.tree || unused.find(moved));
+        check_.go_there_and_back(false);
+        std::sort(moved.begin(), moved.end(), is_before);
+        for (const Piece& piece : unused.found()) {
+            if (!has(moved, piece.pointer)) continue;
+            is_doubted = true;
+            if (!comparison_.keep_order(parent_of(piece.pointer))) return false;
+        }
+        return has_memory;
     }
 
     // The places that hold something of which nothing comes back.

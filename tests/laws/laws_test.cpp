@@ -2,7 +2,8 @@
 // declares.
 //
 // Each section of the examples is a test in each direction: generated documents of that section are converted there and
-// back as whole documents, without a message, and compared member by member with what the losses leave of them.
+// back as whole documents, without a message, and compared member by member with what the losses leave of them. The
+// list of losses that the text layer gives has to say the same.
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -16,6 +17,7 @@
 #include "sections.h"
 #include "silence.h"
 #include "table_visits.h"
+#include "told_losses.h"
 #include "value_at.h"
 #include "word_places.h"
 
@@ -69,7 +71,8 @@ std::string defect_of(Side side, json_t* document, uint8_t flags, const Losses& 
     if (!back.is_silent()) return "on the way back:" + back.messages;
     const Tree expected = losses.apply_to(document, words);
     const auto difference = difference_between(expected.get(), back.document.get());
-    return difference ? described(document, *difference) : "";
+    if (difference) return described(document, *difference);
+    return defect_of_told_losses(side, document, (flags & K_CNVRT_DSL_VLAN) != 0, back.document.get());
 }
 
 // An old document needs users to come back: a new one without "version" is rejected.
