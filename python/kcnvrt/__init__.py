@@ -14,7 +14,7 @@ rejected gives a result like any other. What raises is wrong usage (WrongUsage, 
 """
 
 from ._library import LibraryNotFound, version
-from ._requests import apply, check, convert, diff, explain, losses, section, sections, to_new, to_old
+from ._requests import apply, check, convert, diff, explain, find, losses, section, sections, to_new, to_old
 from ._results import Loss, Problem, Result, Status, WrongUsage
 
 __all__ = [
@@ -29,6 +29,7 @@ __all__ = [
     "convert",
     "diff",
     "explain",
+    "find",
     "losses",
     "section",
     "sections",

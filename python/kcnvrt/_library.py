@@ -116,16 +116,18 @@ class LibraryNotFound(OSError):
 
 # A result is a plain address, so that nothing but its owner can release it.
 _ADDRESS = ctypes.c_void_p
+_SIZE = ctypes.POINTER(ctypes.c_size_t)
 _FUNCTIONS = {
     "k_text_run": (_ADDRESS, [ctypes.POINTER(Request)]),
     "k_text_status": (ctypes.c_int, [_ADDRESS]),
     "k_text_direction": (ctypes.c_uint32, [_ADDRESS]),
-    "k_text_output": (_ADDRESS, [_ADDRESS, ctypes.POINTER(ctypes.c_size_t)]),
+    "k_text_output": (_ADDRESS, [_ADDRESS, _SIZE]),
     "k_text_problem_count": (ctypes.c_size_t, [_ADDRESS]),
     "k_text_problem": (ctypes.c_int, [_ADDRESS, ctypes.c_size_t, ctypes.POINTER(Problem)]),
     "k_text_loss_count": (ctypes.c_size_t, [_ADDRESS]),
     "k_text_loss": (ctypes.c_int, [_ADDRESS, ctypes.c_size_t, ctypes.POINTER(Loss)]),
     "k_text_free": (None, [_ADDRESS]),
+    "k_text_find": (ctypes.c_int, [ctypes.c_char_p, ctypes.c_size_t, ctypes.c_char_p, _SIZE, _SIZE]),
     "k_text_section": (ctypes.c_char_p, [ctypes.c_uint32, ctypes.c_size_t]),
     "k_text_version": (ctypes.c_char_p, []),
 }

@@ -211,6 +211,22 @@ def _sections_of(layout: int) -> Tuple[str, ...]:
         names.append(name.decode())
 
 
+def find(text: bytes, pointer: str) -> Optional[slice]:
+    """Where in a JSON text the value is that the JSON Pointer leads to, as a slice of it; None where there is none.
+
+    It looks for no more than where values end, so that in a text that cannot be read it may find something, or nothing.
+    """
+    if not isinstance(text, bytes):
+        raise TypeError("the text is bytes, not %s" % type(text).__name__)
+    library = _library.load()
+    offset, length = ctypes.c_size_t(), ctypes.c_size_t()
+    name = _name_of(pointer, "a pointer")
+    found = library.k_text_find(text, len(text), name, ctypes.byref(offset), ctypes.byref(length))
+    if found < 0:
+        raise MemoryError("there is too little memory to look for a value")
+    return slice(offset.value, offset.value + length.value) if found else None
+
+
 def diff(
     text: Text,
     other: Text,

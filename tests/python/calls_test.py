@@ -187,6 +187,16 @@ class Operations(unittest.TestCase):
         self.assertEqual(kcnvrt.to_new(old, base=base).output, b"[]")
         self.assertEqual(kcnvrt.to_new(old, base=base, merge_patch=True).output, b"{}")
 
+    def test_a_value_is_found(self):
+        text = '{"é": [1, {"a/b": "x]"}], "c": tru'.encode()
+        for pointer, value in (("/é/0", "1"), ("/é/1/a~1b", '"x]"'), ("/c", "tru"), ("", text.decode())):
+            self.assertEqual(text[kcnvrt.find(text, pointer)].decode(), value)
+        for pointer in ("/d", "c", "/é/2", "/c/0"):
+            self.assertIsNone(kcnvrt.find(text, pointer))
+        self.assertEqual(kcnvrt.find(b'\0', ""), slice(0, 1))
+        self.assertRaises(TypeError, kcnvrt.find, "{}", "")
+        self.assertRaises(kcnvrt.WrongUsage, kcnvrt.find, b"{}", "\0")
+
     def test_losses_are_told_with_their_places(self):
         text = '{"lang": "en", "nothing": {"password": "hunter2"}}'
         dropped = kcnvrt.Loss(kind="dropped", pointer="/nothing", line=1, column=27, offset=26, length=23,

@@ -118,6 +118,11 @@ class Memory(unittest.TestCase):
             self.assertEqual(run_python(program % text, KCNVRT_LIBRARY=STAND_IN),
                              "there is too little memory to convert the text\n")
 
+    def test_that_is_missing_for_a_search_raises(self):
+        program = "import kcnvrt\ntry: kcnvrt.find(b'{}', '')\nexcept MemoryError as error: print(error)"
+        self.assertEqual(run_python(program, KCNVRT_LIBRARY=STAND_IN),
+                         "there is too little memory to look for a value\n")
+
     def test_that_is_missing_for_a_conversion_raises(self):
         program = """
 import resource

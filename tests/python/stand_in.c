@@ -86,6 +86,12 @@ void k_text_free(k_text_result_t* result) {
     free(result);
 }
 
+int k_text_find(const char* text, size_t length, const char* pointer, size_t* offset, size_t* value_length) {
+    (void)text, (void)length, (void)pointer;
+    *offset = *value_length = 0;
+    return -1;
+}
+
 const char* k_text_section(uint32_t list, size_t index) {
     (void)list, (void)index;
     return NULL;

@@ -124,6 +124,24 @@ TEST(TextLibrary, ListsTheSections) {
     EXPECT_EQ(k_text_section(2, 0), nullptr);
 }
 
+TEST(TextLibrary, FindsValues) {
+    const std::string_view text = R"( {"a/b": [1, {"ключ": "x]"}], "a": tru)";
+    const auto found = [text](const char* pointer) {
+        size_t offset = 7, length = 7;
+        const int answer = k_text_find(text.data(), text.size(), pointer, &offset, &length);
+        EXPECT_EQ(answer, length != 0 ? 1 : 0) << pointer;
+        EXPECT_TRUE(length != 0 || offset == 0) << pointer;
+        return text.substr(offset, length);
+    };
+    EXPECT_EQ(found("/a~1b"), "[1, {\"ключ\": \"x]\"}]");
+    EXPECT_EQ(found("/a~1b/0"), "1");
+    EXPECT_EQ(found("/a~1b/1/ключ"), "\"x]\"");
+    EXPECT_EQ(found("/a"), "tru");
+    EXPECT_EQ(found(""), text.substr(1));
+    for (const char* const pointer : {"/b", "/a~1b/2", "/a/b", "a", "/a~1b/1/ключ/0"})
+        EXPECT_EQ(found(pointer), "") << pointer;
+}
+
 TEST(TextLibrary, NamesItsVersion) {
     int major = 0, minor = 0, patch = 0;
     char rest = 0;

@@ -258,6 +258,13 @@ enum {
  * library's own. */
 const char *k_text_section(uint32_t list, size_t index);
 
+/*
+ * Where in a JSON text the value is that a JSON Pointer leads to ("" is the whole): `offset` from 0 and `value_length`,
+ * in bytes. It looks for no more than where values end, so that in a text that cannot be read it may find something, or
+ * nothing. 1 when it has found it, 0 when there is no such value, -1 when memory runs out; the two are 0 then.
+ */
+int k_text_find(const char *text, size_t length, const char *pointer, size_t *offset, size_t *value_length);
+
 /* The library's version, as in "1.2.3". */
 const char *k_text_version(void);
 

@@ -236,6 +236,7 @@ static void call_texts(void) {
     expect(k_text_loss_count(result) == 2 && k_text_loss(result, 1, &loss) == 0 && loss.kind == K_TEXT_DROPPED);
     k_text_free(result);
     expect(k_text_section(K_TEXT_OLD_SECTIONS, 0) && !k_text_section(K_TEXT_NEW_SECTIONS, 1000));
+    expect(k_text_find(text, sizeof text - 1, "", &length, &length) == 1 && length == sizeof text - 1);
     expect(strlen(k_text_version()) != 0);
 }
 
