@@ -1,6 +1,6 @@
 #!/bin/bash
-# run.sh FOLDER: runs the tests of the package that scripts/wasm.sh has made in FOLDER. It is installed from its archive,
-# in a folder that has nothing else, and the tests run there.
+# run.sh FOLDER: runs the tests of the package that scripts/wasm.sh has made in FOLDER. It is installed from its
+# archive, in a folder that has nothing else, and the tests run there.
 set -euo pipefail
 source=$(dirname "$(realpath "$0")")
 built=$1

@@ -1,5 +1,5 @@
 // Compiled, not run: what the types allow, and what they refuse.
-import { apply, diff, section, sections, toNew, toOld, version } from 'k-cnvrt';
+import { apply, convert, diff, section, sections, toNew, toOld, version } from 'k-cnvrt';
 import type { Answer, Problem } from 'k-cnvrt';
 import * as inline from 'k-cnvrt/inline';
 import { compile, createConverter } from 'k-cnvrt/core';
@@ -11,6 +11,8 @@ const output: string | null = toOld(new ArrayBuffer(0), { partial: true, showSec
 const names: string[] = sections('new');
 const answers: Answer[] = [
     section('dns', '{}', { to: 'old' }),
+    convert('{}', { to: 'new', force: true }),
+    section('dns', '{}', { to: 'new', base: '{}', mergePatch: true, asIs: true }),
     diff('[]', '{}', { mergePatch: true }),
     apply('[]', '{}', { indent: 31 }),
     inline.toNew('{}'),

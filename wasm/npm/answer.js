@@ -24,6 +24,12 @@ const TEXTS = {
     [header.K_TEXT_IN_OTHER]: 'other',
 };
 
+const DIRECTIONS = {
+    0: null,
+    [header.K_TEXT_TO_NEW]: 'to-new',
+    [header.K_TEXT_TO_OLD]: 'to-old',
+};
+
 const NOWHERE = { which: null, pointer: null, line: null, column: null, offset: null, length: null };
 
 const BROKEN_CHARACTER = {
@@ -32,14 +38,14 @@ const BROKEN_CHARACTER = {
 };
 
 function failure(status, problem) {
-    return { status, output: null, problems: [{ severity: 'error', ...NOWHERE, ...problem }] };
+    return { status, direction: null, output: null, problems: [{ severity: 'error', ...NOWHERE, ...problem }] };
 }
 
 /**
  * What the operation makes of its sources. Everything that can happen to a text is an answer, also that it is too large
  * or that the module stops.
  */
-export function ask(instance, operation, { text, other, section }, { flags, indent }) {
+export function ask(instance, { text, other, section, ...request }) {
     for (const [which, source] of Object.entries({ text, other })) {
         const place = source && brokenCharacter(source);
         if (place) return failure('unreadable', { which, ...place, length: 1, ...BROKEN_CHARACTER });
@@ -49,8 +55,7 @@ export function ask(instance, operation, { text, other, section }, { flags, inde
             const names = section ? { section: running.put(section) } : {};
             const texts = { text: running.put(text.bytes), text_length: text.bytes.length };
             const others = other ? { other: running.put(other.bytes), other_length: other.bytes.length } : {};
-            const request = { operation, flags, indent, ...names, ...texts, ...others };
-            const at = running.putStructure(header.k_text_request_t, request);
+            const at = running.putStructure(header.k_text_request_t, { ...request, ...names, ...texts, ...others });
             const result = running.exports.k_text_run(at);
             const answer = readAnswer(running, result, { text, other });
             running.exports.k_text_free(result);
@@ -67,7 +72,12 @@ function readAnswer(running, result, sources) {
     const { exports } = running;
     const status = STATUSES[exports.k_text_status(result)];
     if (status === 'out-of-memory') throw outOfMemory();
-    return { status, output: readOutput(running, result), problems: readProblems(running, result, sources) };
+    return {
+        status,
+        direction: DIRECTIONS[exports.k_text_direction(result)],
+        output: readOutput(running, result),
+        problems: readProblems(running, result, sources),
+    };
 }
 
 function readOutput(running, result) {

@@ -2,7 +2,7 @@
 import { ask } from './answer.js';
 import * as header from './header.js';
 import { Instance } from './instance.js';
-import { settingsOf } from './request.js';
+import { isNew, settingsOf, towards } from './request.js';
 import { nameOf, sourceOf } from './text.js';
 
 /** Compiles the module from its bytes, or from a response while it arrives, whatever type the server gives it. */
@@ -15,25 +15,25 @@ export async function compile(source) {
     return WebAssembly.compile(await response.arrayBuffer());
 }
 
-function isNew(layout) {
-    if (layout !== 'old' && layout !== 'new') throw new TypeError("a layout is 'old' or 'new'");
-    return layout === 'new';
-}
-
 /** The functions, each of which stands for itself: they may be taken out of the object. */
 export function createConverter(module) {
     const instance = new Instance(module);
 
-    const about = (operation, text, { base, ...options } = {}, names = {}) => {
+    const about = (operation, text, { base, ...options } = {}, { section, flags } = {}) => {
         const other = base === undefined ? null : sourceOf(base, 'base');
-        return ask(instance, operation, { text: sourceOf(text, 'text'), other, ...names }, settingsOf(options));
+        const sources = { text: sourceOf(text, 'text'), other };
+        return ask(instance, { operation, section, ...sources, ...settingsOf(options, flags) });
     };
-    const between = (operation, text, other, name, options = {}) =>
-        ask(instance, operation, { text: sourceOf(text, 'text'), other: sourceOf(other, name) }, settingsOf(options));
+    const between = (operation, text, other, name, options = {}) => {
+        const sources = { text: sourceOf(text, 'text'), other: sourceOf(other, name) };
+        return ask(instance, { operation, ...sources, ...settingsOf(options) });
+    };
 
     return {
         toNew: (text, options) => about(header.K_TEXT_TO_NEW, text, options),
         toOld: (text, options) => about(header.K_TEXT_TO_OLD, text, options),
+        convert: (text, { to, ...options } = {}) =>
+            about(header.K_TEXT_CONVERT, text, options, { flags: towards(to) }),
         section: (name, text, { to, ...options } = {}) => {
             const operation = isNew(to) ? header.K_TEXT_SECTION_TO_NEW : header.K_TEXT_SECTION_TO_OLD;
             return about(operation, text, options, { section: nameOf(name, 'the name of a section') });

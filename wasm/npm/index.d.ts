@@ -4,6 +4,7 @@ export type * from './types.js';
 
 export const toNew: Converter['toNew'];
 export const toOld: Converter['toOld'];
+export const convert: Converter['convert'];
 export const section: Converter['section'];
 export const sections: Converter['sections'];
 export const diff: Converter['diff'];

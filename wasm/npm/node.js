@@ -4,4 +4,4 @@ import { createConverter } from './core.js';
 
 const module = new WebAssembly.Module(readFileSync(new URL('./k_cnvrt.wasm', import.meta.url)));
 
-export const { toNew, toOld, section, sections, diff, apply, version } = createConverter(module);
+export const { toNew, toOld, convert, section, sections, diff, apply, version } = createConverter(module);

@@ -6,7 +6,21 @@ const FLAGS = {
     mergePatch: header.K_TEXT_MERGE_PATCH,
     showSecrets: header.K_TEXT_SHOW_SECRETS,
     partial: header.K_TEXT_PARTIAL,
+    force: header.K_TEXT_FORCE,
+    asIs: header.K_TEXT_AS_IS,
 };
+
+/** The direction of an operation that finds it out by itself where no layout is given. */
+export function towards(layout) {
+    if (layout === undefined) return 0;
+    return isNew(layout) ? header.K_TEXT_TOWARDS_NEW : header.K_TEXT_TOWARDS_OLD;
+}
+
+/** Of the two layouts. */
+export function isNew(layout) {
+    if (layout !== 'old' && layout !== 'new') throw new TypeError("a layout is 'old' or 'new'");
+    return layout === 'new';
+}
 
 // The tool's.
 const USUAL_INDENT = 4;
@@ -23,11 +37,11 @@ function flagOf(name, value) {
     return value ? FLAGS[name] : 0;
 }
 
-/** The flags and the indent that options ask for. An option that is undefined is none. */
-export function settingsOf({ indent = USUAL_INDENT, ...switches }) {
+/** The flags and the indent that options ask for, with further flags. An option that is undefined is none. */
+export function settingsOf({ indent = USUAL_INDENT, ...switches }, further = 0) {
     const given = Object.entries(switches).filter(([, value]) => value !== undefined);
     return {
-        flags: given.reduce((flags, [name, value]) => flags | flagOf(name, value), 0),
+        flags: given.reduce((flags, [name, value]) => flags | flagOf(name, value), further),
         indent: indentOf(indent),
     };
 }

@@ -18,7 +18,7 @@ export interface Problem {
     offset: number | null;
     /** The length of the value, in UTF-16 units; 0 where nothing is there. */
     length: number | null;
-    /** Who says so: a function of the library, or 'parse', 'partial', 'usage', 'diagnostic', 'module'. */
+    /** Who says so: a function of the library, or 'parse', 'layout', 'partial', 'usage', 'diagnostic', 'module'. */
     function: string;
     message: string;
 }
@@ -27,9 +27,9 @@ export interface Answer {
     /**
      * - converted: there is an output, though there may be problems
      * - rejected: the text can be read but not converted; there is an output only with `partial`
-     * - wrong-layout: the text is of another layout than the function reads
+     * - wrong-layout: a text is of another layout than the function reads
      * - unreadable: a text is not what the function reads
-     * - wrong-usage: the function does not take such an option, or there is no such section
+     * - wrong-usage: the function does not take such an option, or not together with the others
      * - out-of-memory: the text is too large
      * - stopped: the module stopped, which is a fault of its own
      */
@@ -41,6 +41,8 @@ export interface Answer {
         | 'wrong-usage'
         | 'out-of-memory'
         | 'stopped';
+    /** Which way the text was converted, or would have been; null where nothing is, or that was not found out. */
+    direction: 'to-new' | 'to-old' | null;
     output: string | null;
     /** In the order in which they were found. */
     problems: Problem[];
@@ -53,9 +55,11 @@ export interface Options {
     showSecrets?: boolean;
 }
 
-export interface PartialOptions extends Options {
+export interface ConversionOptions extends Options {
     /** Of a rejected text, what can be converted of it. */
     partial?: boolean;
+    /** Nothing is refused for its layout. */
+    force?: boolean;
 }
 
 export interface DifferenceOptions extends Options {
@@ -71,13 +75,15 @@ export interface BaseOptions {
 }
 
 export interface DeviceOptions {
-    /** The device ties its VLANs to DSL services: 'groups' instead of 'vlan'. */
+    /** The device ties its VLANs to DSL services: 'groups' instead of 'vlan'. `convert` finds that out by itself. */
     dslVlan?: boolean;
 }
 
-export interface SectionOptions extends PartialOptions, BaseOptions {
+export interface SectionOptions extends ConversionOptions, BaseOptions {
     /** The layout of the result. */
     to: Layout;
+    /** The text is the section. Without it, a section is taken out of a text that is a whole configuration. */
+    asIs?: boolean;
 }
 
 /*
@@ -86,9 +92,11 @@ export interface SectionOptions extends PartialOptions, BaseOptions {
  */
 export interface Converter {
     /** An old configuration in the new layout. */
-    toNew(text: Text, options?: PartialOptions & BaseOptions & DeviceOptions): Answer;
+    toNew(text: Text, options?: ConversionOptions & BaseOptions & DeviceOptions): Answer;
     /** A new configuration in the old layout. */
-    toOld(text: Text, options?: PartialOptions & DeviceOptions): Answer;
+    toOld(text: Text, options?: ConversionOptions & DeviceOptions): Answer;
+    /** A configuration in the layout `to`, or else in that which it is not in. */
+    convert(text: Text, options?: ConversionOptions & DeviceOptions & { to?: Layout }): Answer;
     /** One section, by a name of `sections`. */
     section(name: string, text: Text, options: SectionOptions): Answer;
     /** The names of the sections that can be made in a layout. */

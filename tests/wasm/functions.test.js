@@ -1,0 +1,182 @@
+// What the functions answer, and where they say that a problem is.
+import assert from 'node:assert/strict';
+import test from 'node:test';
+import { apply, convert, diff, section, sections, toNew, toOld } from 'k-cnvrt';
+import { example } from './tools.js';
+
+const oldHome = example('home-gateway.old.json');
+const newHome = example('home-gateway.new.json');
+const compact = { indent: 'compact' };
+
+const withAuth = (auth, before = '') =>
+    `{${before}"ifaces": {"eth4": {"type": "ethernet", "services": {"ppp0": {"type": "ppp", "auth": ${auth}}}}}}`;
+
+// The values that the problems of an answer point to.
+const valuesAt = (text, { problems }) => problems.map(({ offset, length }) => text.slice(offset, offset + length));
+
+test('a configuration becomes one of the other layout', () => {
+    for (const [text, made, direction] of [[oldHome, toNew(oldHome), 'to-new'], [newHome, toOld(newHome), 'to-old']]) {
+        assert.equal(made.status, 'converted');
+        assert.equal(made.direction, direction);
+        assert.deepEqual(made.problems, []);
+        assert.deepEqual(convert(text), made);
+    }
+});
+
+test('a text is a string or bytes', () => {
+    const bytes = new TextEncoder().encode(oldHome);
+    const answer = toNew(oldHome);
+    const larger = new Uint8Array([32, ...bytes, 32]);
+    assert.deepEqual(toNew(bytes), answer);
+    assert.deepEqual(toNew(bytes.buffer), answer);
+    assert.deepEqual(toNew(larger.subarray(1, -1)), answer);
+    assert.deepEqual(toNew(Buffer.from(oldHome)), answer);
+});
+
+test('an output is indented by four, as asked, or not at all', () => {
+    assert.equal(diff('{"a": 1}', '{}', { mergePatch: true }).output, '{\n    "a": null\n}');
+    assert.equal(diff('{"a": 1}', '{}', { mergePatch: true, indent: 2 }).output, '{\n  "a": null\n}');
+    assert.equal(diff('{"a": 1}', '{}', { mergePatch: true, indent: 0 }).output, '{"a": null}');
+    assert.equal(diff('{"a": 1}', '{}', { mergePatch: true, ...compact }).output, '{"a":null}');
+});
+
+test('nothing is lost of numbers and texts', () => {
+    const values = '[9007199254740993,1.0,-0.0,1e-7,0.30000000000000004,"\u{1F600}\\u0000"]';
+    assert.equal(apply('[]', `[{"op":"replace","path":"","value":${values}}]`, compact).output, values);
+});
+
+test('a rejected text is an answer, and has what can be converted of it where that is asked for', () => {
+    const text = withAuth('"often"');
+    const rejected = toNew(text);
+    assert.equal(rejected.status, 'rejected');
+    assert.equal(rejected.output, null);
+    assert.deepEqual(rejected.problems, [
+        {
+            severity: 'error', which: 'text', pointer: '/ifaces/eth4/services/ppp0/auth', line: 1, column: 87,
+            offset: 86, length: 7, function: 'parse_service_ppp', message: 'Invalid field "auth", is not digit',
+        },
+    ]);
+    const partial = toNew(text, { partial: true });
+    assert.equal(partial.status, 'rejected');
+    assert.match(partial.output, /"ppp0"/);
+    assert.deepEqual(partial.problems.map((problem) => problem.severity), ['error', 'note']);
+});
+
+test('offsets are those of a string, whatever characters stand before', () => {
+    for (const before of ['', '"é": 1, ', '"\u20ac\u{1F600}": "\u{1F600}\u{1F600}",\n', '"\\ud83d\\ude00": 1,']) {
+        const text = withAuth('"ö\u{1F600}"', before);
+        const fromString = toNew(text);
+        assert.deepEqual(valuesAt(text, fromString), ['"ö\u{1F600}"']);
+        assert.deepEqual(toNew(Buffer.from(text)), fromString);
+        assert.equal(fromString.problems[0].line, before.includes('\n') ? 2 : 1);
+    }
+});
+
+test('columns are counted in characters', () => {
+    const [problem] = toNew(withAuth('"x"', '"\u{1F600}é": 1, ')).problems;
+    assert.equal(problem.column, withAuth('"x"').indexOf('"x"') + 1 + [...'"\u{1F600}é": 1, '].length);
+});
+
+test('every problem of many is at its place', () => {
+    const users = Array.from({ length: 300 }, (_, i) => `"ppp${i + 100}": {"type": "ppp", "auth": "\u20ac${i}"}`);
+    const text = `{"ifaces": {"eth4": {"type": "ethernet", "services": {${users.join(', ')}}}}}`;
+    const answer = toNew(text);
+    assert.equal(answer.problems.length, 300);
+    assert.deepEqual(valuesAt(text, answer), Array.from({ length: 300 }, (_, i) => `"\u20ac${i}"`));
+});
+
+test('a problem says which text it is in', () => {
+    assert.equal(toNew(oldHome, { base: '{"Device": ' }).problems[0].which, 'other');
+    assert.equal(apply('{"a": 1}', '[{"op": "remove", "path": "/b"}]').problems[0].which, 'other');
+    assert.equal(diff('{', '{}').problems[0].which, 'text');
+});
+
+test('a problem without a place has none', () => {
+    const [problem] = section('none', '{}', { to: 'new' }).problems;
+    const { pointer, line, column, offset, length } = problem;
+    assert.deepEqual([pointer, line, column, offset, length], [null, null, null, null, null]);
+});
+
+test('a text that is no JSON is unreadable, and so is one that is no text', () => {
+    const cases = [
+        ['', 'there is nothing: the text is empty', 0, 0],
+        ['{"a": 1,}', 'the comma before this } is one too many', 8, 0],
+        ['{"\u20ac": 1, "\u20ac": 2}', '"\u20ac" is given twice in the same object', 9, 0],
+        ['\ufeff{}', 'the text begins with a byte-order mark: save it as UTF-8 without one', 0, 0],
+        ['{"a\ud83d": 1}', 'this is half of a character, whose other half is missing', 3, 1],
+        ['{"\u{1F600}": "\udc00"}', 'this is half of a character, whose other half is missing', 8, 1],
+    ];
+    for (const [text, message, offset, length] of cases) {
+        const { status, output, problems } = toNew(text);
+        assert.equal(status, 'unreadable', text);
+        assert.equal(output, null);
+        assert.deepEqual(problems.map((problem) => [problem.message, problem.offset, problem.length]),
+            [[message, offset, length]]);
+    }
+    assert.equal(toNew(new Uint8Array([0x7b, 0x22, 0xff, 0x22, 0x7d])).status, 'unreadable');
+});
+
+test('the half of a character is at its line and column', () => {
+    const [problem] = diff('{}', '{\n  "é\u{1F600}": 1,\n  "é\u{1F600}x": "\ud800"\n}').problems;
+    assert.deepEqual([problem.which, problem.line, problem.column], ['other', 3, 11]);
+});
+
+test('another layout is refused, unless it is forced', () => {
+    assert.equal(toNew(newHome).status, 'wrong-layout');
+    assert.equal(toNew(newHome).output, null);
+    assert.equal(toNew('{"Device": {}}', { force: true }).status, 'converted');
+    assert.equal(convert(oldHome, { to: 'old' }).status, 'wrong-layout');
+    assert.equal(convert(oldHome, { to: 'new' }).direction, 'to-new');
+});
+
+test('a section is converted by its name', () => {
+    const dns = JSON.parse(oldHome).dns;
+    assert.ok(sections('new').includes('dns') && sections('old').includes('dns'));
+    const made = section('dns', JSON.stringify(dns), { to: 'new' });
+    assert.deepEqual([made.status, made.direction], ['converted', 'to-new']);
+    assert.deepEqual(JSON.parse(made.output).ipv4, JSON.parse(toNew(oldHome).output).Device.Services.dns.ipv4);
+    const back = section('dns', made.output, { to: 'old' });
+    assert.deepEqual([back.status, back.direction], ['converted', 'to-old']);
+});
+
+test('against a base the output is what has to change in it', () => {
+    const base = toNew(oldHome).output;
+    const changed = oldHome.replace('"mtu": 1492', '"mtu": 1400');
+    assert.notEqual(changed, oldHome);
+    const patch = toNew(changed, { base, ...compact });
+    assert.equal(apply(base, patch.output).output, toNew(changed).output);
+    const mergePatch = toNew(changed, { base, mergePatch: true, ...compact });
+    assert.equal(apply(base, mergePatch.output).output, toNew(changed).output);
+    assert.equal(patch.output[0] + mergePatch.output[0], '[{');
+});
+
+test('an option that an operation does not take is wrong usage', () => {
+    assert.deepEqual(diff('{}', '{}', { dslVlan: true }).problems.map(({ message }) => message),
+        ['the operation does not take these flags']);
+    assert.equal(toNew('{}', { mergePatch: true }).status, 'wrong-usage');
+    assert.equal(toOld('{}', { partial: true, dslVlan: undefined, showSecrets: false }).status, 'converted');
+});
+
+test('what cannot be meant is thrown', () => {
+    const calls = [
+        () => toNew(),
+        () => toNew({}),
+        () => toNew(null),
+        () => toNew('{}', { base: null }),
+        () => diff('{}'),
+        () => apply('{}', []),
+        () => toNew('{}', { ident: 2 }),
+        () => toNew('{}', { indent: 32 }),
+        () => toNew('{}', { indent: 1.5 }),
+        () => toNew('{}', { partial: 'yes' }),
+        () => toNew('{}', { toString: true }),
+        () => section('dns', '{}'),
+        () => section('dns', '{}', { to: 'newest' }),
+        () => section('dns\0', '{}', { to: 'new' }),
+        () => section(5, '{}', { to: 'new' }),
+        () => sections(),
+        () => convert('{}', { to: 'back' }),
+    ];
+    for (const call of calls) assert.throws(call, TypeError, String(call));
+    assert.equal(toNew('{}').status, 'converted');
+});
