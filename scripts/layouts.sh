@@ -1,22 +1,55 @@
 #!/bin/bash
-# What is made by asking the conversion: text/layouts.json. Writes it, or with --check says whether it is what would be
-# written: layouts.sh [--check] [PROGRAM], which is build/release/bin/describe unless another one is named.
+# What is made by asking the conversion: text/layouts.json, and from it docs/mapping. Writes them, or with --check says
+# whether they are what would be written: layouts.sh [--check (layouts DESCRIBE | pages KCNVRT)], with the programs of a
+# build.
 set -euo pipefail
-root=$(dirname "$(dirname "$(realpath "$0")")")
+. "$(dirname "$(realpath "$0")")/build.sh"
 
-is_check=false
-if [ "${1:-}" = --check ]; then
-    is_check=true
-    shift
-fi
-program=${1:-$root/build/release/bin/describe}
-made=$(mktemp)
-trap 'rm -f "$made"' EXIT
+made=$(mktemp --directory)
+trap 'rm -rf "$made"' EXIT
 
-"$program" "$root/examples" "$root/tests/laws/values.json" "$root/tools/describe/texts.json" "$root/src" > "$made"
-if ! $is_check; then
-    cp "$made" "$root/text/layouts.json"
-elif ! diff --unified=0 "$root/text/layouts.json" "$made" | cut -c1-300; then
-    echo "text/layouts.json is not what the conversion says: scripts/layouts.sh writes it" >&2
+# describe PROGRAM
+describe() {
+    "$1" "$root/examples" "$root/tests/laws/values.json" "$root/tools/describe/texts.json" "$root/src" \
+        > "$made/layouts.json"
+}
+
+# pages PROGRAM: docs/mapping as the tool tells it.
+pages() {
+    local name
+    mkdir "$made/mapping"
+    "$1" mapping --markdown > "$made/mapping/README.md"
+    while read -r name; do
+        "$1" mapping "$name" --markdown > "$made/mapping/$name.md"
+    done < <(sed -n 's/^| \[\(.*\)\](.*/\1/p' "$made/mapping/README.md")
+}
+
+# compare MADE KEPT
+compare() {
+    diff --recursive --unified=0 "$2" "$1" | cut -c1-300 && return
+    echo "${2#"$root"/} is not what the conversion says: scripts/layouts.sh writes it" >&2
     exit 1
-fi
+}
+
+case "${1:-}${2:-}" in
+    --checklayouts)
+        describe "$3"
+        compare "$made/layouts.json" "$root/text/layouts.json"
+        ;;
+    --checkpages)
+        pages "$3"
+        compare "$made/mapping" "$root/docs/mapping"
+        ;;
+    *)
+        need_packages "${build_packages[@]}" libgtest-dev
+        lock
+        configure release release ON
+        build release describe
+        describe "$root/build/release/bin/describe"
+        cp "$made/layouts.json" "$root/text/layouts.json"
+        build release kcnvrt
+        pages "$root/build/release/bin/kcnvrt"
+        rm -rf "$root/docs/mapping"
+        cp -r "$made/mapping" "$root/docs/mapping"
+        ;;
+esac

@@ -31,6 +31,9 @@ struct Options {
     bool json = false;
     bool exit_code = false;
     std::string topic;  // the command that help is asked for
+    std::string asked;  // the section or place to tell of
+    bool as_json = false;
+    bool as_markdown = false;
 
     std::string output = kStandardStream;
     bool compact = false;

@@ -8,6 +8,7 @@
 
 #include "commands.h"
 #include "help.h"
+#include "layouts/layout_commands.h"
 #include "stream/stream.h"
 #include "stream/values.h"
 
@@ -150,6 +151,10 @@ constexpr Option kAcceptRejectsOfMany = of_many(kAcceptRejects, kOutputDir,
 constexpr Option kJobsOfMany = of_many(kJobs, kOutputDir, kJobs.purpose);
 constexpr Option kSummaryOfMany = of_many(kSummary, kOutputDir, kSummary.purpose);
 constexpr Option kProgressOfMany = of_many(kProgress, kOutputDir, kProgress.purpose);
+constexpr Option kAsMarkdown{"markdown", 0, nullptr,     Names::kNothing, flag<&Options::as_markdown>,
+                            "Print a page in Markdown, as those of docs/mapping are"};
+constexpr Option kAsJson   {"json",     0,  nullptr,     Names::kNothing, flag<&Options::as_json>,
+                            "Print an array of objects: old, new, kind, values, default", nullptr, &kAsMarkdown};
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when there is a difference"};
 
@@ -179,6 +184,8 @@ constexpr const Option* kOfStream[] = {
     &kOnReject, &kMaxRejects, &kAcceptRejects, &kMaxRecord, &kJobs, &kBlock, &kSummary, &kProgress, &kErrors,
     &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
+constexpr const Option* kOfMapping[] = {
+    &kAsJson, &kAsMarkdown, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfQuestions[] = {&kErrors, &kColor, &kHelp};
 constexpr const Option* kGeneral[] = {
     &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp, &kVersion};
@@ -204,6 +211,9 @@ constexpr Operand kBaseAndDifference[] = {
      "A JSON Patch (array) or JSON Merge Patch (object); - is standard input", true}};
 constexpr Operand kStreams[] = {
     {"FILE", Names::kInput, nothing_to_store, "Newline-delimited JSON; - (default) is standard input", false, true}};
+constexpr Operand kSectionOrPlace[] = {
+    {"SECTION|POINTER", Names::kSection, text<&Options::asked>,
+     "A section's name in either layout, or a place, in which * is any entry", false}};
 constexpr Operand kTopic[] = {
     {"COMMAND", Names::kCommand, text<&Options::topic>, "The command to tell of", false}};
 
@@ -248,6 +258,12 @@ constexpr Command kCommands[] = {
      {}, {}, kOfSections,
      "One a line: old (for --to-old) or new (for --to-new), a tab, the name.",
      "kcnvrt sections | grep ^old", sections},
+    {"mapping", "Tell which places of the layouts become each other, and how",
+     kSectionOrPlace, {}, kOfMapping,
+     "Of a place the values are told, what each becomes, and the messages. [ppp] is an entry whose \"type\" is "
+     "\"ppp\", a|b either name, ** all below a value that is carried whole.\n"
+     "A place that its section does not know would be dropped, and that is told.",
+     "kcnvrt mapping /wifi/Channel", mapping},
     {"diff", "Print what has to change in BASE to make it equal to OTHER",
      kBaseAndOther, {}, kOfDiff,
      "",

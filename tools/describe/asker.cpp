@@ -195,7 +195,7 @@ Replies replies_of(const Texts& texts, const std::vector<Asked>& asked, const Se
                 if (found != std::string::npos) reply.message.replace(found, quoted.size(), "\"KEY\"");
             }
         } else if (seen.is_all) {
-            reply.result.reset(json_incref(value));
+            reply.result = string("a choice");
         } else if (seen.are_names) {
             if (is_name(value, one.answer.result.get(), seen.place)) reply.result = string("its member");
         } else if (seen.is_in_text) {
@@ -246,7 +246,12 @@ std::vector<std::pair<json_int_t, json_int_t>> bounds(const std::vector<Asked>& 
                                number.second ? before->first : number.first);
         before = &number;
     }
-    return found.size() > 2 ? std::vector<std::pair<json_int_t, json_int_t>>{} : found;
+    return found;
+}
+
+// Where so many integers have others beside them that are not taken, each taken one is a code.
+bool has_number_codes(const std::vector<Asked>& asked) {
+    return bounds(asked).size() > 2;
 }
 
 }  // namespace
@@ -275,7 +280,8 @@ Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
         asked.push_back({std::move(probe), std::move(given)});
     };
     for (Tree& probe : probes_of(subject, spot)) ask(std::move(probe));
-    for (const auto& [taken, refused] : bounds(asked)) {
+    for (const auto& [taken, refused] :
+         has_number_codes(asked) ? std::vector<std::pair<json_int_t, json_int_t>>{} : bounds(asked)) {
         json_int_t inside = taken;
         json_int_t outside = refused;
         while (std::abs(inside - outside) > 1) {
@@ -284,6 +290,8 @@ Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
             (asked.back().answer.is_silent() ? inside : outside) = middle;
         }
     }
+    if (has_number_codes(asked))
+        for (json_int_t number = 0; number < 256; ++number) ask(integer(number));
     const bool is_member = json_is_object(at(subject.document, {spot.names.begin(), spot.names.end() - 1}));
     if (is_member && spot.place.back() != '*') ask(nullptr);
 
@@ -297,7 +305,10 @@ Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
         seen.are_names =
             is_name(value, base_.result.get(), seen.place) && seen.place.back() == json_string_value(value);
         seen.is_all = false;
-        const bool is_large = !seen.place.empty() && leaves(at(base_.result.get(), seen.place)) > kMostLeaves;
+        const bool is_large = !seen.place.empty() && std::any_of(asked.begin(), asked.end(), [&](const Asked& one) {
+            return one.answer.is_silent() && leaves(at(one.answer.result.get(), seen.place)) > kMostLeaves &&
+                   (json_is_string(one.value.get()) || json_is_integer(one.value.get()));
+        });
         finding.is_name = seen.are_names;
         finding.is_selector = !seen.are_names && (finding.results.size() > kMostResults || is_large);
         if (finding.is_selector) seen.is_all = true;
@@ -307,7 +318,7 @@ Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
         for (const std::string& literal : texts_.literals()) ask(string(literal));
         look();
     }
-    if (finding.is_selector) finding.results = {common_container(finding.results)};
+    if (finding.results.size() > kMostResults) finding.results = {common_container(finding.results)};
     if (finding.is_name) finding.results = {result_place(subject, base_.result.get(), seen.place)};
     finding.behaviour = replies_of(texts_, asked, seen).behaviour();
     return finding;

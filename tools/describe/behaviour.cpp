@@ -15,7 +15,8 @@ namespace describe {
 namespace {
 
 constexpr size_t kMostCodes = 40;
-constexpr size_t kSamples = 6;  // of what can be said in no other way
+constexpr const char* kNoCode = "65536";  // where this is taken, there are more than those that were asked
+constexpr size_t kSamples = 6;            // of what can be said in no other way
 const char* const kTypes[] = {"object", "array", "string", "integer", "real", "boolean", "boolean", "null"};
 
 bool same(json_t* one, json_t* other) {
@@ -75,6 +76,7 @@ const std::vector<Rule>& rules() {
              return Tree{json_loads(json_is_string(value) ? json_string_value(value) : "", 0, nullptr)};
          }},
         {"a member of that text", [](json_t*) { return string("a member of that text"); }},
+        {"a choice", [](json_t*) { return string("a choice"); }},
         {"its member", [](json_t*) { return string("its member"); }},
         {"its base64", [](json_t* value) { return coded(value, k_str_base64_encode); }},
         {"its plain text", [](json_t* value) { return coded(value, k_str_base64_decode); }},
@@ -104,13 +106,10 @@ Said what_they_give(const Chosen& taken) {
     };
     for (const Rule& rule : rules()) consider(string(rule.name), rule.apply);
     for (const Reply* reply : taken)
-        if (reply->result != nullptr && taken.size() > 1 && (!is_found || !best.but.empty()))
+        if (reply->result != nullptr && (taken.size() > 1 || !is_found) && (!is_found || !best.but.empty()))
             consider(Tree{json_pack("{s:O}", "value", reply->result.get())},
                      [reply](json_t*) { return Tree{json_incref(reply->result.get())}; });
-    if (!is_found) best = {nullptr, taken};
-    if (best.but.size() <= kMostCodes) return best;
-    best.gives = string("something else");
-    best.but.resize(kSamples);
+    if (!is_found || best.but.size() > kMostCodes) best = {string("something else"), is_found ? best.but : taken};
     return best;
 }
 
@@ -182,7 +181,10 @@ Tree what_they_take(const Texts& texts, const char* type, const Chosen& taken, c
             return Tree{json_pack("{s:s}", "texts", kind->name.c_str())};
     if (std::strcmp(type, "integer") == 0)
         if (Tree range = range_of(taken, refused)) return range;
-    if (taken.size() <= kMostCodes) return Tree{json_pack("{s:o}", "values", values_of(taken).release())};
+    const bool is_open = std::any_of(taken.begin(), taken.end(), [](const Reply* reply) {
+        return json_is_string(reply->value.get()) && std::string{json_string_value(reply->value.get())} == kNoCode;
+    });
+    if (taken.size() <= kMostCodes && !is_open) return Tree{json_pack("{s:o}", "values", values_of(taken).release())};
     return Tree{json_pack("{s:b}", "some", 1)};
 }
 
@@ -256,6 +258,9 @@ Tree said_of(const Texts& texts, const char* type, const OfType& replies) {
             json_object_set_new(said.get(), "takes",
                                 what_they_take(texts, type, replies.taken, replies.refused).release());
         Said what = what_they_give(replies.taken);
+        const bool has_values = json_object_get(json_object_get(said.get(), "takes"), "values") != nullptr;
+        const bool is_something = what.gives != nullptr && same(what.gives.get(), string("something else").get());
+        if (is_something && !has_values) what.but.resize(std::min(what.but.size(), kSamples));
         const bool is_itself = what.gives != nullptr && same(what.gives.get(), string("itself").get());
         if (what.gives != nullptr && !is_itself) json_object_set_new(said.get(), "gives", what.gives.release());
         if (!what.but.empty()) json_object_set_new(said.get(), "but", pairs(what.but).release());

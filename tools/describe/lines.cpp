@@ -34,7 +34,7 @@ std::string kind_of(const Finding& finding) {
         if (values != nullptr && json_array_size(values) == 0) continue;
         const char* const gives = json_string_value(json_object_get(said, "gives"));
         if (values != nullptr || (gives == nullptr && json_array_size(json_object_get(said, "but")) > 3)) return "code";
-        return type;
+        return std::string{type} == "string" ? "text" : type;
     }
     return "other";
 }

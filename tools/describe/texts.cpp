@@ -94,8 +94,11 @@ std::vector<Tree> probes_of_every_type() {
           65535LL,       65536LL,       2147483647LL, 2147483648LL, 4294967295LL, 4294967296LL})
         probes.push_back(integer(number));
     probes.emplace_back(json_real(0.5));
+    probes.emplace_back(json_real(12.25));
     probes.emplace_back(json_array());
+    probes.emplace_back(json_pack("[s]", "text"));
     probes.emplace_back(json_object());
+    probes.emplace_back(json_pack("{s:s}", "member", "text"));
     return probes;
 }
 

@@ -35,7 +35,7 @@ private:
     std::vector<std::string> literals_;
 };
 
-// One of each type, and every integer at which something may end.
+// Two of each type, and every integer at which something may end.
 std::vector<Tree> probes_of_every_type();
 Tree integer(json_int_t number);
 Tree string(const std::string& text);

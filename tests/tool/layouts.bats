@@ -1,0 +1,85 @@
+# What the tool tells of the layouts themselves.
+load setup
+
+@test "mapping lists the sections, and how many lines each has" {
+    kcnvrt 0 mapping
+    [[ $output =~ ^Sections ]]
+    [[ $output =~ \ wifi\ +[0-9]+ ]]
+}
+
+@test "mapping of a section has its lines, by either name" {
+    kcnvrt 0 mapping yandex
+    contains "$output" "/yandex/default
+    -> /Device/Services/yandex/default
+       text"
+    kcnvrt 0 mapping NetFilter
+    contains "$output" "<-> /Device/NetFilter/"
+    kcnvrt 0 mapping Static
+    contains "$output" "/route/*/gw"
+}
+
+@test "mapping of a place says what becomes of its values, whatever its entry is called" {
+    kcnvrt 0 mapping /ifaces/eth9/services/any/auth
+    contains "$output" "/ifaces/[ethernet|atm|3g]/services/[ppp]/auth"
+    contains "$output" 'but "4294967295" becomes -1; others are reported: Invalid field "KEY", is not digit'
+    contains "$output" "becomes the first seven of its digits"
+    local told=$output
+    kcnvrt 0 mapping '/ifaces/*/services/*/auth'
+    equal "$output" "$told"
+}
+
+@test "mapping of a container has the lines of all that is in it" {
+    kcnvrt 0 mapping /Device/Services/yandex
+    contains "$output" "/Device/Services/yandex/enabled"
+    contains "$output" "/Device/Services/yandex/default"
+}
+
+@test "mapping below a value that is carried whole is told by that value" {
+    kcnvrt 0 mapping /dmz/any/thing
+    contains "$output" "/dmz/**"
+    contains "$output" "any value stays the same"
+}
+
+@test "mapping --json is an array with old, new, kind, values and default" {
+    kcnvrt 0 mapping /Device/Ifaces/atm/1/services/ppp/1/connection_status --json
+    printf '%s\n' "$output" > lines.json
+    equal "$(jq -c '[.[] | keys_unsorted] | add | unique' lines.json)" \
+        '["default","kind","new","old","old_by_type","values"]'
+    equal "$(jq -c 'map(.old) | add | unique | .[0]' lines.json)" '"/ifaces/*/services/*/connection_status"'
+    equal "$(jq -c 'map(.kind) | unique' lines.json)" '["status"]'
+    equal "$(jq -c 'map(.default | select(. != null)) | .[0]' lines.json)" '{"to_new":"Disconnected"}'
+    kcnvrt 0 mapping --json --compact
+    printf '%s\n' "$output" > lines.json
+    equal "$(jq 'length > 700' lines.json)" true
+}
+
+@test "a place that its section does not know would be dropped, or carried with its object" {
+    kcnvrt 0 mapping /wifi/unheard
+    contains "$output" "it would be dropped without a message"
+    printf '{"wifi": {"unheard": 1}}' > old.json
+    "$KCNVRT" to-new old.json > new.json
+    equal "$(grep -c unheard new.json || true)" 0
+    kcnvrt 0 mapping /wifi/unheard --json --compact
+    equal "$output" '[{"old":["/wifi/unheard"],"new":[],"kind":"dropped","values":{},"default":null}]'
+    kcnvrt 0 mapping /netfilter/unheard
+    contains "$output" "its object carries every member"
+    printf '{"netfilter": {"unheard": 1}}' > old.json
+    "$KCNVRT" to-new old.json > new.json
+    equal "$(grep -c unheard new.json)" 1
+}
+
+# wrong WORDS ARGUMENT...: status 2 and no output.
+wrong() {
+    kcnvrt 2 "${@:2}"
+    equal "$output" ""
+    equal "$stderr" "kcnvrt: error: $1 (kcnvrt help $2 tells more) [usage]"
+}
+
+@test "an unknown section or place is wrong usage, with the nearest name" {
+    wrong 'there is no section "wfi", did you mean "wifi"?' mapping wfi
+    wrong 'there is no section "nothing like it"' mapping "nothing like it"
+    wrong 'there is no place "/wfi/Channel", did you mean "/wifi"?' mapping /wfi/Channel
+    wrong 'there is no place "/Device/WiFy", did you mean "/Device/WiFi"?' mapping /Device/WiFy
+    wrong 'there is no place "/"' mapping /
+    wrong '"/wifi/~2" is no JSON Pointer' mapping "/wifi/~2"
+}

@@ -1,0 +1,10 @@
+// layout_commands.h: the commands that tell of the layouts themselves.
+#pragma once
+
+#include "command_line.h"
+
+namespace kcnvrt {
+
+ExitStatus mapping(const Options& options);
+
+}  // namespace kcnvrt

@@ -1,0 +1,117 @@
+#include "mapping.h"
+
+#include <algorithm>
+#include <map>
+
+namespace kcnvrt {
+
+namespace {
+
+using enum Layout;
+
+// Sections that are converted alone under another name than the one they have in a configuration.
+const std::map<std::string, std::string>& other_names() {
+    static const std::map<std::string, std::string> names = {
+        {"Static", "route"}, {"DSL_Vlan", "groups"}, {"dsl_vlan", "groups"}};
+    return names;
+}
+
+void add_once(std::vector<std::string>& names, const std::string& name) {
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+}
+
+std::vector<std::string> sections_of(const LayoutLine& line, Layout layout) {
+    std::vector<std::string> sections;
+    for (const std::string& place : line.places(layout))
+        for (const std::string& name : kcnvrt::sections_of(place)) add_once(sections, name);
+    return sections;
+}
+
+bool has(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// The line's own old section, or the old one that goes with its new one.
+std::string page_of(const LayoutLine& line, const Layouts& layouts) {
+    const auto old_sections = sections_of(line, kOld);
+    if (!old_sections.empty()) return old_sections.front();
+    const auto new_sections = sections_of(line, kNew);
+    std::map<std::string, std::size_t> votes;
+    for (const LayoutLine& other : layouts.lines())
+        if (sections_of(other, kNew) == new_sections)
+            for (const std::string& name : sections_of(other, kOld)) ++votes[name];
+    const auto by_votes = [](const auto& a, const auto& b) { return a.second < b.second; };
+    const auto most = std::max_element(votes.begin(), votes.end(), by_votes);
+    return most == votes.end() ? new_sections.front() : most->first;
+}
+
+}  // namespace
+
+std::vector<MappingPage> mapping_pages(const Layouts& layouts) {
+    std::vector<MappingPage> pages;
+    for (const LayoutLine& line : layouts.lines()) {
+        const std::string name = page_of(line, layouts);
+        auto page = std::find_if(pages.begin(), pages.end(), [&](const MappingPage& one) { return one.name == name; });
+        if (page == pages.end()) page = pages.insert(pages.end(), {name, {}});
+        page->lines.push_back(&line);
+    }
+    return pages;
+}
+
+std::vector<std::string> section_names(const Layouts& layouts) {
+    std::vector<std::string> names;
+    for (const LayoutLine& line : layouts.lines())
+        for (const Layout layout : {kOld, kNew})
+            for (const std::string& name : sections_of(line, layout)) add_once(names, name);
+    for (const auto& [other, name] : other_names()) names.push_back(other);
+    return names;
+}
+
+std::vector<const LayoutLine*> lines_of_section(const Layouts& layouts, const std::string& name) {
+    const auto known = other_names().find(name);
+    const std::string& wanted = known == other_names().end() ? name : known->second;
+    std::vector<const LayoutLine*> lines;
+    for (const LayoutLine& line : layouts.lines())
+        if (has(sections_of(line, kOld), wanted) || has(sections_of(line, kNew), wanted)) lines.push_back(&line);
+    return lines;
+}
+
+namespace {
+
+// The name of the section that a pointer leads into, "" for none.
+std::string section_at(const Steps& names) {
+    const auto sections = kcnvrt::sections_of(place_of(names));
+    return sections.empty() || names == Steps{"Device"} ? "" : sections.front();
+}
+
+bool is_below(const Steps& names, const LayoutContainer& container) {
+    const std::size_t length = steps_of(container.place).size();
+    if (names.size() <= length) return false;
+    const Steps above(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(length));
+    return match(above, container.place) == Match::kExact;
+}
+
+}  // namespace
+
+AtPointer lines_at(const Layouts& layouts, const Steps& names) {
+    AtPointer found;
+    const std::string section = section_at(names);
+    const auto look_at = [&](const std::string& place, const LayoutLine& line) {
+        const Match how = match(names, place);
+        if (how != Match::kNone && (found.lines.empty() || found.lines.back() != &line)) found.lines.push_back(&line);
+        found.is_exact = found.is_exact || how == Match::kExact || how == Match::kBelow;
+        found.is_in_section = found.is_in_section || has(kcnvrt::sections_of(place), section);
+    };
+    for (const LayoutLine& line : layouts.lines())
+        for (const Layout layout : {kOld, kNew})
+            for (const std::string& place : line.places(layout))
+                // What is chosen has lines of its own.
+                if (line.kind() != "chooses" || line.behaviour(layout) != nullptr) look_at(place, line);
+    if (!found.lines.empty()) return found;
+    for (const Layout layout : {kOld, kNew})
+        for (const LayoutContainer& container : layouts.containers(layout))
+            found.is_carried = found.is_carried || (container.carries_others && is_below(names, container));
+    return found;
+}
+
+}  // namespace kcnvrt

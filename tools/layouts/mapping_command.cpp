@@ -1,0 +1,293 @@
+// kcnvrt mapping: for a person, as JSON, and as the pages of docs/mapping.
+#include "arguments.h"
+#include "layout_commands.h"
+#include "mapping.h"
+#include "nearest.h"
+#include "output.h"
+#include "sentences.h"
+
+namespace kcnvrt {
+
+namespace {
+
+using enum Layout;
+using Lines = std::vector<const LayoutLine*>;
+
+// As JSON.
+
+JsonTree texts(const std::vector<std::string>& list) {
+    JsonTree array(json_array());
+    for (const std::string& text : list) json_array_append_new(array.get(), json_string(text.c_str()));
+    return array;
+}
+
+// What each direction gives for an absent value; null where neither gives anything.
+JsonTree defaults_of(const LayoutLine& line) {
+    JsonTree defaults(json_object());
+    for (const Layout from : {kOld, kNew}) {
+        std::size_t index;
+        json_t* said;
+        json_array_foreach(line.behaviour(from), index, said) {
+            const char* const type = json_string_value(json_array_get(json_object_get(said, "of"), 0));
+            json_t* const gives = json_object_get(json_object_get(said, "gives"), "value");
+            if (std::string(type) == "absent" && gives != nullptr)
+                json_object_set(defaults.get(), from == kOld ? "to_new" : "to_old", gives);
+        }
+    }
+    return json_object_size(defaults.get()) == 0 ? JsonTree(json_null()) : std::move(defaults);
+}
+
+bool has_types(const std::vector<std::string>& places) {
+    for (const std::string& place : places)
+        if (place.find("/[") != std::string::npos) return true;
+    return false;
+}
+
+JsonTree as_json(const LayoutLine& line) {
+    JsonTree values(json_object());
+    if (line.behaviour(kOld) != nullptr) json_object_set(values.get(), "to_new", line.behaviour(kOld));
+    if (line.behaviour(kNew) != nullptr) json_object_set(values.get(), "to_old", line.behaviour(kNew));
+    JsonTree object(json_pack("{s:o, s:o, s:s, s:o, s:o}", "old", texts(plain_places(line.places(kOld))).release(),
+                              "new", texts(plain_places(line.places(kNew))).release(), "kind", line.kind().c_str(),
+                              "values", values.release(), "default", defaults_of(line).release()));
+    if (has_types(line.places(kOld)))
+        json_object_set_new(object.get(), "old_by_type", texts(line.places(kOld)).release());
+    if (line.has_flag()) json_object_set_new(object.get(), "flag", json_string("dsl-vlan"));
+    return object;
+}
+
+void write_json(json_t* value, const Options& options) {
+    const std::size_t blanks = static_cast<std::size_t>(options.indent.value_or(4));
+    const std::string text = json_text(value, options.compact ? JSON_COMPACT : JSON_INDENT(blanks));
+    write_text(options.output, text + "\n");
+}
+
+// For a person.
+
+// One for each place, and how the values cross.
+std::string in_short(const LayoutLine& line) {
+    const auto old_places = line.places(kOld);
+    const auto new_places = line.places(kNew);
+    std::string text;
+    for (const std::string& place : old_places) text += place + "\n";
+    if (old_places.empty()) text += "nothing old\n";
+    const char* const arrow = line.behaviour(kNew) == nullptr   ? "    -> "
+                              : line.behaviour(kOld) == nullptr ? "    <- "
+                                                                : "   <-> ";
+    for (const std::string& place : new_places) text += arrow + place + "\n";
+    if (new_places.empty()) text += std::string(arrow) + "nothing\n";
+    text += "       " + line.kind() + (line.has_flag() ? ", with --dsl-vlan" : "") + "\n";
+    return text;
+}
+
+std::string in_full(const LayoutLine& line) {
+    std::string text = in_short(line);
+    for (const Layout from : {kOld, kNew}) {
+        if (line.behaviour(from) == nullptr) continue;
+        text += from == kOld ? "       to new:\n" : "       to old:\n";
+        for (const std::string& sentence : sentences_of(line.behaviour(from))) text += "         " + sentence + "\n";
+    }
+    return text;
+}
+
+std::string overview(const Layouts& layouts) {
+    std::string text =
+        "Sections, and how many places of theirs are described. `kcnvrt mapping SECTION` shows them.\n\n";
+    for (const MappingPage& page : mapping_pages(layouts)) {
+        std::string row = "  " + page.name;
+        row.append(row.size() < 24 ? 24 - row.size() : 1, ' ');
+        text += row + std::to_string(page.lines.size()) + "\n";
+    }
+    return text;
+}
+
+// As a page.
+
+std::string escaped(const std::string& text) {
+    std::string plain;
+    for (const char character : text) {
+        if (character == '|') plain += '\\';
+        plain += character;
+    }
+    return plain;
+}
+
+std::string code(const std::string& text) {
+    return "`" + escaped(text) + "`";
+}
+
+std::string cell(const std::vector<std::string>& places) {
+    std::string text;
+    for (const std::string& place : places) text += (text.empty() ? "" : "<br>") + code(place);
+    return text.empty() ? "nothing" : text;
+}
+
+// How a direction is told: a word where there is nothing more to say, else the number of what is said below.
+std::string told(const LayoutLine& line, Layout from, std::vector<json_t*>& below) {
+    json_t* const behaviour = line.behaviour(from);
+    if (behaviour == nullptr) return "";
+    const auto sentences = sentences_of(behaviour);
+    if (sentences == std::vector<std::string>{"any value stays the same"}) return "carried";
+    if (sentences == std::vector<std::string>{"any value is dropped"}) return "dropped";
+    std::size_t number = 0;
+    while (number < below.size() && below[number] != behaviour) ++number;
+    if (number == below.size()) below.push_back(behaviour);
+    const std::string name = std::to_string(number + 1);
+    return "[" + name + "](#" + name + ")";
+}
+
+std::string markdown_page(const std::string& name, const Lines& lines) {
+    std::string page = "# " + name + "\n\nWritten by `scripts/layouts.sh`; [how to read it](README.md).\n\n";
+    page += "| old | new | kind | to new | to old |\n|---|---|---|---|---|\n";
+    std::vector<json_t*> below;
+    for (const LayoutLine* line : lines) {
+        page += "| " + cell(line->places(kOld)) + " | " + cell(line->places(kNew)) + " | " + line->kind();
+        page += line->has_flag() ? ", with `--dsl-vlan`" : "";
+        page += " | " + told(*line, kOld, below) + " | " + told(*line, kNew, below) + " |\n";
+    }
+    for (std::size_t number = 0; number < below.size(); ++number) {
+        page += "\n## " + std::to_string(number + 1) + "\n\n";
+        for (const std::string& sentence : sentences_of(below[number])) page += "- " + sentence + "\n";
+    }
+    return page;
+}
+
+constexpr const char* kHowToRead =
+    "# The two layouts\n\n"
+    "Which places of the old and the new layout become each other, and what becomes of their values. All of it was "
+    "found\n"
+    "out by asking the conversion (`tools/describe`), and `kcnvrt mapping` tells the same. Written by\n"
+    "`scripts/layouts.sh`; a test compares it, and another takes every line at its word.\n\n"
+    "## How to read a page\n\n"
+    "A place is a JSON Pointer with these besides names:\n\n"
+    "| | |\n|---|---|\n"
+    "| `*` | the number, position or own name of an entry |\n"
+    "| `[ppp\\|ip]` | an entry whose \"type\" is one of these |\n"
+    "| `a\\|b` | either name |\n"
+    "| `**` | the value and everything below it, which is carried whole |\n\n"
+    "| kind | |\n|---|---|\n"
+    "| carried | any value stays as it is |\n"
+    "| dropped | no value arrives |\n"
+    "| name | becomes the name of a member or of an entry |\n"
+    "| chooses | decides what becomes of the section or entry that it is in |\n"
+    "| code | one of a few values, or other ones in each layout |\n"
+    "| text, integer, boolean, ... | the type of what is taken, where the conversion is code of its own |\n"
+    "| other words | those of the tables (`src/frame/field.h`) |\n\n"
+    "A column for a direction says *carried* or *dropped*, or has the number of what is said below the table; it is "
+    "empty\n"
+    "where another line says it. In messages KEY stands for the member's name in the result, TEXT and N for its value, "
+    "TYPE\n"
+    "for Jansson's number of its type. \"Becomes something else\" has a few samples; what was not asked is not "
+    "told.\n\n"
+    "## Sections\n\n"
+    "| old section | lines |\n|---|---|\n";
+
+std::string markdown_index(const Layouts& layouts) {
+    std::string page = kHowToRead;
+    for (const MappingPage& one : mapping_pages(layouts))
+        page += "| [" + one.name + "](" + one.name + ".md) | " + std::to_string(one.lines.size()) + " |\n";
+    return page;
+}
+
+// What somebody asks for.
+
+[[noreturn]] void fail_by_unknown(const std::string& what, const std::string& name,
+                                  const std::vector<std::string>& known) {
+    const std::vector<std::string_view> names(known.begin(), known.end());
+    fail_by_usage("there is no " + what + " \"" + name + "\"" + suggestion(name, names), find_command("mapping"));
+}
+
+// The nearest section is looked for among those at the same depth.
+[[noreturn]] void fail_by_unknown_pointer(const Layouts& layouts, const std::string& pointer) {
+    const std::string above = pointer.starts_with("/Device/Services/") ? "/Device/Services/"
+                              : pointer.starts_with("/Device/")        ? "/Device/"
+                                                                       : "/";
+    std::vector<std::string> known;
+    for (const std::string& name : section_names(layouts))
+        if (!lines_at(layouts, steps_of(above + name)).lines.empty()) known.push_back(above + name);
+    if (above != "/Device/Services/") known.push_back(above + "Services");
+    const std::string section = pointer.substr(0, pointer.find('/', above.size()));
+    const std::vector<std::string_view> names(known.begin(), known.end());
+    fail_by_usage("there is no place \"" + pointer + "\"" + suggestion(section, names), find_command("mapping"));
+}
+
+// Nothing of it is in the description: what becomes of it all the same.
+ExitStatus tell_of_unknown(const AtPointer& found, const Options& options) {
+    const std::string& pointer = options.asked;
+    if (options.as_json) {
+        const bool is_new = pointer.starts_with("/Device");
+        const JsonTree line(json_pack("[{s:o, s:o, s:s, s:{}, s:n}]", "old",
+                                      texts(is_new ? std::vector<std::string>{} : std::vector{pointer}).release(),
+                                      "new",
+                                      texts(is_new ? std::vector{pointer} : std::vector<std::string>{}).release(),
+                                      "kind", found.is_carried ? "carried" : "dropped", "values", "default"));
+        write_json(line.get(), options);
+    } else {
+        write_text(options.output,
+                   pointer + (found.is_carried ? "\n       is not known: its object carries every member, as it is\n"
+                                               : "\n       is not known: it would be dropped without a message\n"));
+    }
+    return kConverted;
+}
+
+struct Asked {
+    std::string title;
+    Lines lines;
+    bool is_exact = false;
+};
+
+std::string text_of(const Asked& asked) {
+    std::string text;
+    for (const LayoutLine* line : asked.lines)
+        text += (text.empty() ? "" : "\n") + (asked.is_exact ? in_full(*line) : in_short(*line));
+    return text;
+}
+
+ExitStatus tell(const Asked& asked, const Options& options) {
+    if (options.as_json) {
+        JsonTree array(json_array());
+        for (const LayoutLine* line : asked.lines) json_array_append_new(array.get(), as_json(*line).release());
+        write_json(array.get(), options);
+    } else {
+        write_text(options.output, options.as_markdown ? markdown_page(asked.title, asked.lines) : text_of(asked));
+    }
+    return kConverted;
+}
+
+Lines all(const Layouts& layouts) {
+    Lines lines;
+    for (const LayoutLine& line : layouts.lines()) lines.push_back(&line);
+    return lines;
+}
+
+// One page has what another section shares with it.
+Lines lines_of_page(const Layouts& layouts, const std::string& name) {
+    for (MappingPage& page : mapping_pages(layouts))
+        if (page.name == name) return page.lines;
+    return lines_of_section(layouts, name);
+}
+
+}  // namespace
+
+ExitStatus mapping(const Options& options) {
+    const Layouts layouts;
+    const std::string& name = options.asked;
+    if (name.empty()) {
+        if (options.as_json) return tell({"", all(layouts)}, options);
+        write_text(options.output, options.as_markdown ? markdown_index(layouts) : overview(layouts));
+        return kConverted;
+    }
+    if (name.front() != '/') {
+        const Lines lines = options.as_markdown ? lines_of_page(layouts, name) : lines_of_section(layouts, name);
+        if (lines.empty()) fail_by_unknown("section", name, section_names(layouts));
+        return tell({name, lines}, options);
+    }
+    Steps names;
+    if (!read_pointer(name, names)) fail_by_usage("\"" + name + "\" is no JSON Pointer", find_command("mapping"));
+    const AtPointer found = lines_at(layouts, names);
+    if (!found.lines.empty()) return tell({name, found.lines, found.is_exact}, options);
+    if (!found.is_in_section) fail_by_unknown_pointer(layouts, name);
+    return tell_of_unknown(found, options);
+}
+
+}  // namespace kcnvrt
