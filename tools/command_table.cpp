@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstring>
 
+#include "census/command.h"
 #include "commands.h"
 #include "help.h"
 #include "layouts/layout_commands.h"
@@ -155,6 +156,12 @@ constexpr Option kAsMarkdown{"markdown", 0, nullptr,     Names::kNothing, flag<&
                             "Print a page in Markdown, as those of docs/mapping are"};
 constexpr Option kAsJson   {"json",     0,  nullptr,     Names::kNothing, flag<&Options::as_json>,
                             "Print an array of objects: old, new, kind, values, default", nullptr, &kAsMarkdown};
+constexpr Option kLossesOfStream{"losses", 0, nullptr,   Names::kNothing, flag<&Options::losses>,
+                            "Count what the other layout will not hold, by places, and print that at the end"};
+constexpr Option kJsonCensus{"json",    0,  nullptr,     Names::kNothing, census_json,
+                            "Print one JSON object"};
+constexpr Option kHtml     {"html",     0,  "FILE",      Names::kOutput,  census_html,
+                            "Write a page to look at, which needs nothing else, to FILE, too"};
 constexpr Option kExitCode {"exit-code", 0, nullptr,     Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when there is a difference"};
 
@@ -180,9 +187,12 @@ constexpr const Option* kOfDiff[] = {
     &kMergePatch, &kExitCode, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfApply[] = {&kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfStream[] = {
-    &kToNew, &kToOld, &kAuto, &kForce, &kAt, &kAtText, &kId, &kDslVlan, &kOutput, &kRejects, &kProblems,
-    &kOnReject, &kMaxRejects, &kAcceptRejects, &kMaxRecord, &kJobs, &kBlock, &kSummary, &kProgress, &kErrors,
-    &kColor, &kShowSecrets, &kHelp};
+    &kToNew, &kToOld, &kAuto, &kLossesOfStream, &kForce, &kAt, &kAtText, &kId, &kDslVlan, &kOutput, &kRejects,
+    &kProblems, &kOnReject, &kMaxRejects, &kAcceptRejects, &kMaxRecord, &kJobs, &kBlock, &kSummary, &kProgress,
+    &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfCensus[] = {
+    &kFromOld, &kFromNew, &kJsonCensus, &kHtml, &kForce, &kAt, &kAtText, &kId, &kDslVlan, &kOutput, &kRejects,
+    &kProblems, &kMaxRecord, &kJobs, &kBlock, &kProgress, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfMapping[] = {
     &kAsJson, &kAsMarkdown, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
@@ -254,6 +264,11 @@ constexpr Command kCommands[] = {
      "OUT is replaced when all is done; without -o lines go out as they are ready. A line that is blank is no record. "
      "Compressed streams are a pipe's business.",
      "kcnvrt stream --to-new --at /config fleet.ndjson -o new.ndjson", stream},
+    {"census", "Count what becomes of a fleet's configurations",
+     kStreams, {}, kOfCensus,
+     "How many devices convert, convert with warnings, lose something or are rejected, and for each place how many, with "
+     "the first of them: by --id, else by file and line. Nothing is converted for good, and no value is shown.",
+     "kcnvrt census fleet.ndjson --at /config --id /serial --html census.html", census},
     {"sections", "List the sections that can be converted alone",
      {}, {}, kOfSections,
      "One a line: old (for --to-old) or new (for --to-new), a tab, the name.",

@@ -240,7 +240,7 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
     wrong '"in" is read, so it cannot be written too' --to-new same --rejects in
     wrong '"in" is read, so it cannot be written too' --to-new in --problems in
     wrong '"out" is to be written twice' --to-new in --problems out --rejects out
-    wrong "rejects and problems go to files" --to-new in --rejects -
+    wrong "only the output can go to -" --to-new in --rejects -
     run --separate-stderr -2 sh -c '"$1" stream --to-new in >> same' sh "$KCNVRT"
     equal "$(cat in)" "$good"
     only_files in same

@@ -72,10 +72,12 @@ void BlockConverter::convert_whole_line(const Record& record, std::string_view l
 
 void BlockConverter::convert_line(const Record& record, std::string_view line, Outcome& outcome) const {
     ++outcome.tally.records;
-    const Verdict verdict = record_.convert(record, outcome.lines, outcome.problems);
-    if (verdict != Verdict::kRejected) {
+    const Verdict verdict = record_.convert(record, outcome);
+    if (verdict.is_converted) {
         ++outcome.tally.converted;
-        outcome.tally.warned += verdict == Verdict::kWarned ? 1 : 0;
+        outcome.tally.warned += verdict.has_warnings ? 1 : 0;
+        outcome.tally.lossy += verdict.has_losses ? 1 : 0;
+        outcome.tally.troubled += verdict.has_warnings || verdict.has_losses ? 1 : 0;
         return;
     }
     if (keeps_rejects_) outcome.rejects.append(line).append(line.ends_with('\n') ? "" : "\n");
@@ -84,8 +86,7 @@ void BlockConverter::convert_line(const Record& record, std::string_view line, O
 
 // A line that is too long is told of at its start, and counted at its end.
 void BlockConverter::reject_piece(const Block& block, Outcome& outcome) const {
-    if (block.kind == Block::Kind::kStart)
-        record_.reject_too_long({block.file, block.line, block.offset, {}}, outcome.problems);
+    if (block.kind == Block::Kind::kStart) record_.reject_too_long({block.file, block.line, block.offset, {}}, outcome);
     if (keeps_rejects_) outcome.rejects = block.bytes;
     outcome.tally.bytes = block.bytes.size();
     if (block.kind != Block::Kind::kEnd) return;

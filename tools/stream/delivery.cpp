@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "input.h"
+#include "numbers.h"
 
 namespace kcnvrt {
 
@@ -12,8 +13,10 @@ bool is_progress_shown(const StreamOptions& options) {
     return options.progress || stderr_is_terminal();
 }
 
-SummaryFormat summary_of(const StreamOptions& options) {
-    return options.summary.value_or(is_progress_shown(options) ? SummaryFormat::kText : SummaryFormat::kNone);
+SummaryFormat format_of(const Options& options) {
+    if (options.stream.is_census) return SummaryFormat::kNone;
+    const bool is_shown = is_progress_shown(options.stream) || options.losses;
+    return options.stream.summary.value_or(is_shown ? SummaryFormat::kText : SummaryFormat::kNone);
 }
 
 std::unique_ptr<LineFile> open_file(const std::optional<std::string>& file, const Options& options) {
@@ -31,11 +34,11 @@ Delivery::Delivery(const Options& options, Progress::Total total)
       rejects_(open_file(options.stream.rejects, options)),
       problems_(open_file(options.stream.problems, options)),
       progress_(is_progress_shown(options.stream), total) {
-    const bool is_stream = options.stream.output_dir.empty();
+    const bool is_stream = options.stream.output_dir.empty() && !options.stream.is_census;
     const bool is_standard = options.output == kStandardStream;
     if (is_stream && is_standard) output_ = std::make_unique<LineFile>(STDOUT_FILENO, kStandardStream);
     if (is_stream && !is_standard) replaced_ = std::make_unique<Output>(options.output, options.inputs);
-    if (!problems_) problems_ = std::make_unique<LineFile>(STDERR_FILENO, kStandardStream);
+    if (!problems_ && !options.stream.is_census) problems_ = std::make_unique<LineFile>(STDERR_FILENO, kStandardStream);
 }
 
 int Delivery::standard_output() const {
@@ -63,7 +66,8 @@ void Delivery::write(const Outcome& outcome, const Outcome::Mark& end) {
     write_lines(until(outcome.lines, end.lines));
     if (rejects_) rejects_->write(until(outcome.rejects, end.rejects));
     if (end.problems != 0) progress_.clear();
-    problems_->write(until(outcome.problems, end.problems));
+    if (problems_) problems_->write(until(outcome.problems, end.problems));
+    for (std::size_t i = 0; i < end.findings; ++i) census_.add(outcome.findings[i]);
     tally_ += end.tally;
 }
 
@@ -72,13 +76,17 @@ void Delivery::write_lines(std::string_view lines) {
     if (replaced_ && !replaced_->put(lines)) replaced_->finish();  // which throws
 }
 
+Report Delivery::report() const {
+    return {tally_, census_.troubles(), with_digits(progress_.seconds(), 3)};
+}
+
 ExitStatus Delivery::finish() {
     if (replaced_ && !is_cut_) replaced_->finish();
     progress_.clear();
     if (is_cut_)
         Messages(options_.errors, options_.color)
             .print("kcnvrt", "stream", "more records were rejected than --max-rejects allows: the run ends here");
-    progress_.summarize(tally_, summary_of(options_.stream));
+    LineFile(STDERR_FILENO, kStandardStream).write(summary_of(report(), format_of(options_), options_.losses));
     const bool is_accepted = tally_.rejected == 0 || (options_.stream.accept_rejects && !is_cut_);
     return is_accepted ? kConverted : kRejected;
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "census/report.h"
 #include "command_line.h"
 #include "line_file.h"
 #include "outcome.h"
@@ -24,6 +25,9 @@ public:
     // Puts a file in its place, unless the run ended early, and says what it was.
     ExitStatus finish();
 
+    // What it was.
+    Report report() const;
+
     // The descriptor of standard output; -1 where that is not written to.
     int standard_output() const;
 
@@ -39,6 +43,7 @@ private:
     std::unique_ptr<LineFile> problems_;
     Progress progress_;
     Tally tally_;
+    Census census_;
     bool is_cut_ = false;
 };
 

@@ -49,8 +49,8 @@ void check_names(const std::vector<std::string>& outputs, const Command* command
 void check_files(const Options& options, const char* name) {
     const Command* const command = find_command(name);
     std::vector<std::string> named = {options.output};
-    for (const auto& file : {options.stream.rejects, options.stream.problems}) {
-        if (file == kStandardStream) fail_by_usage("rejects and problems go to files, not to -", command);
+    for (const auto& file : {options.stream.rejects, options.stream.problems, options.stream.html}) {
+        if (file == kStandardStream) fail_by_usage("only the output can go to -", command);
         if (file) named.push_back(*file);
     }
     check_names(named, command);

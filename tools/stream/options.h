@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "progress.h"
 #include "record.h"
 #include "splitter.h"
+#include "summary.h"
 
 namespace kcnvrt {
 
@@ -25,6 +25,9 @@ struct StreamOptions {
     std::size_t jobs = 0;  // 0: as many as there are cores
     std::optional<SummaryFormat> summary;
     bool progress = false;
+    bool is_census = false;  // nothing is written but what losses there are
+    bool json = false;       // of the census
+    std::optional<std::string> html;
 };
 
 }  // namespace kcnvrt

@@ -17,6 +17,8 @@ public:
     // Calls `next` in every thread until it is false: it converts the next part, and leaves no exception.
     ExitStatus run(const std::function<bool(Outcome&)>& next);
 
+    Report report() const { return delivery_.report(); }
+
     // What wakes a thread that waits for input, and what is written to while it does; -1 for nothing.
     Wake& wake() { return wake_; }
     int standard_output() const { return delivery_.standard_output(); }

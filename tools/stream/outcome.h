@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "census/census.h"
 #include "tally.h"
 
 namespace kcnvrt {
@@ -17,6 +18,7 @@ struct Outcome {
         std::size_t lines;
         std::size_t rejects;
         std::size_t problems;
+        std::size_t findings;
         Tally tally;
     };
 
@@ -25,16 +27,18 @@ struct Outcome {
     std::string lines;                   // of the output
     std::string rejects;
     std::string problems;
+    std::vector<Finding> findings;  // where losses are looked for
     Tally tally;
     std::vector<Mark> behind_rejects;  // where the run may end
     std::exception_ptr failure;        // what ends the run, behind all this
 
-    Mark end() const { return {lines.size(), rejects.size(), problems.size(), tally}; }
+    Mark end() const { return {lines.size(), rejects.size(), problems.size(), findings.size(), tally}; }
     // Forgets what came behind the mark, and no reject.
     void go_back(const Mark& mark) {
         lines.resize(mark.lines);
         rejects.resize(mark.rejects);
         problems.resize(mark.problems);
+        findings.resize(mark.findings);
         tally = mark.tally;
     }
 };

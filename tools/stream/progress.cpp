@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "json_line.h"
+#include "numbers.h"
 #include "terminal.h"
 
 namespace kcnvrt {
@@ -23,23 +23,6 @@ constexpr std::size_t kBarWidth = 20;
 
 void write_to_stderr(std::string_view text) {
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
-}
-
-// 1234567 as 1,234,567.
-std::string grouped(std::size_t number) {
-    std::string digits = std::to_string(number);
-    for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
-    return digits;
-}
-
-std::string counted(std::size_t number, const char* one, const char* many) {
-    return grouped(number) + " " + (number == 1 ? one : many);
-}
-
-std::string with_digits(double number, int digits) {
-    std::array<char, 32> text;
-    std::snprintf(text.data(), text.size(), "%.*f", digits, number);
-    return text.data();
 }
 
 // H:MM:SS, or M:SS.
@@ -110,29 +93,6 @@ std::string Progress::line(const Tally& tally) const {
     if (tally.rejected != 0) text += ", " + grouped(tally.rejected) + " rejected";
     text += "  " + rate(static_cast<double>(tally.bytes) / passed) + "  ";
     return part == 0 ? text + clock_time(passed) : text + clock_time(passed * (1 - part) / part) + " left";
-}
-
-void Progress::summarize(const Tally& tally, SummaryFormat format) {
-    clear();
-    const std::string seconds_text = with_digits(seconds(), 3);
-    std::string text;
-    if (format == SummaryFormat::kJson) {
-        JsonLine line;
-        line.number("records", tally.records)
-            .number("converted", tally.converted)
-            .number("warned", tally.warned)
-            .number("rejected", tally.rejected)
-            .number("bytes", tally.bytes)
-            .json("seconds", seconds_text);
-        if (tally.left != 0) line.number("left", tally.left);
-        line.append_to(text);
-    } else if (format == SummaryFormat::kText) {
-        text = counted(tally.records, "record", "records") + ": " + grouped(tally.converted) + " converted (" +
-               grouped(tally.warned) + " with warnings), " + grouped(tally.rejected) + " rejected; " +
-               counted(tally.bytes, "byte", "bytes") + " in " + seconds_text + " s";
-        text += tally.left == 0 ? "\n" : "; " + grouped(tally.left) + " left alone\n";
-    }
-    write_to_stderr(text);
 }
 
 }  // namespace kcnvrt

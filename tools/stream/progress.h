@@ -1,4 +1,4 @@
-// A line that says how far a long run is, and the summary at its end; on standard error.
+// A line on standard error that says how far a long run is.
 #pragma once
 
 #include <chrono>
@@ -8,8 +8,6 @@
 #include "tally.h"
 
 namespace kcnvrt {
-
-enum class SummaryFormat { kNone, kText, kJson };
 
 class Progress {
 public:
@@ -30,12 +28,12 @@ public:
     // Before anything else is written to standard error.
     void clear();
 
-    void summarize(const Tally& tally, SummaryFormat format);
+    // Since it was made.
+    double seconds() const;
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    double seconds() const;
     std::string line(const Tally& tally) const;
     double part_done(const Tally& tally) const;
 

@@ -2,7 +2,9 @@
 
 #include <new>
 
+#include "census/findings.h"
 #include "options.h"
+#include "printable.h"
 #include "source.h"
 #include "trees.h"
 
@@ -47,23 +49,24 @@ RecordConverter::RecordConverter(const Options& options)
       pointers_(options.stream.pointers),
       longest_(options.stream.sizes.longest) {}
 
-void RecordConverter::reject_too_long(const Record& record, std::string& problems) const {
-    RecordProblems(record, pointers_, problems).add_error(nullptr, too_long(longest_));
+void RecordConverter::reject_too_long(const Record& record, Outcome& outcome) const {
+    RecordProblems(record, pointers_, outcome.problems).add_error(nullptr, too_long(longest_));
+    find_losses(record, nullptr, outcome);
 }
 
-Verdict RecordConverter::convert(const Record& record, std::string& lines, std::string& problems) const {
+Verdict RecordConverter::convert(const Record& record, Outcome& outcome) const {
+    Verdict verdict;
     if (record.text.size() > longest_) {
-        reject_too_long(record, problems);
-        return Verdict::kRejected;
+        reject_too_long(record, outcome);
+        return verdict;
     }
     const TreesOfRecord trees;
-    RecordProblems told(record, pointers_, problems);
+    RecordProblems problems(record, pointers_, outcome.problems);
     text::Sought at = {{}, {0, 1, 1}, record.text.size()};
-    if (!pointers_.at.empty()) {
-        at = find_value(record.text, pointers_.at);
-        if (!is_whole(record, at, told)) return Verdict::kRejected;
-    }
-    return convert_at(record, at, lines, told);
+    if (!pointers_.at.empty()) at = find_value(record.text, pointers_.at);
+    const bool is_found = pointers_.at.empty() || is_whole(record, at, problems);
+    if (!is_found || !convert_at(record, at, outcome, verdict)) find_losses(record, nullptr, outcome);
+    return verdict;
 }
 
 // Whether there is a configuration, and what stands around it is JSON; the configuration is looked at when it is
@@ -79,14 +82,16 @@ bool RecordConverter::is_whole(const Record& record, const text::Sought& at, Rec
     return is_json(around, nullptr) || is_json(record.text, &problems);
 }
 
-Verdict RecordConverter::convert_at(const Record& record, const text::Sought& at, std::string& lines,
-                                    RecordProblems& problems) const {
+// False where there is no text that could be converted.
+bool RecordConverter::convert_at(const Record& record, const text::Sought& at, Outcome& outcome,
+                                 Verdict& verdict) const {
+    RecordProblems problems(record, pointers_, outcome.problems);
     std::optional<std::string> held;
     std::string_view configuration = value_at(record.text, at);
     if (pointers_.holds_text) {
         held = text_in(configuration);
         if (!held) problems.add_error(pointers_.at.c_str(), "the value at " + pointers_.at + " is no text");
-        if (!held) return Verdict::kRejected;
+        if (!held) return false;
         configuration = *held;
     }
     k_text_request_t request = request_of(operation_, configuration, options_);
@@ -99,16 +104,37 @@ Verdict RecordConverter::convert_at(const Record& record, const text::Sought& at
     problem.size = sizeof problem;
     for (std::size_t i = 0; k_text_problem(result.get(), i, &problem) == 0; ++i)
         problems.add_of_configuration(problem, at.spot.column);
-    if (status != K_TEXT_CONVERTED) return Verdict::kRejected;
-
-    const std::string_view output = output_of(result.get());
+    find_losses(record, result.get(), outcome);
+    verdict.is_converted = status == K_TEXT_CONVERTED;
+    verdict.has_warnings = has_warnings(result.get());
+    verdict.has_losses = k_text_loss_count(result.get()) != 0;
     give_back_large_trees();  // before there are two of a large output
+    if (verdict.is_converted && !options_.stream.is_census)
+        add_line(record, at, output_of(result.get()), outcome.lines);
+    return true;
+}
+
+void RecordConverter::add_line(const Record& record, const text::Sought& at, std::string_view output,
+                               std::string& lines) const {
     const std::string_view before = record.text.substr(0, at.spot.offset);
     const std::string_view behind = record.text.substr(at.spot.offset + at.length);
     lines.reserve(lines.size() + before.size() + output.size() + behind.size() + 1);
     lines.append(before).append(pointers_.holds_text ? std::string_view(json_string_of(output)) : output);
     lines.append(behind).append("\n");
-    return has_warnings(result.get()) ? Verdict::kWarned : Verdict::kConverted;
+}
+
+// What is not even a configuration is an error of the whole.
+void RecordConverter::find_losses(const Record& record, const k_text_result_t* result, Outcome& outcome) const {
+    if (!options_.losses) return;
+    const bool has_findings = result == nullptr || k_text_problem_count(result) + k_text_loss_count(result) != 0;
+    if (!has_findings) return;
+    std::string id = pointers_.id ? id_of(record.text, pointers_.id) : "null";
+    if (id == "null") {
+        id.clear();
+        append_json_string(id, *record.file + ":" + std::to_string(record.line));
+    }
+    if (result == nullptr) outcome.findings.push_back({"error", "", id});
+    if (result != nullptr) add_findings(result, id, outcome.findings);
 }
 
 }  // namespace kcnvrt

@@ -7,11 +7,8 @@
 
 namespace kcnvrt {
 
-ExitStatus stream(const Options& options) {
-    const std::vector<std::string>& files = options.inputs;
-    check_files(options, "stream");
-    OrderedRun run(options, {.bytes = size_of_inputs(files), .records = 0});
-    Splitter splitter(files, options.stream.sizes, run.wake(), run.standard_output());
+ExitStatus convert_records(const Options& options, OrderedRun& run) {
+    Splitter splitter(options.inputs, options.stream.sizes, run.wake(), run.standard_output());
     const BlockConverter converter(options);
     return run.run([&splitter, &converter](Outcome& outcome) {
         Block block;
@@ -19,6 +16,12 @@ ExitStatus stream(const Options& options) {
         outcome = converter.convert(block);
         return true;
     });
+}
+
+ExitStatus stream(const Options& options) {
+    check_files(options, "stream");
+    OrderedRun run(options, {.bytes = size_of_inputs(options.inputs), .records = 0});
+    return convert_records(options, run);
 }
 
 }  // namespace kcnvrt

@@ -137,6 +137,16 @@ const char* stream_summary(Options& options, const char* value) {
     return format == "json" || format == "text" || format == "none" ? nullptr : "text, json or none";
 }
 
+const char* census_json(Options& options, const char*) {
+    options.stream.json = true;
+    return nullptr;
+}
+
+const char* census_html(Options& options, const char* value) {
+    options.stream.html = value;
+    return nullptr;
+}
+
 const char* stream_progress(Options& options, const char*) {
     options.stream.progress = true;
     return nullptr;

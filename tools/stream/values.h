@@ -23,6 +23,8 @@ const char* stream_max_record(Options& options, const char* value);
 const char* stream_jobs(Options& options, const char* value);
 const char* stream_block(Options& options, const char* value);
 const char* stream_summary(Options& options, const char* value);
+const char* census_json(Options& options, const char* value);
+const char* census_html(Options& options, const char* value);
 const char* stream_progress(Options& options, const char* value);
 
 }  // namespace kcnvrt
