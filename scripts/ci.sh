@@ -39,7 +39,8 @@ step() {
 # Everything at once, which is faster than by the step; the compiler's cache serves builds that share objects.
 install_everything() (
     need_packages "${test_packages[@]}" "${lint_packages[@]}" "${clang_packages[@]}" "${fuzz_packages[@]}" \
-        "${count_packages[@]}" "${cross_packages[@]}" "${coverage_packages[@]}" "${wasm_packages[@]}" ccache
+        "${count_packages[@]}" "${cross_packages[@]}" "${coverage_packages[@]}" "${wasm_packages[@]}" \
+        "${page_test_packages[@]}" ccache
     need_npm
 )
 
@@ -65,6 +66,7 @@ step thread    "Conversions in parallel under the thread sanitizer"             
 step valgrind  "The cases under valgrind"                                           ./test --valgrind
 step cross     "The cases on a 32-bit and on a big-endian machine"                  ./test --cross
 step wasm      "The WebAssembly module and its npm package"                         ./test --wasm
+step page      "The page, in a browser"                                             ./test --page
 step variants  "What nothing else builds: without the tool, and for debugging"      scripts/variants.sh
 step limits    "Sizes, relocations, allocations and instructions in their limits"   scripts/limits.sh
 step coverage  "What the tests reach, in its limits"                                ./test --coverage

@@ -13,6 +13,7 @@ coverage_packages=(gcovr)
 cross_packages=(g++-arm-linux-gnueabihf g++-mips-linux-gnu googletest qemu-user-static dpkg-dev)
 wasm_packages=(cmake ninja-build pkg-config clang-14 lld-14 llvm-14 wasi-libc libclang-rt-14-dev-wasm32
     libc++-14-dev-wasm32 libc++abi-14-dev-wasm32 binaryen dpkg-dev)
+page_test_packages=(chromium fonts-inter fonts-jetbrains-mono) # the fonts of the stored pictures
 
 # installed_packages NAME...: prints those that are.
 installed_packages() {

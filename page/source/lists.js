@@ -1,0 +1,97 @@
+// The lists under the editors: problems, and what is different there and back.
+import { Asker, SUPERSEDED } from './asker.js';
+import { byId, element, numberText } from './elements.js';
+import { beforeAndAfter, showFindings, showWords } from './findings.js';
+import { editors, page, settings, unchanged } from './page.js';
+import { makeTabs } from './tabs.js';
+
+const traveller = new Asker();
+
+let tab = 'problems';
+
+const showTab = makeTabs(document.querySelector('.panel .tabs'), (id) => {
+    tab = id;
+    for (const panel of document.querySelectorAll('.findings')) panel.hidden = panel.id !== id;
+    if (id === 'return') showReturn();
+});
+
+export const showPane = makeTabs(document.querySelector('.switch'), (id) => {
+    document.querySelector('main').dataset.shown = id;
+});
+
+const by = (words) => element('span', { class: 'by' }, words);
+
+function setCount(list, count, kind = null) {
+    byId(`${list}-count`).textContent = count > 0 ? numberText(count) : '';
+    byId(`${list}-count`).dataset.kind = kind ?? '';
+}
+
+/** Shows the lists of another answer. */
+export function showLists() {
+    showProblems();
+    setCount('return', 0);
+    if (tab === 'return') showReturn();
+}
+
+/** Says what the lists are for. */
+export function showEmptyLists() {
+    showWords(byId('problems'), 'What is wrong with a configuration is listed here, with its place.');
+    showWords(byId('return'), 'What is different after a conversion there and back is listed here.');
+    for (const list of ['problems', 'return']) setCount(list, 0);
+}
+
+function showProblems() {
+    const { problems } = page.answer;
+    const items = problems.map((problem) => ({
+        ...problem,
+        kind: problem.severity,
+        details: [element('span', {}, problem.message), by(problem.function)],
+    }));
+    const bad = problems.filter(({ severity }) => severity !== 'note');
+    setCount('problems', bad.length, bad.some(({ severity }) => severity === 'error') ? 'bad' : 'caution');
+    byId('problems').dataset.stale = 'false';
+    if (items.length === 0) showWords(byId('problems'), 'No problems.');
+    else showFindings(byId('problems'), items, goTo);
+}
+
+function goTo(item, row) {
+    for (const other of document.querySelectorAll('.findings [aria-current]')) other.removeAttribute('aria-current');
+    row?.setAttribute('aria-current', 'true');
+    if (item.offset === null) return;
+    const editor = item.which === 'other' ? 'base' : 'input';
+    if (editor === 'base') showTab('base');
+    else showPane('input');
+    editors[editor].goTo(item.offset, item.length);
+}
+
+/** To the next problem from the cursor, or the one before it. */
+export function step(direction) {
+    const places = (page.answer?.problems ?? [])
+        .filter(({ which, offset }) => which === 'text' && offset !== null)
+        .sort((a, b) => direction * (a.offset - b.offset));
+    if (places.length === 0) return true;
+    const { head } = editors.input.view.state.selection.main;
+    goTo(places.find(({ offset }) => direction * (offset - head) > 0) ?? places[0]);
+    return true;
+}
+
+async function showReturn() {
+    const parent = byId('return');
+    const { section, ...about } = settings();
+    if (page.answer === null) return;
+    if (section !== null)
+        return showWords(parent, 'There and back goes a whole configuration: choose everything above.');
+    parent.dataset.stale = 'true';
+    const isCurrent = unchanged(editors.input);
+    const operations = await traveller.ask('thereAndBack', { ...about, section });
+    if (operations === SUPERSEDED || !isCurrent()) return;
+    parent.dataset.stale = 'false';
+    if (operations === null) return showWords(parent, 'Nothing can be converted there and back.');
+    setCount('return', operations.length);
+    if (operations.length === 0) return showWords(parent, 'All of it comes back as it was.');
+    const items = operations.map((operation) => {
+        const place = editors.input.placeOf(operation.offset);
+        return { ...operation, ...place, details: [beforeAndAfter(operation)] };
+    });
+    showFindings(parent, items, goTo);
+}

@@ -1,0 +1,31 @@
+// What the parts of the page share: its editors, what it shows, and what is asked about.
+import { byId } from './elements.js';
+
+export const page = {
+    name: 'example.old.json',
+    note: null,
+    isExample: true,
+    showsSecrets: false,
+    answer: null, // the one that is shown
+    sections: { new: [], old: [] },
+};
+
+/** The editors by their names: input, result, base. */
+export const editors = {};
+
+/** How the person wants the text to be converted. */
+export function settings() {
+    const [to, section] = byId('section').value.split(' ');
+    return {
+        text: editors.input.text,
+        to: section === undefined ? byId('towards').value || null : to,
+        section: section ?? null,
+        showSecrets: page.showsSecrets,
+    };
+}
+
+/** Whether an editor still has the text that it had when this was called. */
+export function unchanged(editor) {
+    const { doc } = editor.view.state;
+    return () => editor.view.state.doc === doc;
+}

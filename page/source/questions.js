@@ -1,0 +1,63 @@
+// What the page asks the worker, one function a question.
+import { apply, convert, diff, section, toNew } from 'k-cnvrt/inline';
+import { differenceSecretsOf, operationsOf } from './difference.js';
+import { members, skipBlanks } from './json_text.js';
+import { secretsOf } from './secrets.js';
+
+const OTHER = { new: 'old', old: 'new' };
+
+function converted({ text, to, section: name, showSecrets }) {
+    if (name === null) return convert(text, { to: to ?? undefined, partial: true, showSecrets });
+    return { ...section(name, text, { to, partial: true, showSecrets }), direction: `to-${to}` };
+}
+
+/** The text in the other layout, or what can be had of it. */
+export function conversion(about) {
+    const answer = converted(about);
+    const output = answer.output ?? '';
+    return { ...answer, inputSecrets: secretsOf(about.text), outputSecrets: secretsOf(output) };
+}
+
+/** What the conversion changes in a base, as a difference, or the base with that applied. */
+export function changes({ base, mergePatch, isApplied, ...about }) {
+    const answer = againstBase({ base, mergePatch, ...about });
+    if (answer.output === null || !isApplied) return withSecrets(answer, about.text, differenceSecretsOf);
+    const applied = apply(base, answer.output, { showSecrets: about.showSecrets });
+    return withSecrets(
+        { ...answer, ...applied, problems: [...answer.problems, ...applied.problems] },
+        about.text,
+        secretsOf,
+    );
+}
+
+function withSecrets(answer, text, secretsOfOutput) {
+    return { ...answer, inputSecrets: secretsOf(text), outputSecrets: secretsOfOutput(answer.output ?? '') };
+}
+
+// The library compares with a base on the way to the new layout; on the way to the old one two texts are compared.
+function againstBase({ base, mergePatch, ...about }) {
+    const answer = converted(about);
+    if (answer.output === null) return answer;
+    const { showSecrets } = about;
+    if (about.section === null && answer.direction === 'to-new')
+        return { ...toNew(about.text, { base, mergePatch, showSecrets }), direction: 'to-new' };
+    const difference = diff(base, answer.output, { mergePatch, showSecrets });
+    return { ...difference, direction: answer.direction, problems: [...answer.problems, ...difference.problems] };
+}
+
+// An old configuration that ties its VLANs to DSL services, which its new layout does not show.
+function tiesVlansToDsl(text) {
+    const names = new Set(Array.from(members(text, skipBlanks(text, 0)), ({ name }) => name));
+    return names.has('groups') && !names.has('vlan');
+}
+
+/** What is different in a text that was converted there and back; null where that cannot be told. */
+export function thereAndBack(about) {
+    const there = converted(about);
+    if (there.output === null || there.direction === null) return null;
+    const to = OTHER[there.direction.slice('to-'.length)];
+    const dslVlan = to === 'old' && tiesVlansToDsl(about.text);
+    const back = convert(there.output, { to, partial: true, dslVlan });
+    if (back.output === null) return null;
+    return operationsOf(about.text, diff(about.text, back.output).output, about.showSecrets);
+}

@@ -1,0 +1,98 @@
+// A browser with the page in it, and what a person does there.
+import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { createServer } from 'node:http';
+import { tmpdir } from 'node:os';
+import { dirname, join } from 'node:path';
+import { fileURLToPath, pathToFileURL } from 'node:url';
+import { chromium } from 'playwright-core';
+
+const here = dirname(fileURLToPath(import.meta.url));
+export const root = process.env.KCNVRT_ROOT;
+export const built = process.env.KCNVRT_PAGE;
+export const packaged = (name) => join(root, 'build/wasm/package', name);
+export const pageFile = join(built, 'k_cnvrt.html');
+export const example = (name) => readFileSync(join(root, 'examples', name), 'utf8');
+
+const FLAGS = [
+    '--no-sandbox',
+    '--disable-gpu',
+    '--disable-quic',
+    '--no-first-run',
+    '--disable-background-networking',
+    '--disable-component-update',
+    '--disable-sync',
+    '--font-render-hinting=none',
+];
+
+export async function startBrowser() {
+    const profile = mkdtempSync(join(tmpdir(), 'k_cnvrt-page-'));
+    const browser = await chromium.launch({
+        executablePath: process.env.KCNVRT_CHROMIUM ?? '/usr/bin/chromium',
+        args: FLAGS,
+        env: { ...process.env, FONTCONFIG_FILE: join(here, 'fonts.conf'), HOME: profile },
+    });
+    const close = async () => {
+        await browser.close();
+        rmSync(profile, { recursive: true, force: true });
+    };
+    return { browser, close };
+}
+
+/** A server of the page alone, on this machine: { address, requests, close }. */
+export async function serve() {
+    const requests = [];
+    const server = createServer((request, response) => {
+        requests.push(request.url);
+        const isPage = request.url === '/k_cnvrt.html';
+        response.writeHead(isPage ? 200 : 404, { 'Content-Type': 'text/html' });
+        response.end(isPage ? readFileSync(pageFile) : '');
+    });
+    await new Promise((ready) => server.listen(0, '127.0.0.1', ready));
+    return {
+        requests,
+        address: `http://127.0.0.1:${server.address().port}/k_cnvrt.html`,
+        close: () => new Promise((done) => server.close(done)),
+    };
+}
+
+/** The page in a new window, ready for use. What it complains of in the console is in `complaints`. */
+export async function openPage(browser, { address = pathToFileURL(pageFile).href, init = null, ...options } = {}) {
+    const context = await browser.newContext({
+        viewport: { width: 1280, height: 800 },
+        reducedMotion: 'reduce',
+        ...options,
+    });
+    const page = await context.newPage();
+    page.complaints = [];
+    page.on('console', (message) => message.type() === 'error' && page.complaints.push(message.text()));
+    page.on('pageerror', (error) => page.complaints.push(error.message));
+    if (init !== null) await page.addInitScript(init);
+    await page.goto(address);
+    await settled(page);
+    return page;
+}
+
+/** When the answer to the last change is shown. */
+export async function settled(page) {
+    await page.waitForFunction(
+        () => !('waits' in document.documentElement.dataset) && document.querySelector('#version').textContent !== '',
+        null,
+        { timeout: 60_000 },
+    );
+}
+
+export const input = (page) => page.locator('#input .cm-content');
+export const result = (page) => page.locator('#result .cm-content');
+
+/** Puts a file into the page as the button "Open" does. */
+export async function openFile(page, name, content) {
+    await page.locator('#file').setInputFiles({ name, mimeType: 'application/json', buffer: Buffer.from(content) });
+    await page.waitForFunction((name) => document.querySelector('#input-facts').textContent.includes(name), name);
+    await settled(page);
+}
+
+/** The whole text of an editor, also of what is not on the screen. */
+export const textOf = (page, id) =>
+    page.evaluate((id) => document.querySelector(`#${id} .cm-content`).cmTile.view.state.doc.toString(), id);
+
+export const status = (page) => page.locator('#status .words').textContent();

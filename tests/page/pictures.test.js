@@ -1,0 +1,71 @@
+// Pictures of the page, compared with those in docs/page/. What was seen is left in build/page/pictures, and with
+// KCNVRT_PICTURES=store kept as the pictures that are to be seen.
+import assert from 'node:assert/strict';
+import { existsSync, mkdirSync, readFileSync, writeFileSync } from 'node:fs';
+import { join } from 'node:path';
+import test, { after, before } from 'node:test';
+import pixelmatch from 'pixelmatch';
+import { PNG } from 'pngjs';
+import { built, example, openFile, openPage, root, settled, startBrowser } from './browser.js';
+
+// Of a picture, what may differ: another version of the browser draws some edges of letters in another way.
+const TOLERANCE = 0.02;
+
+const stored = join(root, 'docs/page');
+const seen = join(built, 'pictures');
+
+let browser;
+let close;
+before(async () => ({ browser, close } = await startBrowser()));
+after(() => close());
+
+const broken = example('home-gateway.old.json')
+    .replace('"mac": "02:00:5e:00:53:10"', '"mac": 5')
+    .replace('"hour": "1"', '"hour": "soon"');
+
+const PICTURES = {
+    start: { reach: () => {} },
+    problems: {
+        reach: async (page) => {
+            await openFile(page, 'gateway.old.json', broken);
+            await page.keyboard.press('F8');
+        },
+    },
+    empty: {
+        reach: async (page) => {
+            await page.locator('#clear').click();
+            await settled(page);
+        },
+    },
+    narrow: { viewport: { width: 360, height: 740 }, reach: (page) => openFile(page, 'gateway.old.json', broken) },
+};
+
+// The checksum is another one after every change of the library.
+async function picture(page) {
+    await page.waitForTimeout(300); // blinking and fading ends
+    const style = 'footer { visibility: hidden }';
+    return page.screenshot({ style, caret: 'hide', animations: 'disabled' });
+}
+
+for (const [name, { viewport = { width: 1280, height: 800 }, reach }] of Object.entries(PICTURES)) {
+    for (const colorScheme of ['light', 'dark']) {
+        test(`the picture ${name}, ${colorScheme}`, async () => {
+            const page = await openPage(browser, { colorScheme, viewport });
+            await reach(page);
+            const file = `${name}-${colorScheme}.png`;
+            const now = await picture(page);
+            await page.context().close();
+            mkdirSync(seen, { recursive: true });
+            writeFileSync(join(seen, file), now);
+            if (process.env.KCNVRT_PICTURES === 'store') {
+                mkdirSync(stored, { recursive: true });
+                writeFileSync(join(stored, file), now);
+            }
+            assert.ok(existsSync(join(stored, file)), `docs/page/${file} is there`);
+            const [is, was] = [PNG.sync.read(now), PNG.sync.read(readFileSync(join(stored, file)))];
+            assert.deepEqual([is.width, is.height], [was.width, was.height]);
+            const different = pixelmatch(is.data, was.data, null, is.width, is.height, { threshold: 0.2 });
+            assert.ok(different <= TOLERANCE * is.width * is.height, `${different} pixels of ${file} differ`);
+        });
+    }
+}
