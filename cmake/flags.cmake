@@ -36,10 +36,27 @@ target_compile_options(kcnvrt_library_flags INTERFACE
     -fvisibility=hidden -fno-asynchronous-unwind-tables -fno-unwind-tables -ffunction-sections -fdata-sections)
 target_link_libraries(kcnvrt_library_flags INTERFACE kcnvrt_flags)
 
-# kcnvrt_shared_library(NAME): exports exactly the names listed in abi/lib<NAME>.symbols, under a version-1 SONAME.
-# The C driver links it, so that the link itself fails on the first symbol of the C++ library; a sanitizer or coverage
-# build needs the C++ driver.
-function(kcnvrt_shared_library name)
+# Objects of a static library are compiled for both ways of linking: with -flto or without.
+if(KCNVRT_STATIC AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(kcnvrt_library_flags INTERFACE -flto=auto -ffat-lto-objects)
+    add_link_options(-Werror=odr -Werror=lto-type-mismatch)
+endif()
+
+# kcnvrt_library(NAME): the library made of the objects of NAME_objects, for programs that find it as k_cnvrt::NAME.
+function(kcnvrt_library name)
+    if(KCNVRT_STATIC)
+        add_library(${name} STATIC)
+    else()
+        add_library(${name} SHARED)
+        kcnvrt_link_shared(${name})
+    endif()
+    add_library(k_cnvrt::${name} ALIAS ${name})
+    target_sources(${name} PRIVATE $<TARGET_OBJECTS:${name}_objects>)
+endfunction()
+
+# Exports exactly the names listed in abi/lib<NAME>.symbols, under a version-1 SONAME. The C driver links it, so that
+# the link itself fails on the first symbol of the C++ library; a sanitizer or coverage build needs the C++ driver.
+function(kcnvrt_link_shared name)
     set(symbols ${PROJECT_SOURCE_DIR}/abi/lib${name}.symbols)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${symbols})
     file(STRINGS ${symbols} exported REGEX "^[a-zA-Z]")

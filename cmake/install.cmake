@@ -3,6 +3,14 @@
 
 include(CMakePackageConfigHelpers)
 
+# What was built for another machine has no place among the files of this one.
+if(CMAKE_CROSSCOMPILING)
+    install(CODE [[
+        if("$ENV{DESTDIR}" STREQUAL "" AND CMAKE_INSTALL_PREFIX MATCHES "^/(usr(/local)?/?)?$")
+            message(FATAL_ERROR "This is built for another machine: DESTDIR=FOLDER says where its files are put together.")
+        endif()]])
+endif()
+
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/k_cnvrt)
 set(pkgconfig_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH library_from_tool /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
@@ -16,6 +24,11 @@ if(KCNVRT_TEXT)
     set_target_properties(k_cnvrt_text PROPERTIES INSTALL_RPATH "$ORIGIN")
     install(TARGETS k_cnvrt_text EXPORT k_cnvrt)
     install(DIRECTORY text/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+    # A program that links the shared library needs to know nothing of what that links.
+    set(requires_from_text Requires.private)
+    if(KCNVRT_STATIC)
+        set(requires_from_text Requires)
+    endif()
     configure_file(cmake/k_cnvrt_text.pc.in k_cnvrt_text.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/k_cnvrt_text.pc DESTINATION ${pkgconfig_directory})
 endif()
@@ -34,3 +47,4 @@ write_basic_package_version_file(k_cnvrtConfigVersion.cmake COMPATIBILITY SameMa
 install(FILES ${PROJECT_BINARY_DIR}/k_cnvrtConfig.cmake ${PROJECT_BINARY_DIR}/k_cnvrtConfigVersion.cmake
         DESTINATION ${package_directory})
 install(EXPORT k_cnvrt NAMESPACE k_cnvrt:: FILE k_cnvrtTargets.cmake DESTINATION ${package_directory})
+include(${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake)

@@ -68,6 +68,7 @@ step cross     "The cases on a 32-bit and on a big-endian machine"              
 step wasm      "The WebAssembly module and its npm package"                         ./test --wasm
 step page      "The page, in a browser"                                             ./test --page
 step variants  "What nothing else builds: without the tool, and for debugging"      scripts/variants.sh
+step static    "Static libraries: no C++ library, the same results, their sizes"        scripts/static.sh
 step limits    "Sizes, relocations, allocations and instructions in their limits"   scripts/limits.sh
 step coverage  "What the tests reach, in its limits"                                ./test --coverage
 

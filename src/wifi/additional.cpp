@@ -154,7 +154,7 @@ int coexistent_to_old(json_t* additional, const OldRadio& old, const Report& rep
     if (band_width == nullptr)
         return report.fail_at(additional, "ExtensionChannel", "Invalid field \"ExtensionChannel\", %s != %s",
                               text_of(extension), kExtensions.text());
-    old.write(Place::kRadio, "BandWidth", string(Decimal{band_width->code}));
+    old.write(OldPlace::kRadio, "BandWidth", string(Decimal{band_width->code}));
     return 0;
 }
 
@@ -167,7 +167,7 @@ int exclusive_to_old(json_t* additional, const OldRadio& old, const Report& repo
     if (band_width == nullptr)
         return report.fail_at(additional, "BandWidth", "Invalid field \"BandWidth\", %s != [%s]", text_of(width),
                               kWidths.text());
-    old.write(Place::kRadio, "BandWidth", string(Decimal{band_width->code}));
+    old.write(OldPlace::kRadio, "BandWidth", string(Decimal{band_width->code}));
     return 0;
 }
 

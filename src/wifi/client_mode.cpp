@@ -36,9 +36,9 @@ int default_key_to_old(json_t* client, const OldRadio& old, const Report& report
         return report.fail_at(client, "DefaultKeyId", "Invalid field \"DefaultKeyId\", %" PRId64 " not in range [0-%d]",
                               number, kHighestKeyId);
     if (number == 0)
-        old.write(Place::kShared, "ApCliDefaultKeyId", string(""));
+        old.write(OldPlace::kShared, "ApCliDefaultKeyId", string(""));
     else
-        old.write(Place::kRadio, "ApCliDefaultKeyId", string(Decimal{number}));
+        old.write(OldPlace::kRadio, "ApCliDefaultKeyId", string(Decimal{number}));
     return 0;
 }
 
@@ -76,7 +76,7 @@ bool is_written(json_t* client, json_t* wifi) {
 }  // namespace
 
 int client_mode_to_new(const OldRadio& old, json_t* radio, const Report& report) {
-    if (!is_text(old.read(Place::kShared, "ApCliRangeFreq"), range_of(old))) return 0;
+    if (!is_text(old.read(OldPlace::kShared, "ApCliRangeFreq"), range_of(old))) return 0;
     Json client = object();
     int failures = to_new(kClient, old, client.get(), report);
     Json keys = object();
@@ -91,7 +91,7 @@ int client_mode_to_new(const OldRadio& old, json_t* radio, const Report& report)
 
 int client_mode_to_old(json_t* client, const OldRadio& old, const Report& report) {
     if (!is_written(client, old.wifi)) return 0;
-    old.write(Place::kShared, "ApCliRangeFreq", string(range_of(old)));
+    old.write(OldPlace::kShared, "ApCliRangeFreq", string(range_of(old)));
     int failures = to_old(kClient, client, old, report);
     failures += default_key_to_old(client, old, report);
     failures += entries_to_old(kKey, get(client, "Key"), old, report);

@@ -36,7 +36,7 @@ OldName::OldName(Key form, bool is_prefixed, int64_t number) : text_{form.text()
 
 int to_new(PlacedFields table, const OldRadio& old, json_t* new_object, const Report& report) {
     int failures = 0;
-    const Place* place = table.places;
+    const OldPlace* place = table.places;
     for (const Field field : table.fields) {
         if (field.to_new != nullptr)
             failures += old.placed(field.to_new(new_object, field.new_name, old.read(*place, field.old_name), report),
@@ -50,7 +50,7 @@ int to_old(PlacedFields table, json_t* new_object, const OldRadio& old, const Re
     // A field that stands once for each radio reports under the name of the section, also where an SSID brought it.
     const Report of_section = report.under("k_cnvrt_get_wifi_from_new");
     int failures = 0;
-    const Place* place = table.places;
+    const OldPlace* place = table.places;
     for (const Field field : table.fields) {
         if (field.to_old != nullptr)
             failures += cross(field.to_old, new_object, field.new_name, old.container(*place),

@@ -18,7 +18,7 @@
 
 namespace kcnvrt {
 
-enum class Place : uint8_t {
+enum class OldPlace : uint8_t {
     kElement,  // in the SSID's own element of the array
     kRadio,    // once for each radio: prefixed for the 5 GHz one
     kShared,   // once for both radios
@@ -55,26 +55,28 @@ struct OldRadio {
     OldRadio with_element(json_t* ssid) const { return {wifi, is_5ghz, ssid, number}; }
     OldRadio with_number(int64_t entry) const { return {wifi, is_5ghz, element, entry}; }
 
-    json_t* container(Place place) const { return place == Place::kElement ? element : wifi; }
-    OldName name_to_read(Place place, Key form) const { return {form, is_5ghz && place == Place::kRadio, number}; }
-    OldName name_to_write(Place place, Key form) const {
+    json_t* container(OldPlace place) const { return place == OldPlace::kElement ? element : wifi; }
+    OldName name_to_read(OldPlace place, Key form) const {
+        return {form, is_5ghz && place == OldPlace::kRadio, number};
+    }
+    OldName name_to_write(OldPlace place, Key form) const {
         return {form, is_5ghz && is_written_per_radio(place), number};
     }
 
     // Notes where in the old object the messages of a field belong.
-    int placed(int failures, Place place, Key form, const Report& report) const {
+    int placed(int failures, OldPlace place, Key form, const Report& report) const {
         if (failures != 0) [[unlikely]]
             report.place(container(place), name_to_read(place, form));
         return failures;
     }
 
-    json_t* read(Place place, Key form) const { return get(container(place), name_to_read(place, form)); }
-    void write(Place place, Key form, Json value) const {
+    json_t* read(OldPlace place, Key form) const { return get(container(place), name_to_read(place, form)); }
+    void write(OldPlace place, Key form, Json value) const {
         set(container(place), name_to_write(place, form), std::move(value));
     }
 
-    static constexpr bool is_written_per_radio(Place place) {
-        return place == Place::kRadio || place == Place::kReadShared;
+    static constexpr bool is_written_per_radio(OldPlace place) {
+        return place == OldPlace::kRadio || place == OldPlace::kReadShared;
     }
 };
 
@@ -86,12 +88,12 @@ constexpr Key band_name(bool is_5ghz) {
 // A table whose fields are placed, as the engine sees it.
 struct PlacedFields {
     Fields fields;
-    const Place* places;
+    const OldPlace* places;
 };
 
 template <size_t Rows, class Table>
 struct PlacedTable {
-    Place places[Rows];
+    OldPlace places[Rows];
     Table table;
 
     constexpr operator PlacedFields() const { return {table, places}; }
@@ -99,31 +101,31 @@ struct PlacedTable {
 
 template <class Row>
 struct PlacedRow {
-    Place place;
+    OldPlace place;
     Row row;
 };
 
 template <size_t OldN, size_t NewN, Way ToNew, Way ToOld>
-constexpr auto placed_row(Place place, const FieldRow<OldN, NewN, ToNew, ToOld>& row) {
+constexpr auto placed_row(OldPlace place, const FieldRow<OldN, NewN, ToNew, ToOld>& row) {
     static_assert(OldN <= kLongestForm + 1);
     return PlacedRow<FieldRow<OldN, NewN, ToNew, ToOld>>{place, row};
 }
 
 template <class Row>
 constexpr auto of_element(const Row& row) {
-    return placed_row(Place::kElement, row);
+    return placed_row(OldPlace::kElement, row);
 }
 template <class Row>
 constexpr auto of_radio(const Row& row) {
-    return placed_row(Place::kRadio, row);
+    return placed_row(OldPlace::kRadio, row);
 }
 template <class Row>
 constexpr auto shared(const Row& row) {
-    return placed_row(Place::kShared, row);
+    return placed_row(OldPlace::kShared, row);
 }
 template <class Row>
 constexpr auto read_shared(const Row& row) {
-    return placed_row(Place::kReadShared, row);
+    return placed_row(OldPlace::kReadShared, row);
 }
 
 template <class... Row>

@@ -72,7 +72,7 @@ int ssids_to_new(const OldRadio& old, json_t* radio, const Report& report) {
     const Report of_ssid = report.under("parseMbssid");
     int failures = 0;
     ListBuilder ssids;
-    for (const auto [number, element] : elements(old.read(Place::kRadio, "mbssid"))) {
+    for (const auto [number, element] : elements(old.read(OldPlace::kRadio, "mbssid"))) {
         Json ssid = object();
         failures += ssid_to_new(old.with_element(element), ssid.get(), of_ssid);
         ssids.add(std::move(ssid));
@@ -88,7 +88,7 @@ int ssids_to_old(json_t* ssids, const OldRadio& old, const Report& report) {
     const int failures = append_every_number(ssids, array.get(), report, [&](int64_t, json_t* ssid, json_t* element) {
         return ssid_to_old(ssid, old.with_element(element), of_ssid);
     });
-    old.write(Place::kRadio, "mbssid", std::move(array));
+    old.write(OldPlace::kRadio, "mbssid", std::move(array));
     return failures;
 }
 

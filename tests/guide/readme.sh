@@ -1,9 +1,9 @@
 #!/bin/bash
-# Does what README.md shows, line by line, in a copy of the tree: readme.sh TREE FOLDER. What it installs for a device
-# goes below the folder, and what is compiled from C is compiled with that. `./test` is not run: this is a part of it.
+# Does what README.md shows, line by line, in a copy of the tree: readme.sh TREE FOLDER. What is compiled from C is
+# compiled with what it installs for a device. `./test` is not run: this is a part of it.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/copy.bash"
-installed=$2/installed
+installed=$copy/rootfs
 readme=$source_tree/README.md
 
 # commands SECTION: the commands of the section, as files in $blocks/SECTION.
@@ -61,10 +61,26 @@ restore_all
 run_section ""
 export PATH=$copy/build/release/bin:$PATH
 
-# "For a device" comes before "From C", which needs an installed copy. The host is the device.
-touch "$copy/your-toolchain.cmake"
-rm -rf "$installed"
-DESTDIR=$installed run_section "For a device"
+# toolchain NAME: a toolchain file for a device, which is the host by another name.
+toolchain() {
+    printf 'set(CMAKE_SYSTEM_NAME Linux)\nset(CMAKE_SYSTEM_PROCESSOR %s)\n' "$1" > "$copy/your-toolchain.cmake"
+}
+
+# system_of FOLDER: the name of the machine that it is configured for.
+system_of() { sed -n 's/^set(CMAKE_SYSTEM_PROCESSOR "\(.*\)")$/\1/p' "$copy/build/$1"/CMakeFiles/*/CMakeSystem.cmake; }
+
+# "For a device" comes before "From C", which needs an installed copy. It builds for the device that is asked for,
+# whatever was built before, and leaves what ./run builds to this machine.
+for device in another-device the-device; do
+    toolchain "$device"
+    rm -rf "$installed"
+    run_section "For a device"
+    [ "$(system_of device)" = "$device" ] || fail "build/device is for $(system_of device), not for $device."
+done
+[ "$(system_of release)" = "$(uname -m)" ] || fail "build/release is for $(system_of release)."
+(cd "$copy" && ./run --version) || fail "./run does not run behind a build for a device."
+! said=$(cmake --install "$copy/build/device" 2>&1) || fail "A device's libraries were installed on this machine."
+[[ $said = *DESTDIR* ]] || fail "$said"
 
 pkgconfig=$(dirname "$(find "$installed" -name k_cnvrt.pc)")
 sed "s|^prefix=.*|prefix=$installed/usr|" -i "$pkgconfig"/*.pc

@@ -45,7 +45,7 @@ void tell_all(const Fields& table, Side from, json_t* object) {
 void tell_all(const PlacedFields& table, const OldRadio& radio) {
     size_t number = 0;
     for (const Field row : table.fields) {
-        const Place place = table.places[number];
+        const OldPlace place = table.places[number];
         const OldName name = radio.name_to_read(place, row.old_name);
         tell({identity_of(table.fields), number++, row, Side::kOld, radio.container(place), name});
     }

@@ -68,3 +68,7 @@ cmake -S "$here/cpp_consumer" -B "$scratch/cpp" -G "$generator" \
 cmake --build "$scratch/cpp" > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.log"; exit 1; }
 expect "the C++ program converts" "$new" "$("$scratch/cpp/cpp_consumer" "$document")"
 expect "the C++ program converts texts" "$new" "$("$scratch/cpp/text_consumer" "$document")"
+
+cmake --install "$build" --prefix "$scratch/removed" > "$scratch/install.log"
+cmake --build "$build" --target uninstall > "$scratch/uninstall.log"
+expect "what is installed can be removed; left are" "" "$(find "$scratch/removed" ! -type d -o -name '*cnvrt*')"
