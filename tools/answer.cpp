@@ -46,6 +46,13 @@ k_text_request_t request_of(uint32_t operation, std::string_view text, const Opt
     return request;
 }
 
+uint32_t towards(const Options& options) {
+    uint32_t flags = 0;
+    if (options.to_new) flags |= K_TEXT_TOWARDS_NEW;
+    if (options.to_old) flags |= K_TEXT_TOWARDS_OLD;
+    return flags;
+}
+
 Answer ask(const Question& question, const Options& options) {
     Answer answer;
     answer.text = read_source(question.text);
@@ -53,6 +60,7 @@ Answer ask(const Question& question, const Options& options) {
     k_text_request_t request = request_of(question.operation, answer.text.text.view(), options);
     request.flags |= question.flags;
     request.section = question.section;
+    request.pointer = question.pointer;
     request.other = answer.other.text.bytes.get();
     request.other_length = answer.other.text.size;
     answer.result = run_request(request);

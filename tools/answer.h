@@ -13,6 +13,7 @@ struct Question {
     const std::string* text;
     const std::string* other;  // null where there is none
     uint32_t flags = 0;        // besides those that options stand for
+    const char* pointer = nullptr;
 };
 
 // What comes of it, and the texts that its problems are about.
@@ -24,6 +25,9 @@ struct Answer {
 
 // A request about the text, with all that the user wants of it.
 k_text_request_t request_of(uint32_t operation, std::string_view text, const Options& options);
+
+// The flag of the direction that the user names, if any.
+uint32_t towards(const Options& options);
 
 Answer ask(const Question& question, const Options& options);
 

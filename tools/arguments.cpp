@@ -58,6 +58,7 @@ private:
 
     const Option& option_of(int answer) const;
     bool is_given(const Option* option) const { return contains(given_, option); }
+    bool is_pointer_next() const;
     std::string option_as_written() const;
     [[noreturn]] void fail_by_unknown_option() const;
     [[noreturn]] void fail(const std::string& message) const { fail_by_usage(message, request_.command); }
@@ -147,7 +148,9 @@ void Reader::read_value(const Option& option) {
     if (option.value != nullptr) {
         const std::string_view value = optarg;
         const bool is_next_argument = optarg == argv_[optind - 1];
-        if (value.empty()) fail(dashed(option) + (is_next_argument ? " has no value" : "= has no value"));
+        // An empty pointer is that of the whole.
+        if (value.empty() && option.names != Names::kPointer)
+            fail(dashed(option) + (is_next_argument ? " has no value" : "= has no value"));
         if (is_next_argument && names_file(option) && value.starts_with('-') && value != kStandardStream)
             fail(dashed(option) + " has no value (a file can be called ./" + optarg + ")");
         if (is_given(&option)) fail(dashed(option) + " is given twice");
@@ -159,12 +162,17 @@ void Reader::read_value(const Option& option) {
 
 void Reader::read_argument(int number) {
     const char* const argument = argv_[number];
-    if (*argument == '\0') fail("argument " + std::to_string(number) + " is empty");
+    if (*argument == '\0' && !is_pointer_next()) fail("argument " + std::to_string(number) + " is empty");
     if (request_.command == nullptr) {
         read_command(argument);
     } else {
         read_operand(argument);
     }
+}
+
+bool Reader::is_pointer_next() const {
+    if (request_.command == nullptr || operands_ >= request_.command->operands.size()) return false;
+    return request_.command->operands[operands_].names == Names::kPointer;
 }
 
 // Options may stand before the command that they are for.

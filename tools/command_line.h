@@ -30,8 +30,10 @@ struct Options {
     bool strict = false;
     bool json = false;
     bool exit_code = false;
-    std::string topic;  // the command that help is asked for
-    std::string asked;  // the section or place to tell of
+    std::optional<std::string> pointer;      // of the member that is explained
+    std::optional<std::string> from_result;  // of the place in the result that is explained
+    std::string topic;                       // the command that help is asked for
+    std::string asked;                       // the section or place to tell of
     bool as_json = false;
     bool as_markdown = false;
 

@@ -105,6 +105,10 @@ constexpr Option kJson     {"json",     0,  nullptr,     Names::kNothing, flag<&
                             "Print a JSON object a line"};
 constexpr Option kExitCodeOfLosses{"exit-code", 0, nullptr, Names::kNothing, flag<&Options::exit_code>,
                             "Exit with 1 when anything is lost"};
+constexpr Option kJsonOfExplain{"json",  0, nullptr,     Names::kNothing, flag<&Options::json>,
+                            "Print a JSON object"};
+constexpr Option kFromResult{"from-result", 0, "POINTER", Names::kPointer, text<&Options::from_result>,
+                            "Say of which members the result has what is there"};
 constexpr Option kForce    {"force",    0,  nullptr,     Names::kNothing, flag<&Options::force>,
                             "Convert whatever layout the configuration is of"};
 constexpr Option kAsIs     {"as-is",    0,  nullptr,     Names::kNothing, flag<&Options::as_is>,
@@ -180,6 +184,9 @@ constexpr const Option* kOfLosses[] = {
     &kShowSecrets, &kHelp};
 constexpr const Option* kOfCheck[] = {
     &kFromOld, &kFromNew, &kJson, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor, &kShowSecrets, &kHelp};
+constexpr const Option* kOfExplain[] = {
+    &kFromResult, &kFromOld, &kFromNew, &kJsonOfExplain, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor,
+    &kShowSecrets, &kHelp};
 constexpr const Option* kOfSection[] = {
     &kToNew, &kToOld, &kBase, &kChangeAsMergePatch, &kPartial, &kAsIs, &kForce, &kOutput, &kCompact, &kIndent,
     &kErrors, &kColor, &kShowSecrets, &kHelp};
@@ -207,6 +214,9 @@ constexpr Operand kNewFile[] = {
     {"FILE", Names::kInput, stream_input, "The new configuration; - (default) is standard input", false, true}};
 constexpr Operand kEitherFile[] = {
     {"FILE", Names::kInput, stream_input, "The configuration; - (default) is standard input", false, true}};
+constexpr Operand kFileAndPointer[] = {
+    {"FILE", Names::kInput, text<&Options::file>, "The configuration; - is standard input", true},
+    {"POINTER", Names::kPointer, text<&Options::pointer>, "The JSON Pointer of the member, as in messages", false}};
 constexpr Operand kSectionAndFile[] = {
     {"NAME", Names::kSection, text<&Options::section>,
      "The section's name in the layout that it is converted to", true},
@@ -251,6 +261,11 @@ constexpr Command kCommands[] = {
      kEitherFile, {}, kOfCheck,
      "Problems and losses go to standard output. Silent with exit status 0 when there is nothing to say, otherwise 1.",
      "kcnvrt check gateway.json && kcnvrt convert gateway.json -o new.json", check},
+    {"explain", "Say what becomes of a member of a configuration",
+     kFileAndPointer, {}, kOfExplain,
+     "It is used (with the places in the other layout that depend on it, and what they would be without it), "
+     "regenerated (the conversion makes it anew, whatever it says) or lost.",
+     "kcnvrt explain gateway.old.json /ifaces/eth4/mac", explain},
     {"section", "Convert one section of a configuration",
      kSectionAndFile, kDirections, kOfSection,
      "kcnvrt sections lists the names. A whole configuration has the section taken out, which a note tells; --as-is "

@@ -8,7 +8,7 @@
 namespace kcnvrt {
 
 // What a value is the name of, or what it says.
-enum class Names { kNothing, kInput, kOutput, kSection, kCommand, kNumber, kWord };
+enum class Names { kNothing, kInput, kOutput, kSection, kCommand, kNumber, kWord, kPointer };
 
 // Stores a value. Null, or what the value ought to have been.
 using Store = const char* (*)(Options& options, const char* value);

@@ -10,6 +10,7 @@ ExitStatus to_old(const Options& options);
 ExitStatus convert(const Options& options);
 ExitStatus losses(const Options& options);
 ExitStatus check(const Options& options);
+ExitStatus explain(const Options& options);
 ExitStatus section(const Options& options);
 ExitStatus sections(const Options& options);
 ExitStatus diff(const Options& options);

@@ -11,10 +11,7 @@ namespace kcnvrt {
 namespace {
 
 Answer ask_about(uint32_t operation, const Options& options) {
-    uint32_t direction = 0;
-    if (options.to_new) direction |= K_TEXT_TOWARDS_NEW;
-    if (options.to_old) direction |= K_TEXT_TOWARDS_OLD;
-    return ask({operation, nullptr, &options.file, nullptr, direction}, options);
+    return ask({operation, nullptr, &options.file, nullptr, towards(options)}, options);
 }
 
 bool output_has_colors(const Options& options) {
