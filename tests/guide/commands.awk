@@ -7,8 +7,9 @@ NR == 1 && heading == "" { is_inside = 1 }
 /^ *```/ { is_fenced = !is_fenced }
 !is_inside || is_fenced { next }
 is_continued { add(substr($0, 5)); next }
-/^    \$ / { command(substr($0, 7)); is_output = 1; next }
-/^    / && is_output { print substr($0, 5) > name ".output"; next }
+/^    \$ / { command(substr($0, 7)); is_output = 1; blanks = ""; next }
+/^    / && is_output { print blanks substr($0, 5) > name ".output"; blanks = ""; next }
+/^$/ && is_output { blanks = blanks "\n"; next }
 /^    / { command(substr($0, 5)); next }
 { is_output = 0 }
 

@@ -94,7 +94,7 @@ cp "$copy"/examples/*.old.json "$copy/configs"
 commands "The tool"
 for command in "$blocks/The tool"/*.command; do
     case $(< "$command") in
-        "kcnvrt convert configs"*) run_shown "$command" ;;
+        "kcnvrt convert configs"* | "kcnvrt explain examples/"*) run_shown "$command" ;;
         kcnvrt*) check_usage "$command" ;;
         gateway.old.json:*": warning: "*) check_loss "$command" ;;
         gateway.old.json:*) check_message "$command" ;;
