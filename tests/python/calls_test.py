@@ -220,6 +220,19 @@ class Operations(unittest.TestCase):
         self.assertIn("/nothing", [loss.pointer for loss in result.losses])
         self.assertIn("/ntpclient", [problem.pointer for problem in result.problems])
 
+    def test_a_member_is_explained(self):
+        text = '{"lang": "en", "odd": {"password": "hunter2"}}'
+        used = kcnvrt.explain(text, "/lang")
+        self.assertTrue(used.ok)
+        answer = json.loads(used.output)
+        self.assertEqual((answer["pointer"], answer["answer"]), ("/lang", "used"))
+        place = answer["effects"][0]["pointer"]
+        self.assertEqual(json.loads(kcnvrt.explain(text, "/odd").output)["answer"], "lost")
+        source = json.loads(kcnvrt.explain(text, place, from_result=True).output)
+        self.assertIn("/lang", [each["pointer"] for each in source["sources"]])
+        for pointer in ("/nothing", "lang", "/lang\0"):
+            self.assertRaises(kcnvrt.WrongUsage, kcnvrt.explain, text, pointer)
+
     def test_the_version_is_the_library_s(self):
         self.assertRegex(kcnvrt.version(), r"^\d+\.\d+\.\d+$")
 

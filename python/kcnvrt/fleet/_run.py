@@ -1,0 +1,160 @@
+"""A run: the plan, its parts on the workers of a cluster, and the census."""
+
+import json
+from typing import Any, Callable, Dict, Iterator, List, NamedTuple, Optional, Tuple
+
+import distributed
+import kcnvrt
+
+from . import _part, _plan, _storage
+from ._census import Tally
+from ._progress import Progress
+
+PLAN = "plan.json"
+CENSUS = "census.json"
+
+# How long workers may take to come, in seconds.
+_PATIENCE = 60
+
+
+class Refusal(Exception):
+    """What is asked for cannot be done, and nothing was."""
+
+
+class Failure(Exception):
+    """A file that cannot be read or written, or workers that are not there."""
+
+
+class Outcome(NamedTuple):
+    census: Tally
+    failed: int
+    """How many parts were not converted, by another fault than their records'."""
+
+
+def _on_workers(
+    client: Any, what: str, function: Callable[..., Any], arguments: List[Any]
+) -> Iterator[Tuple[int, Any]]:
+    """The numbers of the arguments, and the futures of their results, as they come."""
+    futures = client.map(function, arguments, pure=False, key="kcnvrt-" + what)
+    numbers = {future.key: number for number, future in enumerate(futures)}
+    done = distributed.as_completed(futures)
+    del futures  # what is done can be forgotten
+    for future in done:
+        # With its worker a result is gone, and is made again.
+        while future.status in ("pending", "lost"):
+            distributed.wait([future])
+        yield numbers[future.key], future
+
+
+def _words(error: BaseException) -> str:
+    return "%s: %s" % (type(error).__name__, error)
+
+
+def _why(failed: Any) -> str:
+    return "the scheduler has dropped it" if failed.status == "cancelled" else _words(failed.exception())
+
+
+def check_workers(client: Any) -> None:
+    """Each worker that there is has the library, in the version of this machine."""
+    try:
+        client.wait_for_workers(1, _PATIENCE)
+    except (TimeoutError, distributed.TimeoutError) as error:
+        raise Failure("no worker came within %d seconds" % _PATIENCE) from error
+    try:
+        versions = client.run(kcnvrt.version)
+    except Exception as error:
+        raise Failure("a worker cannot convert: %s" % _words(error)) from error
+    for worker, version in versions.items():
+        if version != kcnvrt.version():
+            raise Failure("worker %s has version %s, and this is %s" % (worker, version, kcnvrt.version()))
+
+
+def _make_plan(client: Any, inputs: List[_storage.Source], part_size: int) -> List[_plan.Part]:
+    ranges = [each for source in inputs for each in _plan.ranges_of(source, part_size)]
+    cuts: Dict[int, _plan.Cut] = {}
+    for number, future in _on_workers(client, "cut", _plan.cut, ranges):
+        if future.status != "finished":
+            raise Failure("%s: %s" % (ranges[number].file, _why(future)))
+        cuts[number] = future.result()
+    return _plan.parts_of(ranges, [cuts[number] for number in range(len(ranges))])
+
+
+def _described(inputs: List[_storage.Source], job: _part.Job) -> Dict[str, Any]:
+    """What two runs have to have in common for one to go on with the other."""
+    return {"inputs": [list(each) for each in inputs], "options": job.options._asdict()}
+
+
+def _load_plan(storage: _storage.Storage, described: Dict[str, Any]) -> Optional[List[_plan.Part]]:
+    if PLAN not in storage.names():
+        return None
+    plan = json.loads(storage.read(PLAN))
+    for what in ("inputs", "options"):
+        if plan[what] != described[what]:
+            raise Refusal("the run in %s had other %s: choose another folder" % (storage.url, what))
+    return [_plan.Part(*part) for part in plan["parts"]]
+
+
+def plan(client: Any, urls: List[str], job: _part.Job, part_size: int, resume: bool) -> List[_plan.Part]:
+    """The parts of the input: those of the run that is resumed, or new ones."""
+    storage = _storage.Storage(job.output)
+    inputs = [found for url in urls for found in _storage.found(url)]
+    described = _described(inputs, job)
+    if resume:
+        parts = _load_plan(storage, described)
+        if parts is not None:
+            return parts
+    elif storage.names():
+        raise Refusal("%s is not empty: --resume goes on with a run, another folder starts one" % job.output)
+    storage.make_folder()
+    for folder in _part.FOLDERS:
+        storage.make_folder(folder)
+    parts = _make_plan(client, inputs, part_size)
+    storage.write(PLAN, json.dumps({**described, "parts": parts}).encode() + b"\n")
+    return parts
+
+
+def convert(client: Any, job: _part.Job, parts: List[_plan.Part], progress: Progress) -> Outcome:
+    """Converts the parts that have no tally yet. One that cannot be converted does not stop the others."""
+    storage = _storage.Storage(job.output)
+    census = Tally()
+    done = set(storage.names(_part.TALLIES))
+    todo = []
+    for part in parts:
+        if part.name + ".json" in done:
+            census.add(_part.tally_of(storage, part))
+        else:
+            todo.append(part)
+    progress.start(census, len(parts), len(parts) - len(todo), sum(part.end - part.start for part in todo))
+    failed = 0
+    for number, future in _on_workers(client, "convert", _Converter(job), todo):
+        if future.status == "finished":
+            census.add(_part.tally_of(storage, todo[number]))
+            progress.step(census)
+        else:
+            failed += 1
+            part = todo[number]
+            progress.say("%s, bytes %d to %d: %s" % (part.file, part.start, part.end, _why(future)))
+    for folder in _part.FOLDERS:
+        storage.remove_passing(folder)
+    if failed == 0:
+        storage.write(CENSUS, census.to_json())
+    return Outcome(census, failed)
+
+
+class _Converter:
+    """A part's conversion, with the job in it once for all parts."""
+
+    def __init__(self, job: _part.Job) -> None:
+        self.job = job
+
+    def __call__(self, part: _plan.Part) -> None:
+        _part.convert(self.job, part)
+
+
+def readable(urls: List[str]) -> None:
+    """Raises where one is not there."""
+    for url in urls:
+        try:
+            _storage.found(url)
+        except (OSError, ValueError, ImportError) as error:
+            raise Failure("%s: %s" % (url, error)) from error
