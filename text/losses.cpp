@@ -110,25 +110,24 @@ private:
                (!is_doubted || comparison_.run(source_, back_.get()));
     }
 
-    // An entry that has moved makes a difference to what comes back. What only looks like it came from elsewhere.
+    // A list makes a difference to what comes back of it. What looks like its entries may have come from elsewhere.
     bool doubt_moves(bool& is_doubted) {
-        GrowingArray<Piece> moved;
+        GrowingArray<Piece> lists;
         for (const Difference& each : comparison_.differences()) {
-            const bool is_inside_moved = !moved.is_empty() && is_inside(each.pointer, moved.last().pointer);
-            if (each.kind != K_TEXT_RENUMBERED || is_inside_moved) continue;
-            if (!moved.add({each.pointer, value_at(source_, each.pointer)})) return false;
+            const std::string_view list = parent_of(each.pointer);
+            const bool is_known = !lists.is_empty() && is_inside(list, lists.last().pointer);
+            if (each.kind != K_TEXT_RENUMBERED || is_known) continue;
+            if (!lists.add({list, value_at(source_, list)})) return false;
         }
-        if (moved.is_empty()) return true;
+        if (lists.is_empty()) return true;
         Outcome before;
         check_.go_there_and_back(true);
         UnusedPieces unused(check_, source_, before);
-        const bool has_memory = check_.convert(source_, before) && (!before.tree || unused.find(moved));
+        const bool has_memory = check_.convert(source_, before) && (!before.tree || unused.find_whole(lists));
         check_.go_there_and_back(false);
-        std::sort(moved.begin(), moved.end(), is_before);
-        for (const Piece& piece : unused.found()) {
-            if (!has(moved, piece.pointer)) continue;
+        for (const Piece& list : unused.found()) {
             is_doubted = true;
-            if (!comparison_.keep_order(parent_of(piece.pointer))) return false;
+            if (!comparison_.keep_order(list.pointer)) return false;
         }
         return has_memory;
     }
@@ -169,9 +168,7 @@ private:
     bool add_unused(GrowingArray<Piece>& pieces) {
         std::sort(pieces.begin(), pieces.end(), is_before);
         for (const Piece& piece : unused_) {
-            // The count of a list says nothing that the list does not.
-            const bool is_told = has(pieces, piece.pointer) || last_token_of(piece.pointer) == "max_instance";
-            if (!is_told && !add(K_TEXT_DROPPED, piece.pointer, piece.value, nullptr)) return false;
+            if (!has(pieces, piece.pointer) && !add(K_TEXT_DROPPED, piece.pointer, piece.value, nullptr)) return false;
         }
         return true;
     }

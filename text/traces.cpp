@@ -18,13 +18,13 @@ public:
     Traces(CounterCheck& check, json_t* source, const Outcome& before, Leaves& leaves)
         : check_{check}, source_{source}, before_{before}, leaves_{leaves} {}
 
-    // One conversion. False when memory ends.
-    bool look() {
+    // One conversion, with traces in the place of texts or of everything. False when memory ends.
+    bool look(bool is_for_all) {
         const ForAWhile for_a_while(check_.memory());
         const Json made(json_array());
         GrowingArray<Change> changes;
         Outcome after;
-        if (!made || !choose(made.get(), changes)) return false;
+        if (!made || !choose(is_for_all, made.get(), changes)) return false;
         const Json copy = changed_copy(source_, changes);
         if (!copy || !check_.convert(copy.get(), after)) return false;
         has_news_ = false;
@@ -36,15 +36,21 @@ public:
         return k_err_is_complete(after.record.get()) != 0;
     }
 
+    // Whether there is an unused leaf, a text or anything else, that has not been looked for.
+    bool has_some_for(bool is_for_all) const {
+        for (size_t i = 0; i < leaves_.size(); ++i)
+            if (!leaves_[i].is_used && json_is_string(leaves_[i].value) != is_for_all) return true;
+        return false;
+    }
+
     bool is_harmless() const { return is_harmless_; }
     bool goes_on() const { return has_news_ && is_rejected_; }
-    bool has_news() const { return has_news_; }
 
 private:
-    bool choose(json_t* made, GrowingArray<Change>& changes) const {
+    bool choose(bool is_for_all, json_t* made, GrowingArray<Change>& changes) const {
         for (size_t i = 0; i < leaves_.size(); ++i) {
             const Leaf& leaf = leaves_[i];
-            if (leaf.is_used) continue;
+            if (leaf.is_used || (!is_for_all && !json_is_string(leaf.value))) continue;
             Json trace = trace_of(leaf.value, i);
             if (!trace || !changes.add({leaf.pointer, trace.get()})) return false;
             if (json_array_append_new(made, trace.release()) != 0) return false;
@@ -107,11 +113,15 @@ Json trace_of(const json_t* leaf, size_t number) {
 
 bool mark_by_traces(CounterCheck& check, json_t* source, const Outcome& before, Leaves& leaves, bool& is_harmless) {
     Traces traces(check, source, before, leaves);
-    for (int round = 0; round < kMostRounds; ++round) {
-        if (!traces.look()) return false;
-        is_harmless = traces.is_harmless();
-        if (!traces.goes_on()) break;
+    // Texts first: without its numbers and switches a document may have nothing where the texts are.
+    for (const bool is_for_all : {false, true}) {
+        if (!traces.has_some_for(is_for_all)) continue;
+        for (int round = 0; round < kMostRounds; ++round) {
+            if (!traces.look(is_for_all)) return false;
+            if (!traces.goes_on()) break;
+        }
     }
+    is_harmless = traces.is_harmless();
     return true;
 }
 

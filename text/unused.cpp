@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "other_value.h"
+#include "pointer.h"
 #include "traces.h"
 
 namespace kcnvrt::text {
@@ -17,6 +18,11 @@ constexpr unsigned kAllWays = kTakeAway | kOtherKind | kOtherValue;
 
 // Beyond so many conversions what is not known yet counts as used: hostile documents could ask for any number.
 constexpr size_t kMostConversions = 1000;
+
+// The count of a list says nothing that the list does not, and goes with it.
+bool is_count(const Piece& piece) {
+    return json_is_integer(piece.value) && last_token_of(piece.pointer) == "max_instance";
+}
 
 bool keep(Json value, json_t* made, GrowingArray<Change>& changes, std::string_view pointer) {
     return value && changes.add({pointer, value.get()}) && json_array_append_new(made, value.release()) == 0;
@@ -33,7 +39,16 @@ bool UnusedPieces::find(const GrowingArray<Piece>& pieces) {
                             choose_units(pieces);
     if (!has_memory || units_.is_empty()) return has_memory;
     const unsigned ways = are_traces_harmless ? kAllWays & ~kOtherKind : kAllWays;
-    return groups_.add({0, units_.size(), ways}) && try_groups();
+    return add_groups(ways) && try_groups();
+}
+
+// A few pieces that are mostly used are tried one by one.
+bool UnusedPieces::add_groups(unsigned ways) {
+    constexpr size_t kFew = 8;
+    if (looks_inside_ || units_.size() > kFew) return groups_.add({0, units_.size(), ways});
+    for (size_t i = units_.size(); i-- != 0;)
+        if (!groups_.add({i, i + 1, ways})) return false;
+    return true;
 }
 
 // The outermost pieces without a leaf that is used.
@@ -42,7 +57,9 @@ bool UnusedPieces::choose_units(const GrowingArray<Piece>& pieces) {
     for (const Piece& piece : pieces) {
         const size_t first = leaf;
         bool is_used = false;
+        const size_t units = units_.size();
         if (!choose_units(piece, leaf, is_used)) return false;
+        if (!looks_inside_) units_.cut(units);
         if (!is_used && !units_.add({piece, first, leaf})) return false;
     }
     return true;
@@ -66,7 +83,7 @@ bool UnusedPieces::choose_units_inside(const Piece& piece, size_t& leaf, bool& i
         bool is_child_used = false;
         if (!choose_units(child, leaf, is_child_used)) return false;
         is_used = is_used || is_child_used;
-        return is_child_used || units_.add({child, first, leaf});
+        return is_child_used || is_count(child) || units_.add({child, first, leaf});
     };
     const char* name;
     json_t* value;
@@ -146,7 +163,7 @@ bool UnusedPieces::divide(const Group& group) {
 // It is used: what is inside it may not be.
 bool UnusedPieces::divide(const Unit& unit) {
     const Unit used = unit;
-    if (is_leaf(used.piece.value)) return true;
+    if (!looks_inside_ || is_leaf(used.piece.value)) return true;
     const size_t first = units_.size();
     size_t leaf = used.first;
     bool is_used = false;

@@ -17,6 +17,12 @@ public:
     // Looks at these pieces, of which none is inside another, and at all that is inside them. False when memory ends.
     bool find(const GrowingArray<Piece>& pieces);
 
+    // The same, but finds only those of them that are not used at all.
+    bool find_whole(const GrowingArray<Piece>& pieces) {
+        looks_inside_ = false;
+        return find(pieces);
+    }
+
     // The outermost that are not used, with all that is inside them. Their pointers live as long as this.
     const GrowingArray<Piece>& found() const { return found_; }
 
@@ -38,6 +44,7 @@ private:
     bool choose_units(const Piece& piece, size_t& leaf, bool& is_used);
     bool choose_units_inside(const Piece& piece, size_t& leaf, bool& is_used);
     Piece child_of(const Piece& piece, size_t leaf, json_t* value) const;
+    bool add_groups(unsigned ways);
     bool try_groups();
     bool try_group(Group& group, bool& is_used);
     bool choose_changes(unsigned way, const Group& group, json_t* made, GrowingArray<Change>& changes) const;
@@ -47,6 +54,7 @@ private:
     CounterCheck& check_;
     json_t* source_;
     const Outcome& before_;
+    bool looks_inside_ = true;
     Leaves leaves_;
     GrowingArray<Unit> units_;
     GrowingArray<Group> groups_;
