@@ -109,14 +109,18 @@ def client_of(arguments: argparse.Namespace) -> Iterator[Any]:
             yield client
 
 
-def print_losses(census: Any) -> None:
-    """The places where most records lose something."""
-    shown = census.most_frequent()[:20]
-    if shown:
-        print("{:,} records lose something:".format(census.lossy))
-    for (place, kind), (count, example) in shown:
-        print("{:>12,}  {:<10}  {}{}".format(count, kind, place or "(the whole)",
-                                             "" if example == "null" else "  for example " + example))
+def print_places(census: Any) -> None:
+    """The places where most records have something; all of them are in the census."""
+    places = census.places()
+    shown = [("{:,}".format(count.records), finding.kind, finding.place or "the whole configuration", count.example)
+             for finding, count in places[:20]]
+    rows = [("devices", "what", "place", "for example"), *shown]
+    widest = max(len(row[2]) for row in rows)
+    print("{:,} of {:,} records lose something".format(census.lossy or 0, census.records))
+    for count, kind, place, example in rows if shown else []:
+        print("{:>12}  {:<10}  {:<{}}  {}".format(count, kind, place, widest, example))
+    if len(places) > len(shown):
+        print("{:>12}  more places are in the census".format("{:,}".format(len(places) - len(shown))))
 
 
 def run(arguments: argparse.Namespace) -> int:
@@ -142,7 +146,7 @@ def run(arguments: argparse.Namespace) -> int:
         return UNUSABLE_FILE
     progress.finish(outcome.census, outcome.failed)
     if arguments.losses:
-        print_losses(outcome.census)
+        print_places(outcome.census)
     if outcome.failed:
         return UNUSABLE_FILE
     return REJECTED if outcome.census.rejected else CONVERTED

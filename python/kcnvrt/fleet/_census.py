@@ -1,67 +1,124 @@
-"""What became of the records, counted."""
+"""What became of the records, counted. What is counted of losses is what `kcnvrt stream --losses` counts."""
 
 import json
-import re
-from typing import Any, Dict, List, NamedTuple, Tuple
+from typing import Any, Dict, Iterable, List, NamedTuple, Optional, Tuple
 
 import kcnvrt
 
-# Of a place and a kind: how many records, and what one of them is called by.
-Losses = Dict[Tuple[str, str], Tuple[int, str]]
+# What has members whose names are a device's own.
+NAMED_ENTRIES = frozenset((
+    "/ifaces", "/ifaces/*/services", "/ifaces/*/services/*/tunnels",
+    "/groups", "/users/list",        "/wan_pvid",
+    "/Links",  "/Device/Users/list", "/Device/Links",
+))
+
+# Members that nobody knows have names without end. What comes then is counted together.
+_MOST_PLACES = 10000
+_OTHER_PLACES = "other places"
+
+
+class Finding(NamedTuple):
+    """Something that a record has at a place."""
+
+    kind: str
+    """"error", "warning", or how something is lost."""
+
+    place: str
+    """A pattern; "" is the whole configuration."""
+
+
+class Count(NamedTuple):
+    records: int
+    example: str
+    """What the first of them is called by, as JSON."""
 
 
 class Tally:
     """Of a part, or of all of them."""
 
-    COUNTS = ("records", "converted", "warned", "lossy", "rejected", "bytes")
+    COUNTS = ("records", "converted", "warned", "rejected", "bytes")
 
     def __init__(self) -> None:
         self.records = 0
         self.converted = 0
         self.warned = 0  # of those that were converted
-        self.lossy = 0  # likewise; only where losses are asked for
         self.rejected = 0
         self.bytes = 0  # of input
-        self.losses: Losses = {}
+        self.lossy: Optional[int] = None  # of those that were converted; where losses are looked for
+        self.findings: Dict[Finding, Count] = {}
 
-    def add_losses(self, losses: Tuple[kcnvrt.Loss, ...], record: str) -> None:
-        """The losses of one record, which counts once at each place."""
-        self.lossy += 1 if losses else 0
-        for key in {(pattern_of(loss.pointer), loss.kind) for loss in losses}:
-            self._add(key, 1, record)
+    def add_findings(self, findings: Iterable[Finding], record: str) -> None:
+        """Of one record, each once."""
+        for finding in findings:
+            self._add(finding, Count(1, record))
 
-    def add(self, other: "Tally") -> None:
+    def add(self, behind: "Tally") -> None:
+        """What stands behind it in the input."""
         for name in self.COUNTS:
-            setattr(self, name, getattr(self, name) + getattr(other, name))
-        for key, (count, record) in other.losses.items():
-            self._add(key, count, record)
+            setattr(self, name, getattr(self, name) + getattr(behind, name))
+        if behind.lossy is not None:
+            self.lossy = (self.lossy or 0) + behind.lossy
+        for finding, count in behind.findings.items():
+            self._add(finding, count)
 
-    def _add(self, key: Tuple[str, str], count: int, record: str) -> None:
-        before, example = self.losses.get(key, (0, record))
-        self.losses[key] = before + count, example
+    def _add(self, finding: Finding, count: Count) -> None:
+        if len(self.findings) >= _MOST_PLACES and finding not in self.findings:
+            finding = Finding(finding.kind, _OTHER_PLACES)
+        before = self.findings.get(finding, Count(0, count.example))
+        self.findings[finding] = before._replace(records=before.records + count.records)
+
+    def places(self) -> List[Tuple[Finding, Count]]:
+        """Those that most records have first."""
+        return sorted(self.findings.items(), key=lambda item: (-item[1].records, item[0]))
 
     def to_json(self) -> bytes:
-        counts: Dict[str, Any] = {name: getattr(self, name) for name in self.COUNTS}
-        counts["losses"] = [
-            {"place": place, "kind": kind, "records": count, "example": json.loads(record)}
-            for (place, kind), (count, record) in self.most_frequent()
-        ]
-        return json.dumps(counts, ensure_ascii=False).encode("utf-8", "replace") + b"\n"
+        members = ['"%s": %d' % (name, getattr(self, name)) for name in self.COUNTS]
+        if self.lossy is not None:
+            places = (
+                '{"place": %s, "kind": "%s", "devices": %d, "example": %s}'
+                % (json_string(finding.place), finding.kind, count.records, count.example)
+                for finding, count in self.places()
+            )
+            members += ['"lossy": %d' % self.lossy, '"places": [%s]' % ", ".join(places)]
+        return ("{%s}\n" % ", ".join(members)).encode("utf-8", "replace")
 
     @staticmethod
     def from_json(text: bytes) -> "Tally":
-        counts = json.loads(text)
+        members: Dict[str, Any] = json.loads(text)
         tally = Tally()
         for name in Tally.COUNTS:
-            setattr(tally, name, counts[name])
-        for loss in counts["losses"]:
-            tally._add((loss["place"], loss["kind"]), loss["records"], json.dumps(loss["example"], ensure_ascii=False))
+            setattr(tally, name, members[name])
+        tally.lossy = members.get("lossy")
+        for place in members.get("places", ()):
+            tally.findings[Finding(place["kind"], place["place"])] = Count(place["devices"], _json_of(place["example"]))
         return tally
-
-    def most_frequent(self) -> List[Tuple[Tuple[str, str], Tuple[int, str]]]:
-        return sorted(self.losses.items(), key=lambda item: (-item[1][0], item[0]))
 
 
 def pattern_of(pointer: str) -> str:
-    """A pointer with its numbers as *."""
-    return re.sub(r"/[0-9]+(?=/|$)", "/*", pointer)
+    """A pointer into a configuration with * for each number, and for each name that a device gave."""
+    pattern = ""
+    for token in pointer.split("/")[1:]:
+        is_number = token.isascii() and token.isdigit()
+        pattern += "/*" if is_number or pattern in NAMED_ENTRIES else "/" + token
+    return pattern
+
+
+def findings_of(result: kcnvrt.Result) -> List[Finding]:
+    """Each kind and place that the result tells of, once."""
+    found = {Finding(problem.severity, pattern_of(problem.pointer or ""))
+             for problem in result.problems if problem.severity != "note"}
+    found.update(Finding(loss.kind, pattern_of(loss.pointer)) for loss in result.losses)
+    return sorted(found)
+
+
+_ESCAPES = {code: "\\u%04x" % code for code in [*range(0x20), 0x7F]}
+_ESCAPES.update({ord("\n"): "\\n", ord("\r"): "\\r", ord('"'): '\\"', ord("\\"): "\\\\"})
+
+
+def json_string(text: str) -> str:
+    """As the tool writes one."""
+    return '"%s"' % text.translate(_ESCAPES)
+
+
+def _json_of(scalar: Any) -> str:
+    return json_string(scalar) if isinstance(scalar, str) else json.dumps(scalar)

@@ -62,6 +62,7 @@ class _Conversion:
         storage = _storage.Storage(job.output)
         self.options = job.options
         self.tally = Tally()
+        self.tally.lossy = 0 if job.options.losses else None
         self.line = part.line
         self.offset = part.start
         self.file = part.file
@@ -87,8 +88,9 @@ class _Conversion:
         if not text.strip(b" \t\r"):
             return
         self.tally.records += 1
-        converted = _records.convert(self._record(text), self.options)
-        self.problems.write(converted.problems)
+        record = self._record(text)
+        converted = _records.convert(record, self.options)
+        self._tell(record, converted)
         if converted.line is None:
             self.rejects.write(line if line.endswith(b"\n") else line + b"\n")
             self._count_reject()
@@ -96,13 +98,19 @@ class _Conversion:
         self.converted.write(converted.line + b"\n")
         self.tally.converted += 1
         self.tally.warned += 1 if converted.is_warned else 0
-        if converted.losses:
-            self.tally.add_losses(converted.losses, _records.id_of(text, self.options.id))
+        if self.tally.lossy is not None:
+            self.tally.lossy += 1 if converted.is_lossy else 0
+
+    def _tell(self, record: _records.Record, converted: _records.Converted) -> None:
+        self.problems.write(converted.problems)
+        if converted.findings:
+            self.tally.add_findings(converted.findings, _records.name_of(record, self.options))
 
     def _reject_piece(self, piece: Piece) -> None:
         """A line that is too long is told of at its start, and counted at its end."""
         if piece.is_first:
-            self.problems.write(_records.reject_too_long(self._record(b""), self.options).problems)
+            record = self._record(b"")
+            self._tell(record, _records.reject_too_long(record, self.options))
         self.rejects.write(piece.bytes)
         if piece.is_last:
             self.rejects.write(b"" if piece.bytes.endswith(b"\n") else b"\n")

@@ -1,9 +1,11 @@
 """One record: a configuration, or JSON that holds one. What becomes of it is what `kcnvrt stream` makes of it."""
 
 import json
-from typing import Callable, Dict, List, NamedTuple, Optional, Tuple
+from typing import Callable, Dict, List, NamedTuple, Optional, Sequence
 
 import kcnvrt
+
+from ._census import Finding, findings_of, json_string
 
 class Options(NamedTuple):
     """What is asked of each record."""
@@ -47,15 +49,9 @@ class Converted(NamedTuple):
     """A JSON object a line."""
 
     is_warned: bool = False
-    losses: Tuple[kcnvrt.Loss, ...] = ()
-
-
-_ESCAPES = {code: "\\u%04x" % code for code in [*range(0x20), 0x7F]}
-_ESCAPES.update({ord("\n"): "\\n", ord("\r"): "\\r", ord('"'): '\\"', ord("\\"): "\\\\"})
-
-
-def _json_string(text: str) -> str:
-    return '"%s"' % text.translate(_ESCAPES)
+    is_lossy: bool = False
+    findings: Sequence[Finding] = ()
+    """Where losses are looked for."""
 
 
 def _is_json(text: bytes) -> bool:
@@ -77,7 +73,13 @@ def id_of(text: bytes, pointer: Optional[str]) -> str:
     if not value or value[:1] in b"{[" or not _is_json(value):
         return "null"
     string = _text_in(value)
-    return value.decode() if string is None else _json_string(string)
+    return value.decode() if string is None else json_string(string)
+
+
+def name_of(record: Record, options: Options) -> str:
+    """What a record is called by in the census, as JSON: its id, or else where it stands."""
+    given = id_of(record.text, options.id)
+    return json_string("%s:%d" % (record.file, record.line)) if given == "null" else given
 
 
 def _column_of(text: bytes, offset: int) -> int:
@@ -113,22 +115,23 @@ class _Problems:
         if self.id is None:
             self.id = id_of(self.record.text, self.options.id)
         members = [
-            ("file", _json_string(self.record.file)),
+            ("file", json_string(self.record.file)),
             ("line", str(self.record.line)),
             ("offset", str(self.record.offset)),
             ("column", "null" if column is None else str(column)),
             ("id", self.id),
-            ("pointer", "null" if pointer is None else _json_string(pointer)),
-            ("severity", _json_string(problem.severity)),
-            ("function", _json_string(problem.function)),
-            ("message", _json_string(problem.message)),
+            ("pointer", "null" if pointer is None else json_string(pointer)),
+            ("severity", json_string(problem.severity)),
+            ("function", json_string(problem.function)),
+            ("message", json_string(problem.message)),
         ]
         if self.options.at_text:
-            members.insert(6, ("inner", "null" if inner is None else _json_string(inner)))
+            members.insert(6, ("inner", "null" if inner is None else json_string(inner)))
         self.lines.append("{%s}\n" % ", ".join('"%s": %s' % member for member in members))
 
-    def rejected(self) -> Converted:
-        return Converted(None, self.text())
+    def rejected(self, findings: Sequence[Finding] = (Finding("error", ""),)) -> Converted:
+        """What is not even a configuration is an error of the whole."""
+        return Converted(None, self.text(), findings=findings if self.options.losses else ())
 
     def text(self) -> bytes:
         return "".join(self.lines).encode("utf-8", "replace")
@@ -191,11 +194,12 @@ def convert(record: Record, options: Options) -> Converted:
             return problems.rejected()
         configuration = held.encode("utf-8", "surrogatepass")
     result = _result_of(configuration, options)
+    findings = findings_of(result) if options.losses else ()
     column = _column_of(text, place.start) if result.problems else 1
     for problem in result.problems:
         problems.add_of_configuration(problem, column)
     if result.output is None or not result.ok:
-        return problems.rejected()
+        return problems.rejected(findings)
     output = result.output
     if options.at_text:
         output = json.dumps(output.decode(), ensure_ascii=False).encode()
@@ -203,5 +207,6 @@ def convert(record: Record, options: Options) -> Converted:
         line=text[:place.start] + output + text[place.stop:],
         problems=problems.text(),
         is_warned=any(problem.severity != "note" for problem in result.problems),
-        losses=result.losses,
+        is_lossy=bool(result.losses),
+        findings=findings,
     )

@@ -116,29 +116,34 @@ def plan(client: Any, urls: List[str], job: _part.Job, part_size: int, resume: b
 def convert(client: Any, job: _part.Job, parts: List[_plan.Part], progress: Progress) -> Outcome:
     """Converts the parts that have no tally yet. One that cannot be converted does not stop the others."""
     storage = _storage.Storage(job.output)
-    census = Tally()
-    done = set(storage.names(_part.TALLIES))
-    todo = []
-    for part in parts:
-        if part.name + ".json" in done:
-            census.add(_part.tally_of(storage, part))
-        else:
-            todo.append(part)
-    progress.start(census, len(parts), len(parts) - len(todo), sum(part.end - part.start for part in todo))
-    failed = 0
+    names = set(storage.names(_part.TALLIES))
+    done = [part for part in parts if part.name + ".json" in names]
+    todo = [part for part in parts if part.name + ".json" not in names]
+    census = _census_of(storage, done)
+    progress.start(census, len(parts), len(done), sum(part.end - part.start for part in todo))
+    failed = set()
     for number, future in _on_workers(client, "convert", _Converter(job), todo):
         if future.status == "finished":
             census.add(_part.tally_of(storage, todo[number]))
             progress.step(census)
         else:
-            failed += 1
             part = todo[number]
+            failed.add(part)
             progress.say("%s, bytes %d to %d: %s" % (part.file, part.start, part.end, _why(future)))
     for folder in _part.FOLDERS:
         storage.remove_passing(folder)
-    if failed == 0:
+    # In the order of the input, so that the examples are the first ones.
+    census = _census_of(storage, [part for part in parts if part not in failed])
+    if not failed:
         storage.write(CENSUS, census.to_json())
-    return Outcome(census, failed)
+    return Outcome(census, len(failed))
+
+
+def _census_of(storage: _storage.Storage, parts: List[_plan.Part]) -> Tally:
+    census = Tally()
+    for part in parts:
+        census.add(_part.tally_of(storage, part))
+    return census
 
 
 class _Converter:
