@@ -13,7 +13,7 @@ toolchain=$root/cmake/toolchain-wasm32-wasi.cmake
 install_packages() {
     [ ! -f "$wasm/installed/complete" ] || return 0
     say "Building Jansson for WebAssembly"
-    install_jansson "$wasm/jansson" "$wasm/installed" "$toolchain" "-DCMAKE_C_FLAGS_RELEASE=-Os -DNDEBUG" \
+    install_jansson "$wasm/jansson" "$wasm/installed" "$toolchain" "-DCMAKE_C_FLAGS_RELEASE=-Oz -DNDEBUG" \
         "-DCMAKE_C_FLAGS=-ffunction-sections -fdata-sections -fvisibility=hidden"
     touch "$wasm/installed/complete"
 }
@@ -27,7 +27,7 @@ build_modules() {
     unset PKG_CONFIG_LIBDIR
     for name in k_cnvrt k_cnvrt_small; do
         [ "$wasm/$1/$name.wasm" -nt "$wasm/$1/bin/${name}_module.wasm" ] ||
-            quietly wasm-opt -Os "$wasm/$1/bin/${name}_module.wasm" -o "$wasm/$1/$name.wasm"
+            quietly wasm-opt -Oz --converge "$wasm/$1/bin/${name}_module.wasm" -o "$wasm/$1/$name.wasm"
     done
 }
 

@@ -1,8 +1,8 @@
 #include "changed_copy.h"
 
-#include <algorithm>
 
 #include "pointer.h"
+#include "sort.h"
 
 namespace kcnvrt::text {
 
@@ -72,9 +72,8 @@ Json deep_copy(json_t* value) {
 }
 
 Json changed_copy(json_t* root, GrowingArray<Change>& changes) {
-    std::sort(changes.begin(), changes.end(), [](const Change& left, const Change& right) {
-        return compare_pointers(left.pointer, right.pointer) < 0;
-    });
+    sort(changes.begin(), changes.end(),
+         [](const Change& left, const Change& right) { return compare_pointers(left.pointer, right.pointer) < 0; });
     return changed(root, {changes.begin(), changes.end(), 0});
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "sort.h"
+
 namespace kcnvrt::text {
 
 namespace {
@@ -36,7 +38,7 @@ uint64_t hashed(uint64_t hash, const json_t* leaf) {
 bool Features::collect(const GrowingArray<Entry>& entries) {
     for (size_t i = 0; i < entries.size(); ++i)
         if (!weights_.add(0) || !add(entries[i].value, kHashStart, i, 0)) return false;
-    std::sort(list_.begin(), list_.end(), [](const Feature& left, const Feature& right) {
+    sort(list_.begin(), list_.end(), [](const Feature& left, const Feature& right) {
         return left.hash != right.hash ? left.hash < right.hash : left.entry < right.entry;
     });
     for (const Feature* run = begin(); run != end();) {

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "pointer.h"
+#include "sort.h"
 
 namespace kcnvrt::text {
 
@@ -46,8 +47,8 @@ bool Leaves::add_child(std::string_view name, json_t* value) {
 bool Leaves::sort() {
     for (size_t i = 0; i < leaves_.size(); ++i)
         if (!sorted_.add(i)) return false;
-    std::sort(sorted_.begin(), sorted_.end(),
-              [this](size_t left, size_t right) { return leaves_[left].pointer < leaves_[right].pointer; });
+    text::sort(sorted_.begin(), sorted_.end(),
+               [this](size_t left, size_t right) { return leaves_[left].pointer < leaves_[right].pointer; });
     return true;
 }
 

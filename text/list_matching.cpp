@@ -6,6 +6,7 @@
 #include <charconv>
 
 #include "entry_features.h"
+#include "sort.h"
 
 namespace kcnvrt::text {
 
@@ -75,8 +76,8 @@ private:
         GrowingArray<Numbered> numbers;
         for (size_t i = 0; i < after_.size(); ++i)
             if (!numbers.add({after_[i].number, i})) return false;
-        std::sort(numbers.begin(), numbers.end(),
-                  [](const Numbered& left, const Numbered& right) { return left.number < right.number; });
+        sort(numbers.begin(), numbers.end(),
+             [](const Numbered& left, const Numbered& right) { return left.number < right.number; });
         for (size_t i = 0; i < before_.size(); ++i) {
             const uint64_t number = before_[i].number;
             const Numbered* const found = std::partition_point(
@@ -90,7 +91,7 @@ private:
 
     // One pair out of all that are of the same two entries.
     void add_up() {
-        std::sort(pairs_.begin(), pairs_.end(), [](const Pair& left, const Pair& right) {
+        sort(pairs_.begin(), pairs_.end(), [](const Pair& left, const Pair& right) {
             return left.before != right.before ? left.before < right.before : left.after < right.after;
         });
         size_t kept = 0;
@@ -107,7 +108,7 @@ private:
 
     void choose(GrowingArray<size_t>& partners) {
         add_up();
-        std::sort(pairs_.begin(), pairs_.end(), [](const Pair& left, const Pair& right) {
+        sort(pairs_.begin(), pairs_.end(), [](const Pair& left, const Pair& right) {
             if (left.likeness != right.likeness) return left.likeness > right.likeness;
             if (left.has_same_number != right.has_same_number) return left.has_same_number;
             return left.before != right.before ? left.before < right.before : left.after < right.after;

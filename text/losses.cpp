@@ -10,6 +10,7 @@
 #include "partial.h"
 #include "pointer.h"
 #include "shown_value.h"
+#include "sort.h"
 #include "unused.h"
 
 namespace kcnvrt::text {
@@ -148,7 +149,7 @@ private:
             const char* const pointer = result_.texts.keep(piece.pointer);
             if (pointer == nullptr || !unused_.add({{pointer, piece.pointer.size()}, piece.value})) return false;
         }
-        std::sort(unused_.begin(), unused_.end(), is_before);
+        sort(unused_.begin(), unused_.end(), is_before);
         return true;
     }
 
@@ -166,7 +167,7 @@ private:
 
     // What is not used inside something that is.
     bool add_unused(GrowingArray<Piece>& pieces) {
-        std::sort(pieces.begin(), pieces.end(), is_before);
+        sort(pieces.begin(), pieces.end(), is_before);
         for (const Piece& piece : unused_) {
             if (!has(pieces, piece.pointer) && !add(K_TEXT_DROPPED, piece.pointer, piece.value, nullptr)) return false;
         }
@@ -215,7 +216,7 @@ bool place(const Source& text, GrowingArray<Loss>& losses) {
         losses[i].spot = sought[i].spot;
         losses[i].length = sought[i].length;
     }
-    std::sort(losses.begin(), losses.end(), [](const Loss& left, const Loss& right) {
+    sort(losses.begin(), losses.end(), [](const Loss& left, const Loss& right) {
         return left.spot.offset != right.spot.offset ? left.spot.offset < right.spot.offset : left.kind < right.kind;
     });
     return true;

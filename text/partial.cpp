@@ -4,6 +4,7 @@
 
 #include "messages.h"
 #include "pointer.h"
+#include "sort.h"
 
 namespace kcnvrt::text {
 
@@ -33,7 +34,7 @@ bool collect(const k_err_t* record, size_t levels, GrowingArray<Wish>& wishes) {
         for (size_t level = 0; level < levels; ++level) place = parent_of(place);
         if (!place.empty() && !wishes.add({place, i})) return false;
     }
-    std::sort(wishes.begin(), wishes.end(), is_before);
+    sort(wishes.begin(), wishes.end(), is_before);
     size_t kept = 0;
     for (const Wish& wish : wishes)
         if (kept == 0 || !is_inside(wish.pointer, wishes[kept - 1].pointer)) wishes[kept++] = wish;

@@ -7,6 +7,7 @@
 #include "buffer.h"
 #include "owned.h"
 #include "skip.h"
+#include "sort.h"
 
 namespace kcnvrt::text {
 
@@ -182,7 +183,7 @@ bool find_values(std::string_view text, Sought* sought, size_t count) {
         sought[i].length = 0;
         if (is_pointer(sought[i].pointer)) *end++ = &sought[i];
     }
-    std::sort(sorted.get(), end, is_before);
+    sort(sorted.get(), end, is_before);
     Walk walk{text};
     walk.value({sorted.get(), end, 0}, 0);
     if (walk.has_memory()) return true;

@@ -7,6 +7,7 @@
 
 #include "effects.h"
 #include "pointer.h"
+#include "sort.h"
 #include "variants.h"
 #include "writer.h"
 
@@ -52,7 +53,7 @@ bool ResultSources::find() {
     if (!needed_.add({kRoot, nullptr, false})) return false;
     for (size_t i = 0; i < needed_.size(); ++i)
         if (!look_into(needed_[i])) return false;
-    std::sort(found_.begin(), found_.end(), is_before);
+    sort(found_.begin(), found_.end(), is_before);
     return true;
 }
 
