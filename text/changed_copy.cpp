@@ -1,6 +1,5 @@
 #include "changed_copy.h"
 
-
 #include "pointer.h"
 #include "sort.h"
 

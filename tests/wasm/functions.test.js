@@ -1,7 +1,7 @@
 // What the functions answer, and where they say that a problem is.
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { apply, convert, diff, section, sections, toNew, toOld } from 'k-cnvrt';
+import { apply, check, convert, diff, explain, find, losses, section, sections, toNew, toOld } from 'k-cnvrt';
 import { example } from './tools.js';
 
 const oldHome = example('home-gateway.old.json');
@@ -129,14 +129,57 @@ test('another layout is refused, unless it is forced', () => {
     assert.equal(convert(oldHome, { to: 'new' }).direction, 'to-new');
 });
 
-test('a section is converted by its name', () => {
-    const dns = JSON.parse(oldHome).dns;
+test('a section is converted by its name, from itself or from a whole configuration', () => {
+    const dns = JSON.stringify(JSON.parse(oldHome).dns);
     assert.ok(sections('new').includes('dns') && sections('old').includes('dns'));
-    const made = section('dns', JSON.stringify(dns), { to: 'new' });
+    const made = section('dns', dns, { to: 'new', asIs: true });
     assert.deepEqual([made.status, made.direction], ['converted', 'to-new']);
     assert.deepEqual(JSON.parse(made.output).ipv4, JSON.parse(toNew(oldHome).output).Device.Services.dns.ipv4);
+    const taken = section('dns', oldHome, { to: 'new' });
+    assert.deepEqual([taken.output, taken.problems[0].function], [made.output, 'layout']);
     const back = section('dns', made.output, { to: 'old' });
     assert.deepEqual([back.status, back.direction], ['converted', 'to-old']);
+});
+
+test('losses are told with their places, by themselves or beside a result', () => {
+    const text = oldHome.replace('{', '{"\u{1F600}": "\u20ac", ');
+    const told = losses(text);
+    assert.deepEqual([told.status, told.output, told.direction], ['converted', null, 'to-new']);
+    const dropped = told.losses.find(({ pointer }) => pointer === '/\u{1F600}');
+    assert.deepEqual(dropped, {
+        kind: 'dropped', pointer: '/\u{1F600}', line: 1, column: 7, offset: 7, length: 3,
+        before: '"\u20ac"', after: null,
+    });
+    const changed = told.losses.find(({ pointer }) => pointer === '/max_table_id');
+    assert.equal(text.slice(changed.offset, changed.offset + changed.length), changed.before);
+    assert.deepEqual(check(text).losses, told.losses);
+    assert.deepEqual(convert(text, { losses: true }).losses, told.losses);
+    assert.deepEqual(toNew(text).losses, []);
+    assert.equal(toNew(text, { strict: true }).status, 'rejected');
+    assert.equal(check(withAuth('"x"')).status, 'rejected');
+});
+
+test('a member is explained, and a place of the result', () => {
+    const there = JSON.parse(explain(withAuth('"3"'), '/ifaces/eth4/services/ppp0/auth').output);
+    const result = '/Device/Ifaces/ethernet/1/services/ppp/1/auth';
+    assert.deepEqual([there.answer, there.effects], ['used', [{ pointer: result, with: 3, without: null }]]);
+    const back = JSON.parse(explain(withAuth('"3"'), result, { fromResult: true }).output);
+    assert.deepEqual([back.value, back.sources[0].pointer], [3, '/ifaces/eth4/services/ppp0/auth']);
+    assert.equal(explain('{}', '/nowhere').status, 'wrong-usage');
+});
+
+test('a secret is masked where something is told of it, unless one asks', () => {
+    const pointer = '/ifaces/eth4/services/ppp0/password';
+    const answers = [explain(oldHome, pointer), explain(oldHome, pointer, { showSecrets: true })];
+    const [masked, shown] = answers.map(({ output }) => output);
+    assert.ok(masked.includes('***') && !masked.includes(btoa('Maple-7-kettle')));
+    assert.ok(!shown.includes('***') && shown.includes(btoa('Maple-7-kettle')));
+});
+
+test('a value is found by its pointer', () => {
+    assert.deepEqual(find('{"\u20ac\u{1F600}": ["\u{1F600}", 5]}', '/\u20ac\u{1F600}/1'), { offset: 15, length: 1 });
+    assert.deepEqual(find(' {}', ''), { offset: 1, length: 2 });
+    assert.equal(find('{"a": 1}', '/b'), null);
 });
 
 test('against a base the output is what has to change in it', () => {
@@ -176,6 +219,8 @@ test('what cannot be meant is thrown', () => {
         () => section(5, '{}', { to: 'new' }),
         () => sections(),
         () => convert('{}', { to: 'back' }),
+        () => explain('{}'),
+        () => find('{}', null),
     ];
     for (const call of calls) assert.throws(call, TypeError, String(call));
     assert.equal(toNew('{}').status, 'converted');

@@ -91,7 +91,7 @@ test('memory beyond 64 MiB is given back', () => {
 
 test('a thousand rounds leave the memory as it is', () => {
     const { during, last, memories } = watched(whole);
-    const round = ({ toNew, toOld, diff, apply, section, convert }) => {
+    const round = ({ toNew, toOld, diff, apply, section, convert, check, explain, find }) => {
         const made = toNew(oldHome).output;
         const back = toOld(made).output;
         const difference = diff(oldHome, back).output;
@@ -99,6 +99,9 @@ test('a thousand rounds leave the memory as it is', () => {
         assert.equal(section('none', back, { to: 'new' }).status, 'rejected');
         assert.equal(convert('{"Device": {"Users": 5, "Ifaces": []}}', { partial: true }).status, 'rejected');
         assert.equal(toNew('{"a').status, 'unreadable');
+        assert.ok(check('{"users": {}, "a": 5}').losses.length > 0);
+        assert.equal(explain('{"dns": {"ifname": "eth0"}}', '/dns/ifname').status, 'converted');
+        assert.equal(find(made, '/Device').length > 0, true);
     };
     const sizes = new Set();
     for (let i = 0; i < 1000; ++i) {

@@ -1,6 +1,6 @@
 // Compiled, not run: what the types allow, and what they refuse.
-import { apply, convert, diff, section, sections, toNew, toOld, version } from 'k-cnvrt';
-import type { Answer, Problem } from 'k-cnvrt';
+import { apply, check, convert, diff, explain, find, losses, section, sections, toNew, toOld, version } from 'k-cnvrt';
+import type { Answer, Loss, Problem } from 'k-cnvrt';
 import * as inline from 'k-cnvrt/inline';
 import { compile, createConverter } from 'k-cnvrt/core';
 
@@ -19,6 +19,9 @@ const answers: Answer[] = [
     createConverter(await compile(fetch('k_cnvrt.wasm'))).toOld('{}'),
     createConverter(await compile(new Uint8Array())).toNew('{}'),
 ];
+const loss: Loss | undefined = check('{}', { dslVlan: true }).losses[0] ?? losses('{}', { to: 'old' }).losses[0];
+const explained: Answer = explain('{}', '', { fromResult: true });
+const place: { offset: number; length: number } | null = find('{}', '');
 const words: string = version();
 
 // @ts-expect-error: an object is no text
@@ -32,4 +35,4 @@ toOld('{}', { base: '{}' });
 // @ts-expect-error: there is no such status
 export const isDone = answer.status === 'done';
 
-export { answers, names, offset, output, words };
+export { answers, explained, loss, names, offset, output, place, words };

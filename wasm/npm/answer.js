@@ -30,6 +30,18 @@ const DIRECTIONS = {
     [header.K_TEXT_TO_OLD]: 'to-old',
 };
 
+const LOSSES = {
+    [header.K_TEXT_DROPPED]: 'dropped',
+    [header.K_TEXT_CUT]: 'cut',
+    [header.K_TEXT_CHANGED]: 'changed',
+    [header.K_TEXT_DEFAULTED]: 'defaulted',
+    [header.K_TEXT_RENUMBERED]: 'renumbered',
+};
+
+// Where k_text_find puts what it has found.
+const FOUND = ['offset', 'length'];
+const FOUND_LENGTH = 4;
+
 const NOWHERE = { which: null, pointer: null, line: null, column: null, offset: null, length: null };
 
 const BROKEN_CHARACTER = {
@@ -38,28 +50,30 @@ const BROKEN_CHARACTER = {
 };
 
 function failure(status, problem) {
-    return { status, direction: null, output: null, problems: [{ severity: 'error', ...NOWHERE, ...problem }] };
+    const problems = [{ severity: 'error', ...NOWHERE, ...problem }];
+    return { status, direction: null, output: null, problems, losses: [] };
 }
 
 /**
  * What the operation makes of its sources. Everything that can happen to a text is an answer, also that it is too large
  * or that the module stops.
  */
-export function ask(instance, { text, other, section, ...request }) {
+export function ask(instance, { text, other, section, pointer, ...request }) {
     for (const [which, source] of Object.entries({ text, other })) {
         const place = source && brokenCharacter(source);
         if (place) return failure('unreadable', { which, ...place, length: 1, ...BROKEN_CHARACTER });
     }
     try {
         return instance.run((running) => {
-            const names = section ? { section: running.put(section) } : {};
+            const names = { section: section && running.put(section), pointer: pointer && running.put(pointer) };
             const texts = { text: running.put(text.bytes), text_length: text.bytes.length };
             const others = other ? { other: running.put(other.bytes), other_length: other.bytes.length } : {};
             const at = running.putStructure(header.k_text_request_t, { ...request, ...names, ...texts, ...others });
             const result = running.exports.k_text_run(at);
             const answer = readAnswer(running, result, { text, other });
             running.exports.k_text_free(result);
-            for (const block of [at, names.section, texts.text, others.other]) running.exports.free(block ?? 0);
+            const blocks = [at, names.section, names.pointer, texts.text, others.other];
+            for (const block of blocks) running.exports.free(block ?? 0);
             return answer;
         });
     } catch (error) {
@@ -77,6 +91,7 @@ function readAnswer(running, result, sources) {
         direction: DIRECTIONS[exports.k_text_direction(result)],
         output: readOutput(running, result),
         problems: readProblems(running, result, sources),
+        losses: readLosses(running, result, sources.text),
     };
 }
 
@@ -88,38 +103,56 @@ function readOutput(running, result) {
     return text;
 }
 
-function readProblems(running, result, sources) {
-    const count = running.exports.k_text_problem_count(result);
-    const at = running.putStructure(header.k_text_problem_t, {});
-    const problems = Array.from({ length: count }, (_, i) => {
-        running.exports.k_text_problem(result, i, at);
-        return problemOf(running, running.readStructure(header.k_text_problem_t, at));
+// What `tell` fills in for each of so many things.
+function readAll(running, result, count, members, tell) {
+    const at = running.putStructure(members, {});
+    const all = Array.from({ length: count }, (_, i) => {
+        tell(result, i, at);
+        return running.readStructure(members, at);
     });
     running.exports.free(at);
-    for (const [which, source] of Object.entries(sources)) {
-        const placed = problems.filter((problem) => problem.which === which && problem.line !== null);
-        if (source) placeInUtf16(source, placed);
-    }
+    return all;
+}
+
+function placeOf({ line, column, offset, length }) {
+    return line === 0 ? { line: null, column: null, offset: null, length: null } : { line, column, offset, length };
+}
+
+function readProblems(running, result, sources) {
+    const { k_text_problem_count, k_text_problem } = running.exports;
+    const { k_text_problem_t } = header;
+    const problems = readAll(running, result, k_text_problem_count(result), k_text_problem_t, k_text_problem).map(
+        (problem) => ({
+            severity: SEVERITIES[problem.severity],
+            which: TEXTS[problem.which],
+            pointer: running.text(problem.pointer),
+            ...placeOf(problem),
+            function: running.text(problem.function),
+            message: running.text(problem.message),
+        }),
+    );
+    for (const [which, source] of Object.entries(sources))
+        if (source) placeInUtf16(source, problems.filter((problem) => problem.which === which));
     return problems;
 }
 
-function problemOf(running, problem) {
-    const hasPlace = problem.line !== 0;
-    return {
-        severity: SEVERITIES[problem.severity],
-        which: TEXTS[problem.which],
-        pointer: running.text(problem.pointer),
-        line: hasPlace ? problem.line : null,
-        column: hasPlace ? problem.column : null,
-        offset: hasPlace ? problem.offset : null,
-        length: hasPlace ? problem.length : null,
-        function: running.text(problem.function),
-        message: running.text(problem.message),
-    };
+function readLosses(running, result, source) {
+    const { k_text_loss_count, k_text_loss } = running.exports;
+    const { k_text_loss_t } = header;
+    const losses = readAll(running, result, k_text_loss_count(result), k_text_loss_t, k_text_loss).map((loss) => ({
+        kind: LOSSES[loss.kind],
+        pointer: running.text(loss.pointer),
+        ...placeOf(loss),
+        before: running.text(loss.before),
+        after: running.text(loss.after),
+    }));
+    placeInUtf16(source, losses);
+    return losses;
 }
 
-/** Turns offsets and lengths in bytes into those of an editor. */
-function placeInUtf16(source, places) {
+/** Turns offsets and lengths in bytes, where there are some, into those of an editor. */
+function placeInUtf16(source, all) {
+    const places = all.filter(({ offset }) => offset !== null);
     const ends = places.flatMap(({ offset, length }) => [offset, offset + length]);
     const bytes = [...new Set(ends)].sort((a, b) => a - b);
     const units = utf16Offsets(source, bytes);
@@ -129,4 +162,19 @@ function placeInUtf16(source, places) {
         place.length = unitsAt.get(place.offset + place.length) - start;
         place.offset = start;
     }
+}
+
+/** The place of the value that a pointer leads to, null where there is none. */
+export function find(instance, { text, pointer }) {
+    return instance.run((running) => {
+        const blocks = [running.put(text.bytes), running.put(pointer), running.putStructure(FOUND, {})];
+        const [at, name, found] = blocks;
+        const isFound = running.exports.k_text_find(at, text.bytes.length, name, found, found + FOUND_LENGTH);
+        const place = running.readStructure(FOUND, found);
+        for (const block of blocks) running.exports.free(block);
+        if (isFound < 0) throw outOfMemory();
+        if (isFound === 0) return null;
+        placeInUtf16(text, [place]);
+        return place;
+    });
 }

@@ -1,5 +1,5 @@
 // The functions of the package over a compiled module, wherever that comes from.
-import { ask } from './answer.js';
+import { ask, find } from './answer.js';
 import * as header from './header.js';
 import { Instance } from './instance.js';
 import { isNew, settingsOf, towards } from './request.js';
@@ -19,11 +19,13 @@ export async function compile(source) {
 export function createConverter(module) {
     const instance = new Instance(module);
 
-    const about = (operation, text, { base, ...options } = {}, { section, flags } = {}) => {
+    const about = (operation, text, { base, ...options } = {}, { flags, ...names } = {}) => {
         const other = base === undefined ? null : sourceOf(base, 'base');
         const sources = { text: sourceOf(text, 'text'), other };
-        return ask(instance, { operation, section, ...sources, ...settingsOf(options, flags) });
+        return ask(instance, { operation, ...names, ...sources, ...settingsOf(options, flags) });
     };
+    const eitherWay = (operation, text, { to, ...options } = {}, names = {}) =>
+        about(operation, text, options, { flags: towards(to), ...names });
     const between = (operation, text, other, name, options = {}) => {
         const sources = { text: sourceOf(text, 'text'), other: sourceOf(other, name) };
         return ask(instance, { operation, ...sources, ...settingsOf(options) });
@@ -32,8 +34,11 @@ export function createConverter(module) {
     return {
         toNew: (text, options) => about(header.K_TEXT_TO_NEW, text, options),
         toOld: (text, options) => about(header.K_TEXT_TO_OLD, text, options),
-        convert: (text, { to, ...options } = {}) =>
-            about(header.K_TEXT_CONVERT, text, options, { flags: towards(to) }),
+        convert: (text, options) => eitherWay(header.K_TEXT_CONVERT, text, options),
+        check: (text, options) => eitherWay(header.K_TEXT_CHECK, text, options),
+        losses: (text, options) => eitherWay(header.K_TEXT_LOSSES, text, options),
+        explain: (text, pointer, options) =>
+            eitherWay(header.K_TEXT_EXPLAIN, text, options, { pointer: nameOf(pointer, 'the pointer') }),
         section: (name, text, { to, ...options } = {}) => {
             const operation = isNew(to) ? header.K_TEXT_SECTION_TO_NEW : header.K_TEXT_SECTION_TO_OLD;
             return about(operation, text, options, { section: nameOf(name, 'the name of a section') });
@@ -50,6 +55,8 @@ export function createConverter(module) {
         diff: (text, other, options) => between(header.K_TEXT_DIFF, text, other, 'the second text', options),
         apply: (text, difference, options) =>
             between(header.K_TEXT_APPLY, text, difference, 'the difference', options),
+        find: (text, pointer) =>
+            find(instance, { text: sourceOf(text, 'text'), pointer: nameOf(pointer, 'the pointer') }),
         version: () => instance.run((running) => running.text(running.exports.k_text_version())),
     };
 }

@@ -1,5 +1,6 @@
 // make.js MODULE HEADER FOLDER [OWNER=LICENCE...]: makes the package in FOLDER of the files beside this one, and of
-// what is generated: the header's names and structures, the module as a text, the version, the licences of what is inside.
+// what is generated: the header's names and structures, the module as a text, the version, and the licences of what is
+// inside.
 import { copyFileSync, mkdirSync, readdirSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { basename, dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';

@@ -4,4 +4,6 @@ import { createConverter } from './core.js';
 
 const module = new WebAssembly.Module(readFileSync(new URL('./k_cnvrt.wasm', import.meta.url)));
 
-export const { toNew, toOld, convert, section, sections, diff, apply, version } = createConverter(module);
+export const {
+    toNew, toOld, convert, section, sections, diff, apply, check, losses, explain, find, version,
+} = createConverter(module);

@@ -8,6 +8,9 @@ const FLAGS = {
     partial: header.K_TEXT_PARTIAL,
     force: header.K_TEXT_FORCE,
     asIs: header.K_TEXT_AS_IS,
+    losses: header.K_TEXT_TELL_LOSSES,
+    strict: header.K_TEXT_STRICT,
+    fromResult: header.K_TEXT_FROM_RESULT,
 };
 
 /** The direction of an operation that finds it out by itself where no layout is given. */

@@ -23,6 +23,28 @@ export interface Problem {
     message: string;
 }
 
+/** What becomes of a value that does not come back as it was from the other layout. */
+export interface Loss {
+    /**
+     * - dropped: the other layout holds nothing of it
+     * - cut: only the beginning of a text or a number comes back
+     * - changed: it comes back as something else, or (no `after`) not at all although it is used
+     * - defaulted: something comes back that was not there; the place is the innermost object or array that is
+     * - renumbered: an entry of a list comes back as another one: `before` and `after` are the two numbers
+     */
+    kind: 'dropped' | 'cut' | 'changed' | 'defaulted' | 'renumbered';
+    /** Its place, as that of a problem. */
+    pointer: string;
+    line: number | null;
+    column: number | null;
+    offset: number | null;
+    length: number | null;
+    /** The value there as a JSON text, in which secrets are masked; null where none was. */
+    before: string | null;
+    /** What comes back in its place, likewise; null where nothing does. */
+    after: string | null;
+}
+
 export interface Answer {
     /**
      * - converted: there is an output, though there may be problems
@@ -46,6 +68,8 @@ export interface Answer {
     output: string | null;
     /** In the order in which they were found. */
     problems: Problem[];
+    /** In the order of their places, where they were asked for. */
+    losses: Loss[];
 }
 
 export interface Options {
@@ -60,6 +84,26 @@ export interface ConversionOptions extends Options {
     partial?: boolean;
     /** Nothing is refused for its layout. */
     force?: boolean;
+}
+
+export interface LossOptions {
+    /** The losses are found, too. */
+    losses?: boolean;
+    /** A text with any warning or loss is rejected; not with `partial`. */
+    strict?: boolean;
+}
+
+/** What `convert` and all that asks about it take. The direction is found out where it is not given. */
+export interface EitherWayOptions extends Options, DeviceOptions {
+    /** The layout of the result. */
+    to?: Layout;
+    /** Nothing is refused for its layout. */
+    force?: boolean;
+}
+
+export interface ExplainOptions extends EitherWayOptions {
+    /** The pointer is of the result. */
+    fromResult?: boolean;
 }
 
 export interface DifferenceOptions extends Options {
@@ -92,11 +136,25 @@ export interface SectionOptions extends ConversionOptions, BaseOptions {
  */
 export interface Converter {
     /** An old configuration in the new layout. */
-    toNew(text: Text, options?: ConversionOptions & BaseOptions & DeviceOptions): Answer;
+    toNew(text: Text, options?: ConversionOptions & BaseOptions & DeviceOptions & LossOptions): Answer;
     /** A new configuration in the old layout. */
-    toOld(text: Text, options?: ConversionOptions & DeviceOptions): Answer;
+    toOld(text: Text, options?: ConversionOptions & DeviceOptions & LossOptions): Answer;
     /** A configuration in the layout `to`, or else in that which it is not in. */
-    convert(text: Text, options?: ConversionOptions & DeviceOptions & { to?: Layout }): Answer;
+    convert(text: Text, options?: EitherWayOptions & ConversionOptions & LossOptions): Answer;
+    /** Whether a configuration can be converted, and what of it the other layout will not hold. There is no output. */
+    check(text: Text, options?: EitherWayOptions): Answer;
+    /** What the other layout will not hold of a configuration, or of the part that can be converted. No output. */
+    losses(text: Text, options?: EitherWayOptions): Answer;
+    /**
+     * What becomes of the member that a JSON Pointer leads to, or of which members a place of the result was made. The
+     * output is an object, in which secrets are masked:
+     *
+     *     {"pointer": ..., "answer": "used" | "regenerated" | "lost", "effects": [{"pointer", "with", "without"}, ...]}
+     *     {"pointer": ..., "value": ..., "sources": [{"pointer", "value", "without"}, ...]}      with `fromResult`
+     */
+    explain(text: Text, pointer: string, options?: ExplainOptions): Answer;
+    /** Where in a JSON text the value is that a JSON Pointer leads to, in UTF-16 units; null where there is none. */
+    find(text: Text, pointer: string): { offset: number; length: number } | null;
     /** One section, by a name of `sections`. */
     section(name: string, text: Text, options: SectionOptions): Answer;
     /** The names of the sections that can be made in a layout. */
