@@ -1,15 +1,26 @@
 # Memory that runs out: the whole result, or a message, status 3, and the old file.
 load setup
 
-# What the last run left, which ended with $status, is as it has to be: the new file whole, or what was there before.
+# whole ARGUMENT...: the run with all the memory that it wants. One that writes nothing leaves the old file.
+whole() {
+    write ../whole.json old
+    whole_status=0
+    "$KCNVRT" "$@" -o ../whole.json 2> ../whole_messages || whole_status=$?
+}
+
+# What the last run left, which ended with $status, is as it has to be: the new file and the messages whole, or what was
+# there before.
 whole_or_nothing() { # WHAT
     case $status in
-        0) equal "$1: $(cat new.json)" "$1: $(cat ../whole.json)" ;;
+        "$whole_status")
+            equal "$1: $(cat new.json)" "$1: $(cat ../whole.json)"
+            equal "$1: $(cat ../messages)" "$1: $(cat ../whole_messages)"
+            ;;
         3)
             equal "$1: $(cat new.json)" "$1: old"
             equal "$1: $(tail -n 1 ../messages)" "$1: kcnvrt: error: out of memory [memory]"
             ;;
-        *) equal "$1: status $status, $(cat ../messages)" "$1: status 0 or 3" ;;
+        *) equal "$1: status $status, $(cat ../messages)" "$1: status $whole_status or 3" ;;
     esac
     equal "$1: $(ls -d .kcnvrt-* 2> ../none)" "$1: "
 }
@@ -25,9 +36,9 @@ without() {
 # every_allocation ARGUMENT...: the run with each allocation failing, alone and with all that follow.
 every_allocation() {
     local kind count failed=
-    "$KCNVRT" "$@" -o ../whole.json
+    whole "$@"
     rm -f ../calls
-    LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=../calls "$KCNVRT" "$@" -o new.json
+    LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=../calls "$KCNVRT" "$@" -o new.json 2> ../messages || true
     for kind in alloc mmap; do
         count=$(grep -c "^$kind " ../calls)
         for call in $(seq "$count"); do
@@ -49,23 +60,56 @@ every_allocation() {
     every_allocation diff old.json deep.json
 }
 
-@test "a limit on memory leaves the whole result or none" {
-    [ -z "${ASAN_OPTIONS:-}" ] || return 0 # a sanitizer takes terabytes for itself
+@test "each allocation that fails leaves the whole list of losses or none" {
+    write old.json '{"passwd": [], "x": {"pin": 1}, "max_table_id": "12"}'
+    every_allocation losses old.json
+    equal "$whole_status" 0
+    every_allocation check --json old.json
+    equal "$whole_status" 1
+    every_allocation to-new --losses old.json
+    equal "$whole_status" 0
+    every_allocation to-new --strict old.json
+    equal "$whole_status" 1
+    equal "$(cat ../whole.json)" old
+    write new_entries.json '{"Device": {"Ifaces": {"ethernet": {"2": {"ifname_l2": "b"}, "max_instance": 2}}}}'
+    every_allocation losses new_entries.json
+}
+
+@test "each allocation that fails leaves the whole part of a rejected configuration or none" {
+    write old.json '{"passwd": [], "lang": "en", "max_table_id": "many"}'
+    every_allocation to-new --partial old.json
+    equal "$whole_status" 1
+    contains "$(cat ../whole.json)" '"lang": "en"'
+    every_allocation check old.json
+}
+
+# every_limit ARGUMENT...: the run with less and less memory.
+every_limit() {
     local seen=
-    write_large large.json
-    write base.json '{}'
-    "$KCNVRT" diff base.json large.json -o ../whole.json
-    for limit in $(seq 2000 500 12000); do
+    whole "$@"
+    for limit in $(seq 2000 1000 12000); do
         write new.json old
         status=0
-        (ulimit -v "$limit" && exec "$KCNVRT" diff base.json large.json -o new.json 2> ../messages) || status=$?
+        (ulimit -v "$limit" && exec "$KCNVRT" "$@" -o new.json 2> ../messages) || status=$?
         # The system could not even start it.
         if [ "$status" -gt 3 ]; then continue; fi
-        whole_or_nothing "$limit"
+        whole_or_nothing "$1 $limit"
         seen+=" $status"
     done
     contains "$seen" " 3"
-    contains "$seen" " 0"
+    contains "$seen" " $whole_status"
+}
+
+@test "a limit on memory leaves the whole result or none" {
+    [ -z "${ASAN_OPTIONS:-}" ] || return 0 # a sanitizer takes terabytes for itself
+    write_large large.json
+    write base.json '{}'
+    every_limit diff base.json large.json
+    local examples=$BATS_TEST_DIRNAME/../../examples
+    every_limit to-new "$examples/home-gateway.old.json"
+    every_limit to-old "$examples/home-gateway.new.json"
+    every_limit losses "$examples/home-gateway.new.json"
+    every_limit check "$examples/home-gateway.old.json"
 }
 
 @test "the message that memory ran out is JSON where that is asked for" {
@@ -78,6 +122,7 @@ every_allocation() {
 @test "without memory for an exception, too, nothing is left behind" {
     local count
     document
+    whole "${conversion[@]}" old.json
     LD_PRELOAD="$SHIM_LIBRARY" SHIM_RECORD=../calls "$KCNVRT" "${conversion[@]}" old.json -o ../whole.json
     count=$(grep -c "^alloc " ../calls)
     # The first is what the C++ library keeps for exceptions. One is made when the file is there and cannot be written.
