@@ -67,4 +67,16 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
+double median_ratio(const std::vector<Cost>& costs, const std::vector<Cost>& others) {
+    std::vector<double> ratios;
+    for (size_t i = 0; i < costs.size(); ++i) ratios.push_back(costs[i].seconds / others[i].seconds);
+    return median(ratios);
+}
+
+double median_of(const std::vector<Cost>& costs, double Cost::*part) {
+    std::vector<double> values;
+    for (const Cost& cost : costs) values.push_back(cost.*part);
+    return median(values);
+}
+
 }  // namespace kcnvrt::bench

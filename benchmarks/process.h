@@ -21,5 +21,9 @@ void stay_on_one_core();
 std::vector<std::vector<Cost>> run_in_turn(const std::vector<Command>& commands, int rounds);
 
 double median(std::vector<double> values);
+double median_of(const std::vector<Cost>& costs, double Cost::*part);
+
+// Of the CPU time in the same round.
+double median_ratio(const std::vector<Cost>& costs, const std::vector<Cost>& others);
 
 }  // namespace kcnvrt::bench

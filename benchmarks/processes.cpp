@@ -51,19 +51,6 @@ int rounds_for(double size) {
     return std::max(11, static_cast<int>(101 / (1 + size / 500e3)));
 }
 
-// Of the CPU time in the same round.
-double median_ratio(const std::vector<Cost>& costs, const std::vector<Cost>& others) {
-    std::vector<double> ratios;
-    for (size_t i = 0; i < costs.size(); ++i) ratios.push_back(costs[i].seconds / others[i].seconds);
-    return median(ratios);
-}
-
-double median_of(const std::vector<Cost>& costs, double Cost::*part) {
-    std::vector<double> values;
-    for (const Cost& cost : costs) values.push_back(cost.*part);
-    return median(values);
-}
-
 void print(const char* name, double size, const std::vector<Cost>& costs, const std::vector<Cost>& jansson,
            const std::vector<Cost>& tool) {
     const double memory = median_of(costs, &Cost::kilobytes);

@@ -49,7 +49,34 @@ compare_process() {
     }'
 }
 
+# The streams, in time and in instructions.
+streams() {
+    local layout
+    need_packages jq
+    make_documents 1 100
+    for layout in old new; do
+        "$programs/bench_lines" "$documents/$layout.1.json" 400 > "$documents/$layout.ndjson"
+        "$programs/bench_lines" "$documents/$layout.1.json" 40 > "$documents/$layout.short.ndjson"
+        "$programs/bench_lines" "$documents/$layout.100.json" 1 > "$documents/$layout.long.ndjson"
+    done
+    "$programs/bench_streams" "$programs" "$documents"
+    mkdir -p "$counts"
+    compare_streams to-new "$documents/old.short.ndjson"
+    compare_streams to-old "$documents/new.short.ndjson"
+}
+
+# compare_streams DIRECTION FILE
+compare_streams() {
+    local tool plain
+    tool=$(instructions "$programs/kcnvrt" stream "--$1" --jobs 1 "$2")
+    plain=$(instructions "$programs/parse_and_dump_lines" "$2")
+    awk -v direction="$1" -v tool="$tool" -v plain="$plain" 'BEGIN {
+        printf "%s: %d instructions, %.2f of parsing and dumping lines\n", direction, tool, tool / plain
+    }'
+}
+
 case ${1:-} in
+    --streams) streams ;;
     --instructions)
         rm -rf "$counts"
         mkdir -p "$counts"
