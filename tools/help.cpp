@@ -16,9 +16,11 @@ constexpr std::size_t kWidth = 80;
 constexpr std::size_t kMargin = 2;
 constexpr std::size_t kWidestName = 24;  // what is said of a wider one starts on the next line
 
-constexpr const char* kPurpose = "Converts a gateway's configuration between its two JSON layouts";
-constexpr const char* kExample = "kcnvrt to-new gateway.old.json -o gateway.new.json";
-constexpr const char* kNotes =
+}  // namespace
+
+const char* const kPurpose = "Converts a gateway's configuration between its two JSON layouts";
+const char* const kExample = "kcnvrt to-new gateway.old.json -o gateway.new.json";
+const char* const kNotes =
     "kcnvrt help COMMAND tells what a command takes, with an example.\n"
     "Messages go to standard error, one a line: FILE:LINE:COLUMN: severity: POINTER: message [function]. Standard "
     "input "
@@ -26,10 +28,6 @@ constexpr const char* kNotes =
     "A member given twice in one object is refused, since one of its values would be lost in silence; so is a NUL "
     "inside "
     "a text (except by diff and apply, which carry it).";
-
-// A name, and what is said of it.
-using Row = std::pair<std::string, std::string>;
-using Rows = std::vector<Row>;
 
 Rows exit_statuses() {
     return {{"0", "done, also when the reader of the result went away"},
@@ -40,6 +38,8 @@ Rows exit_statuses() {
             {"2", "wrong usage"},
             {"3", "a file could not be read, parsed or written, or memory ran out"}};
 }
+
+namespace {
 
 // Ends the line. The lines that follow the first start in the column `indent`.
 void append_words(std::string& page, std::string_view text, std::size_t indent) {
@@ -115,8 +115,10 @@ Rows rows_of(OptionList options) {
     return rows;
 }
 
+}  // namespace
+
 std::string usage_of(const Command& command) {
-    std::string usage = std::string("Usage: kcnvrt ") + command.name;
+    std::string usage = std::string("kcnvrt ") + command.name;
     const char* separator = " (";
     for (const Option* option : command.choice) {
         usage.append(separator).append("--").append(option->name);
@@ -129,6 +131,8 @@ std::string usage_of(const Command& command) {
     }
     return usage;
 }
+
+namespace {
 
 void append_example(std::string& page, const char* example) {
     page.append("\nExample: ").append(example).append("\n");
@@ -145,7 +149,7 @@ std::string page_of_tool() {
 }
 
 std::string page_of(const Command& command) {
-    std::string page = std::string(command.purpose) + "\n\n" + usage_of(command) + "\n";
+    std::string page = std::string(command.purpose) + "\n\nUsage: " + usage_of(command) + "\n";
     append_group(page, "Arguments", rows_of(command.operands));
     append_group(page, "Options", rows_of(command.options));
     append_paragraphs(page, command.notes);

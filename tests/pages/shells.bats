@@ -1,0 +1,27 @@
+# The completions for zsh and fish, asked as a user's shell asks them.
+load setup
+
+@test "zsh offers commands, options, words and sections" {
+    command -v zsh > /dev/null || skip "zsh is not installed"
+    PATH=$(dirname "$KCNVRT"):$PATH run -0 timeout 120 zsh -f "$BATS_TEST_DIRNAME/ask.zsh" "$PAGES" \
+        'kcnvrt self-c' 'kcnvrt to-new --compa' 'kcnvrt to-new --errors=j' 'kcnvrt section --to-new wan_p'
+    equal "$output" "$(printf '%s\n' 'kcnvrt self-check' 'kcnvrt to-new --compact' 'kcnvrt to-new --errors=json' \
+        'kcnvrt section --to-new wan_pvid')"
+}
+
+# complete LINE: what fish offers, without descriptions.
+complete() {
+    PATH=$(dirname "$KCNVRT"):$PATH HOME=$PWD fish --no-config -c "source $PAGES/kcnvrt.fish; complete -C '$1'" |
+        cut -f 1 | LC_ALL=C sort
+}
+
+@test "fish offers commands, options, words and sections" {
+    command -v fish > /dev/null || skip "fish is not installed"
+    equal "$(complete 'kcnvrt ')" "$(commands | LC_ALL=C sort)"
+    equal "$(complete 'kcnvrt to-new --compa')" --compact
+    equal "$(complete 'kcnvrt to-new --errors ')" "$(printf 'json\ntext')"
+    equal "$(complete 'kcnvrt section wan_p')" wan_pvid
+    for command in $(commands); do
+        equal "$(complete "kcnvrt $command --" | grep '^--')" "$(options "$command" | grep '^--' | LC_ALL=C sort)"
+    done
+}

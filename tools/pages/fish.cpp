@@ -1,0 +1,72 @@
+// The completion for fish.
+
+#include "pages.h"
+
+namespace kcnvrt::pages {
+
+namespace {
+
+constexpr const char* kHead =
+    "# Made of kcnvrt's table of commands.\n\n"
+    "function __kcnvrt_sections\n"
+    "    kcnvrt sections 2> /dev/null | string replace -r '.*\\t' ''\n"
+    "end\n\n";
+
+std::string quoted(const std::string& text) {
+    return "'" + escaped(text, "\\'") + "'";
+}
+
+std::string command_names() {
+    std::string names;
+    for (const Command& command : all_commands()) names.append(names.empty() ? "" : " ").append(command.name);
+    return names;
+}
+
+// How "complete" is told what to offer; files are offered unless it is told otherwise.
+std::string arguments_of(Offer offer) {
+    switch (offer) {
+        case Offer::kFiles:
+            return " -F";
+        case Offer::kSections:
+            return " -f -a '(__kcnvrt_sections)'";
+        case Offer::kCommands:
+            return " -f -a " + quoted(command_names());
+        default:
+            return " -f";
+    }
+}
+
+std::string words(const Option& option) {
+    std::string all;
+    for (const std::string& word : words_of(option)) all += (all.empty() ? "" : " ") + word;
+    return " -f -a " + quoted(all);
+}
+
+void append_option(std::string& page, const std::string& start, const Option& option) {
+    page += start + " -l " + option.name;
+    if (option.letter != 0) page += std::string(" -s ") + option.letter;
+    if (option.value != nullptr)
+        page += " -r" + (offer_of(option) == Offer::kWords ? words(option) : arguments_of(offer_of(option)));
+    page += " -d " + quoted(option.purpose) + "\n";
+}
+
+}  // namespace
+
+std::string fish_completion() {
+    std::string page = kHead;
+    const std::string first = "complete -c kcnvrt -n __fish_use_subcommand";
+    page += first + " -f\n";
+    for (const Command& command : all_commands())
+        page += first + " -a " + command.name + " -d " + quoted(command.purpose) + "\n";
+    for (const Option* option : general_options()) append_option(page, first, *option);
+    for (const Command& command : all_commands()) {
+        const std::string start =
+            std::string("complete -c kcnvrt -n '__fish_seen_subcommand_from ") + command.name + "'";
+        for (const Option* option : command.options) append_option(page, start, *option);
+        if (command.operands.empty()) page += start + " -f\n";
+        for (const Operand& operand : command.operands) page += start + arguments_of(offer_of(operand)) + "\n";
+    }
+    return page;
+}
+
+}  // namespace kcnvrt::pages
