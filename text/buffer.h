@@ -33,7 +33,7 @@ public:
     bool append(std::string_view bytes) {
         char* const end = room(bytes.size());
         if (end == nullptr) return false;
-        std::memcpy(end, bytes.data(), bytes.size());
+        if (!bytes.empty()) std::memcpy(end, bytes.data(), bytes.size());
         size_ += bytes.size();
         return true;
     }

@@ -7,6 +7,13 @@
 
 namespace kcnvrt::text {
 
+namespace {
+
+// A large member with other values may be rejected for one reason after the other, each of which takes a conversion.
+constexpr size_t kMostConversions = 200;
+
+}  // namespace
+
 bool MemberStory::find(std::string_view pointer) {
     if (!take_away(pointer)) return false;
     if (effects_.is_empty() && !change(pointer)) return false;
@@ -33,7 +40,7 @@ bool MemberStory::change(std::string_view pointer) {
     Leaves leaves;
     if (!leaves.add({pointer, value_at(source_, pointer)})) return false;
     bool is_read = false;
-    for (size_t variant = 0; variant < kVariants && effects_.is_empty(); ++variant) {
+    for (size_t variant = 0; variant < kVariants && effects_.is_empty() && !is_tired(); ++variant) {
         bool is_changed = false;
         if (!change_to(leaves, variant, is_changed)) return false;
         is_read = is_read || is_changed;
@@ -55,6 +62,10 @@ bool MemberStory::change_to(const Leaves& leaves, size_t variant, bool& is_chang
     if (!add_effects(after.tree.get(), true)) return false;
     is_changed = !is_same(before_, after);
     return true;
+}
+
+bool MemberStory::is_tired() const {
+    return check_.conversions() >= kMostConversions;
 }
 
 // Of a member that says something else, only what is there as it is.

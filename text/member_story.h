@@ -33,6 +33,7 @@ private:
     bool change(std::string_view pointer);
     bool change_to(const Leaves& leaves, size_t variant, bool& is_changed);
     bool add_effects(json_t* after, bool must_be_there);
+    bool is_tired() const;
     bool go_back(std::string_view pointer);
 
     CounterCheck& check_;

@@ -16,7 +16,7 @@ KeptTexts::~KeptTexts() {
 const char* KeptTexts::keep(std::string_view text) {
     auto* const copy = static_cast<char*>(std::malloc(text.size() + 1));
     if (copy == nullptr) return nullptr;
-    std::memcpy(copy, text.data(), text.size());
+    if (!text.empty()) std::memcpy(copy, text.data(), text.size());
     copy[text.size()] = '\0';
     if (texts_.add(copy)) return copy;
     std::free(copy);

@@ -103,7 +103,7 @@ bool ResultSources::find_needed(const Group& group) {
     Trial trial;
     if (!try_without(group, trial)) return false;
     if (!trial.is_changed) return true;
-    if (group.last - group.first == 1) return needed_.add({children_[group.first], trial.value, trial.is_around});
+    if (group.last - group.first == 1) return add_needed(children_[group.first], trial);
     const size_t before = needed_.size();
     const size_t middle = group.first + (group.last - group.first) / 2;
     const Group halves[] = {{group.first, middle}, {middle, group.last}};
@@ -111,6 +111,13 @@ bool ResultSources::find_needed(const Group& group) {
         if (!find_needed(half)) return false;
     if (needed_.size() != before || is_tired()) return true;
     return find_needed_together(halves[0], halves[1]) && find_needed_together(halves[1], halves[0]);
+}
+
+// What another member stands in for makes no difference when it is away alone.
+bool ResultSources::add_needed(const char* pointer, const Trial& trial) {
+    const char* without = trial.value;
+    if (!gone_.is_empty() && !keep_value(before_, without)) return false;
+    return needed_.add({pointer, without, trial.is_around});
 }
 
 // Where each of two stands in for the other.
@@ -160,10 +167,8 @@ bool ResultSources::find_values(const Leaves& leaves, const Group& group, size_t
     if (!trial.is_changed) return true;
     if (group.last - group.first == 1) {
         const char* const pointer = texts_.keep(leaves[group.first].pointer);
-        Buffer value;
-        const bool is_written = write(value_at(before_, place_), {.compact = true}, value);
-        const char* const without = is_written ? texts_.keep(value.view()) : nullptr;
-        return pointer != nullptr && without != nullptr && found_.add({pointer, without, trial.is_around});
+        const char* without = nullptr;
+        return pointer != nullptr && keep_value(before_, without) && found_.add({pointer, without, trial.is_around});
     }
     const size_t middle = group.first + (group.last - group.first) / 2;
     return find_values(leaves, {group.first, middle}, variant) && find_values(leaves, {middle, group.last}, variant);
@@ -194,11 +199,17 @@ bool ResultSources::try_changes(GrowingArray<Change>& changes, Trial& trial) {
     if (!copy || !convert_what_passes(check_, check_.way(), copy.get(), after)) return false;
     trial.is_changed = !is_as_before(after.tree.get());
     trial.is_around = is_around(after.tree.get());
-    const json_t* const value = value_at(after.tree.get(), place_);
-    Buffer text;
-    if (!trial.is_changed || value == nullptr) return true;
-    trial.value = write(value, {.compact = true}, text) ? texts_.keep(text.view()) : nullptr;
-    return trial.value != nullptr;
+    return !trial.is_changed || keep_value(after.tree.get(), trial.value);
+}
+
+// What stands at the place, as a text that stays; null where nothing does.
+bool ResultSources::keep_value(json_t* result, const char*& text) {
+    const json_t* const value = value_at(result, place_);
+    Buffer words;
+    text = nullptr;
+    if (value == nullptr) return true;
+    if (write(value, {.compact = true}, words)) text = texts_.keep(words.view());
+    return text != nullptr;
 }
 
 // An entry that has only moved in its list is as it was.

@@ -44,6 +44,7 @@ private:
     bool list_child(const char* pointer, std::string_view name);
     bool find_needed(const Group& group);
     bool find_needed_together(const Group& one, const Group& other);
+    bool add_needed(const char* pointer, const Trial& trial);
     bool narrow(const Group& children, size_t first_needed);
     bool look_at_values(const char* pointer);
     bool find_values(const Leaves& leaves, const Group& group, size_t variant);
@@ -51,6 +52,7 @@ private:
     bool try_without(const Group& group, Trial& trial);
     bool try_variant(const Leaves& leaves, const Group& group, size_t variant, Trial& trial);
     bool try_changes(GrowingArray<Change>& changes, Trial& trial);
+    bool keep_value(json_t* result, const char*& text);
     bool is_as_before(json_t* result) const;
     bool has_moved(json_t* result, std::string_view list, std::string_view number) const;
     bool is_around(json_t* result) const;

@@ -11,7 +11,7 @@ namespace {
 
 // Empty of what is no text.
 std::string_view text_of(const json_t* value) {
-    if (!json_is_string(value)) return {};
+    if (!json_is_string(value)) return "";
     return {json_string_value(value), json_string_length(value)};
 }
 

@@ -95,7 +95,7 @@ public:
         page_ += " is " + shown(json_object_get(told, "value"));
         page_ += count == 0 ? ", whatever the configuration says.\n"
                             : ", made of " + counted(count, "one member.\n", " members.\n");
-        append_sources(sources);
+        append_sources(sources, json_object_get(told, "value"));
         append_rest(count);
         return page_;
     }
@@ -130,7 +130,7 @@ private:
         page_ += json_equal(with, without) == 1 ? "the same, which is the default\n" : shown(without) + "\n";
     }
 
-    void append_sources(const json_t* sources) {
+    void append_sources(const json_t* sources, const json_t* value) {
         std::vector<std::string> pointers;
         for (std::size_t i = 0; i < json_array_size(sources) && i < kMostPlaces; ++i)
             pointers.push_back(text_of(json_array_get(sources, i), "pointer"));
@@ -139,7 +139,9 @@ private:
             const json_t* const source = json_array_get(sources, i);
             page_ += "\n  " + places[i] + name_of(pointers[i]);
             page_ += "\n       says: " + shown(json_object_get(source, "value"));
-            page_ += "\n    without: " + shown(json_object_get(source, "without")) + "\n";
+            const json_t* const without = json_object_get(source, "without");
+            const bool is_same = json_equal(without, value) == 1;
+            page_ += "\n    without: " + (is_same ? "the same" : shown(without)) + "\n";
         }
     }
 

@@ -150,6 +150,16 @@ TEST(Explain, NamesTheMemberBeforeWhatIsAroundIt) {
               R"({"pointer":"/ifaces/eth4/type","value":"ethernet","without":null}]})");
 }
 
+// Neither alone makes a difference.
+TEST(Explain, FindsMembersThatStandInForEachOther) {
+    const std::string section = R"({"links": {}, "filters": {"1": {"protocol": "tcp"}}})";
+    const std::string text = R"({"qos": )" + section + R"(, "queuemanagement": )" + section + "}";
+    const std::string answer = explained(text, "/Device/QoS/Classification/1/Protocol", K_TEXT_FROM_RESULT);
+    EXPECT_NE(answer.find(R"({"pointer":"/qos/filters/1/protocol","value":"tcp","without":6})"), std::string::npos);
+    EXPECT_NE(answer.find(R"("pointer":"/queuemanagement")"), std::string::npos);
+    EXPECT_EQ(answer.find(R"("without":null)"), std::string::npos) << answer;
+}
+
 TEST(Explain, FindsTheDefaultThatAMemberSays) {
     constexpr std::string_view kText =
         R"({"ifaces": {"e": {"type": "ethernet", "services": {"i": {"type": "ip", "connection_status": "Disconnected"}}}}})";

@@ -70,8 +70,9 @@ enum {
      * is read, and would make a difference only if it said something else. The answer is "regenerated" when the result
      * does not depend on it, and the way back makes such a member all the same; else "lost".
      *
-     * With K_TEXT_FROM_RESULT `pointer` is of the result, and the output says of which members it was made, the innermost
-     * that there are, those first on which nothing depends beside it:
+     * With K_TEXT_FROM_RESULT `pointer` is of the result, and the output says of which members it was made, the
+     * innermost that there are, those first on which nothing depends beside it, and what would stand there without each
+     * of them alone:
      *
      *     {"pointer": ..., "value": ..., "sources": [{"pointer": ..., "value": ..., "without": ...}, ...]}
      *
