@@ -2,8 +2,8 @@
 import { example } from './tools.js';
 
 const VALUES = [
-    null, true, false, 0, -1, 5, 65536, 2147483648, 1.5, 1e300, '', '0', '1', '12', 'x', 'true', '239.255.0.1', '10.0.0.1/8',
-    '\u20ac\u{1F600}', 'a b', 'MTIz', [], {}, ['1', 2], { a: 1 }, { 1: {}, max_instance: 1 },
+    null, true, false, 0, -1, 5, 65536, 2147483648, 1.5, 1e300, '', '0', '1', '12', 'x', 'true', '239.255.0.1',
+    '10.0.0.1/8', '\u20ac\u{1F600}', 'a b', 'MTIz', [], {}, ['1', 2], { a: 1 }, { 1: {}, max_instance: 1 },
 ];
 
 // Of 32 bits, by a linear congruence.

@@ -1,4 +1,4 @@
-"""What the native library answers: a call a line on standard input, as JSON, and its answer likewise on standard output."""
+"""What the native library answers: a call a line on standard input, as JSON, and its answer on standard output."""
 
 import json
 import sys

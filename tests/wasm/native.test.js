@@ -10,6 +10,7 @@ import { root } from './tools.js';
 
 const native = join(root, 'build/release');
 const library = join(native, 'lib/libk_cnvrt_text.so.1');
+const settings = { PYTHONPATH: join(root, 'python'), PYTHONDONTWRITEBYTECODE: '1', KCNVRT_LIBRARY: library };
 const COUNT = 2000;
 
 // The options' names in Python.
@@ -64,9 +65,10 @@ const hasOutput = (f) => f !== 'check' && f !== 'losses';
 const inPython = ({ f, options, ...rest }) => ({
     ...rest,
     function: f.replace(/[A-Z]/g, (letter) => `_${letter.toLowerCase()}`),
-    options: Object.fromEntries(
-        Object.entries({ ...(hasOutput(f) ? { indent: 4 } : {}), ...options }).map(([name, value]) => [RENAMED[name] ?? name, value]),
-    ),
+    options: {
+        ...(hasOutput(f) ? { indent: 4 } : {}),
+        ...Object.fromEntries(Object.entries(options).map(([name, value]) => [RENAMED[name] ?? name, value])),
+    },
 });
 
 const unitsOf = (bytes, from, to) => bytes.toString('utf8', from, to).length;
@@ -97,7 +99,7 @@ test(`every function answers what the native library does, of ${COUNT} documents
     }
     const { stdout, stderr, status } = spawnSync('python3', [join(root, 'tests/wasm/native.py')], {
         input: calls.map((call) => JSON.stringify(inPython(call))).join('\n'),
-        env: { ...process.env, PYTHONPATH: join(root, 'python'), PYTHONDONTWRITEBYTECODE: '1', KCNVRT_LIBRARY: library },
+        env: { ...process.env, ...settings },
         encoding: 'utf8',
         maxBuffer: 2 ** 30,
     });
