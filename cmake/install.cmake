@@ -39,6 +39,9 @@ endif()
 install(DIRECTORY include/ ${PROJECT_BINARY_DIR}/include/ support/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN "*.h")
 
+# For editors.
+install(DIRECTORY schemas/ DESTINATION ${CMAKE_INSTALL_DATADIR}/k_cnvrt FILES_MATCHING PATTERN "*.schema.json")
+
 configure_file(cmake/k_cnvrt.pc.in k_cnvrt.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/k_cnvrt.pc DESTINATION ${pkgconfig_directory})
 

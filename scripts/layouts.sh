@@ -1,5 +1,5 @@
 #!/bin/bash
-# What is made by asking the conversion: text/layouts.json, and from it docs/mapping. Writes them, or with --check says
+# What is made by asking the conversion: text/layouts.json, and from it docs/mapping and schemas. Writes them, or with --check says
 # whether they are what would be written: layouts.sh [--check (layouts DESCRIBE | pages KCNVRT)], with the programs of a
 # build.
 set -euo pipefail
@@ -24,6 +24,15 @@ pages() {
     done < <(sed -n 's/^| \[\(.*\)\](.*/\1/p' "$made/mapping/README.md")
 }
 
+# schemas PROGRAM
+schemas() {
+    local layout
+    mkdir "$made/schemas"
+    for layout in old new; do
+        "$1" schema "$layout" --indent 1 > "$made/schemas/$layout.schema.json"
+    done
+}
+
 # compare MADE KEPT
 compare() {
     diff --recursive --unified=0 "$2" "$1" | cut -c1-300 && return
@@ -39,6 +48,8 @@ case "${1:-}${2:-}" in
     --checkpages)
         pages "$3"
         compare "$made/mapping" "$root/docs/mapping"
+        schemas "$3"
+        compare "$made/schemas" "$root/schemas"
         ;;
     *)
         need_packages "${build_packages[@]}" libgtest-dev
@@ -49,7 +60,9 @@ case "${1:-}${2:-}" in
         cp "$made/layouts.json" "$root/text/layouts.json"
         build release kcnvrt
         pages "$root/build/release/bin/kcnvrt"
-        rm -rf "$root/docs/mapping"
+        schemas "$root/build/release/bin/kcnvrt"
+        rm -rf "$root/docs/mapping" "$root/schemas"
         cp -r "$made/mapping" "$root/docs/mapping"
+        cp -r "$made/schemas" "$root/schemas"
         ;;
 esac

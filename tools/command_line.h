@@ -34,6 +34,8 @@ struct Options {
     std::optional<std::string> from_result;  // of the place in the result that is explained
     std::string topic;                       // the command that help is asked for
     std::string asked;                       // the section or place to tell of
+    std::string layout;                      // of which something is told
+    bool closed = false;
     bool as_json = false;
     bool as_markdown = false;
 

@@ -156,6 +156,8 @@ constexpr Option kAcceptRejectsOfMany = of_many(kAcceptRejects, kOutputDir,
 constexpr Option kJobsOfMany = of_many(kJobs, kOutputDir, kJobs.purpose);
 constexpr Option kSummaryOfMany = of_many(kSummary, kOutputDir, kSummary.purpose);
 constexpr Option kProgressOfMany = of_many(kProgress, kOutputDir, kProgress.purpose);
+constexpr Option kClosed   {"closed",   0,  nullptr,     Names::kNothing, flag<&Options::closed>,
+                            "Forbid members that are not known"};
 constexpr Option kAsMarkdown{"markdown", 0, nullptr,     Names::kNothing, flag<&Options::as_markdown>,
                             "Print a page in Markdown, as those of docs/mapping are"};
 constexpr Option kAsJson   {"json",     0,  nullptr,     Names::kNothing, flag<&Options::as_json>,
@@ -201,6 +203,7 @@ constexpr const Option* kOfCensus[] = {
     &kFromOld, &kFromNew, &kJsonCensus, &kHtml, &kForce, &kAt, &kAtText, &kId, &kDslVlan, &kOutput, &kRejects,
     &kProblems, &kMaxRecord, &kJobs, &kBlock, &kProgress, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
+constexpr const Option* kOfSchema[] = {&kClosed, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfMapping[] = {
     &kAsJson, &kAsMarkdown, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfQuestions[] = {&kErrors, &kColor, &kHelp};
@@ -234,6 +237,9 @@ constexpr Operand kStreams[] = {
 constexpr Operand kSectionOrPlace[] = {
     {"SECTION|POINTER", Names::kSection, text<&Options::asked>,
      "A section's name in either layout, or a place, in which * is any entry", false}};
+constexpr Operand kLayoutAndSection[] = {
+    {"old|new", Names::kWord, text<&Options::layout>, "The layout", true},
+    {"SECTION", Names::kSection, text<&Options::asked>, "A section's name in that layout; the whole without it", false}};
 constexpr Operand kTopic[] = {
     {"COMMAND", Names::kCommand, text<&Options::topic>, "The command to tell of", false}};
 
@@ -294,6 +300,10 @@ constexpr Command kCommands[] = {
      "\"ppp\", a|b either name, ** all below a value that is carried whole.\n"
      "A place that its section does not know would be dropped, and that is told.",
      "kcnvrt mapping /wifi/Channel", mapping},
+    {"schema", "Print a layout as a JSON Schema, for editors",
+     kLayoutAndSection, {}, kOfSchema,
+     "Draft 2020-12. What the conversion would report is invalid, what it takes is valid; the conversion is the judge.",
+     "kcnvrt schema old -o old.schema.json", schema},
     {"diff", "Print what has to change in BASE to make it equal to OTHER",
      kBaseAndOther, {}, kOfDiff,
      "",

@@ -276,7 +276,9 @@ void Lines::take(json_t* line, Side side, json_t* behaviour) {
         for (const Document& document : documents) {
             if (document.side != side || is_true || (has_flag && document.flags == 0)) continue;
             const Document asked{side, static_cast<uint8_t>(has_flag ? K_CNVRT_DSL_VLAN : 0), document.root};
-            std::vector<Names> found = matches(document.root, json_string_value(place));
+            std::string there = json_string_value(place);
+            if (there.ends_with("/**")) there.resize(there.size() - 3);
+            std::vector<Names> found = matches(document.root, there);
             found.resize(std::min(found.size(), kMost));
             for (const Names& names : found)
                 if (!is_true) {

@@ -83,3 +83,28 @@ wrong() {
     wrong 'there is no place "/"' mapping /
     wrong '"/wifi/~2" is no JSON Pointer' mapping "/wifi/~2"
 }
+
+@test "schema has a layout, or a section by its name there" {
+    kcnvrt 0 schema old --compact
+    printf '%s\n' "$output" > old.schema.json
+    equal "$(jq -r '."$schema"' old.schema.json)" "https://json-schema.org/draft/2020-12/schema"
+    equal "$(jq -c '.properties.default_pass | [.writeOnly, .format]' old.schema.json)" '[true,"password"]'
+    kcnvrt 0 schema new urlfilter --compact
+    contains "$output" '"exclude":'
+    kcnvrt 0 schema old users --compact
+    contains "$output" '"type":["string","null"]'
+}
+
+@test "schema --closed forbids what is not known" {
+    kcnvrt 0 schema old yandex --compact
+    equal "$(jq -c .additionalProperties <<< "$output")" null
+    kcnvrt 0 schema old yandex --compact --closed
+    equal "$(jq -c .additionalProperties <<< "$output")" false
+    kcnvrt 0 schema old netfilter --compact --closed
+    equal "$(jq -c .additionalProperties <<< "$output")" null
+}
+
+@test "an unknown layout or section of a schema is wrong usage" {
+    wrong '"older" is no layout, but old and new are' schema older
+    wrong 'there is no old section "WiFi", did you mean "wifi"?' schema old WiFi
+}

@@ -372,6 +372,9 @@ Finding Asker::of_container(const Subject& subject, const Spot& spot) {
         for (const Tree& probe : probes_of_every_type())
             replies.add({Tree{json_incref(probe.get())}, Tree{json_incref(probe.get())}, ""});
         replies.add({string(""), string(""), ""});
+        const Answer without = answer_with(subject, spot.names, nullptr);
+        if (spot.place.back() != '*' && !without.is_silent())
+            replies.add({nullptr, nullptr, without.messages.empty() ? "rejected" : without.messages.front().text});
         finding.behaviour = replies.behaviour();
         finding.example.reset(json_incref(at(subject.document, spot.names)));
         return finding;
@@ -382,27 +385,47 @@ Finding Asker::of_container(const Subject& subject, const Spot& spot) {
     const bool is_member = json_is_object(at(subject.document, {spot.names.begin(), spot.names.end() - 1}));
     if (is_member && spot.place.back() != '*' && spot.place.back() != ']')
         asked.push_back({nullptr, answer_with(subject, spot.names, nullptr)});
-    if (finding.container == "object") {
+    if (finding.container == "object" || finding.container == "list") {
         const Tree extra = string("as it is");
         Names member = spot.names;
-        member.push_back("of no name");
+        member.push_back(finding.container == "list" ? "max_instance" : "of no name");
         const Answer given = answer_with(subject, member, extra.get());
         for (const Names& place : changes(base_.result.get(), given.result.get()))
-            finding.carries_others |= place.back() == member.back();
+            finding.carries_others |= json_equal(at(given.result.get(), place), extra.get()) != 0;
     }
     finding.behaviour = replies_of(texts_, asked, {spot.names.back(), {}, {spot.names.back()}}).behaviour();
     return finding;
 }
 
+namespace {
+
+// Of each type the values that are not reported.
+std::string what_is_taken(const Finding& finding) {
+    std::string taken;
+    size_t position;
+    json_t* said;
+    json_array_foreach(finding.behaviour.get(), position, said) {
+        json_t* const takes = json_object_get(said, "takes");
+        size_t number;
+        json_t* type;
+        json_array_foreach(json_object_get(said, "of"), number, type) if (takes != nullptr) taken +=
+            json_string_value(type) + text_of(takes);
+    }
+    return taken;
+}
+
+}  // namespace
+
 void Asker::keep(Finding finding, std::vector<Finding>& findings) {
-    // Another form of its section may treat a place in another way, and then it leads elsewhere.
+    // Another form of its section, or another entry, may treat a place in another way.
     const auto is_another_form = [&](const Finding& one) {
         const auto is_result = [&](const std::string& place) {
             return std::find(one.results.begin(), one.results.end(), place) != one.results.end();
         };
-        return !one.is_dropped && !finding.is_dropped &&
-               json_equal(one.behaviour.get(), finding.behaviour.get()) == 0 &&
-               std::none_of(finding.results.begin(), finding.results.end(), is_result);
+        if (json_equal(one.behaviour.get(), finding.behaviour.get()) != 0) return false;
+        const bool takes_others = what_is_taken(one) != what_is_taken(finding);
+        const bool leads_elsewhere = std::none_of(finding.results.begin(), finding.results.end(), is_result);
+        return takes_others || (leads_elsewhere && !one.is_dropped && !finding.is_dropped);
     };
     const auto known = std::find_if(findings.begin(), findings.end(), [&](const Finding& one) {
         return one.place == finding.place && one.container == finding.container && !is_another_form(one);

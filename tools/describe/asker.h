@@ -17,7 +17,7 @@ struct Finding {
     std::string place;
     std::string container;             // "object", "array", "list", "names"; "" for a leaf or what is carried whole
     bool is_whole = false;             // carried whole, whatever it is
-    bool carries_others = false;       // an object whose other members are carried
+    bool carries_others = false;       // an object whose other members are carried, a list whose length is
     std::string word;                  // of the table that has it; "" where none has
     std::vector<std::string> results;  // the places of the other layout that it decides
     bool is_name = false;              // is the name of a member of the other layout

@@ -15,8 +15,7 @@ namespace describe {
 namespace {
 
 constexpr size_t kMostCodes = 40;
-constexpr const char* kNoCode = "65536";  // where this is taken, there are more than those that were asked
-constexpr size_t kSamples = 6;            // of what can be said in no other way
+constexpr size_t kSamples = 6;  // of what can be said in no other way
 const char* const kTypes[] = {"object", "array", "string", "integer", "real", "boolean", "boolean", "null"};
 
 bool same(json_t* one, json_t* other) {
@@ -181,8 +180,10 @@ Tree what_they_take(const Texts& texts, const char* type, const Chosen& taken, c
             return Tree{json_pack("{s:s}", "texts", kind->name.c_str())};
     if (std::strcmp(type, "integer") == 0)
         if (Tree range = range_of(taken, refused)) return range;
+    // Where texts of some form are taken, there are more than those that were asked.
     const bool is_open = std::any_of(taken.begin(), taken.end(), [](const Reply* reply) {
-        return json_is_string(reply->value.get()) && std::string{json_string_value(reply->value.get())} == kNoCode;
+        const std::string text = json_is_string(reply->value.get()) ? json_string_value(reply->value.get()) : "";
+        return text == "65536" || text.find_first_of(".:{") != std::string::npos;
     });
     if (taken.size() <= kMostCodes && !is_open) return Tree{json_pack("{s:o}", "values", values_of(taken).release())};
     return Tree{json_pack("{s:b}", "some", 1)};

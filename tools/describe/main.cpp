@@ -191,6 +191,10 @@ int main(int argc, char** argv) {
     std::vector<Tree> examples;
     for (Document& document : documents) examples.push_back(std::move(document.tree));
     std::printf("{\n");
+    std::vector<Tree> kinds;
+    for (const TextKind& kind : known_texts.kinds())
+        kinds.emplace_back(json_pack("{s:s, s:s}", "name", kind.name.c_str(), "pattern", kind.pattern.c_str()));
+    print_list("texts", kinds, ",");
     print_list("behaviours", numbered, ",");
     print_list("lines", lines, ",");
     print_list("containers", held, ",");

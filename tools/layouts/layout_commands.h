@@ -6,5 +6,6 @@
 namespace kcnvrt {
 
 ExitStatus mapping(const Options& options);
+ExitStatus schema(const Options& options);
 
 }  // namespace kcnvrt

@@ -34,6 +34,16 @@ Layouts::Layouts() {
         lines_.emplace_back(line, json_object_get(root_.get(), "behaviours"));
 }
 
+std::string Layouts::pattern(const std::string& texts) const {
+    std::size_t index;
+    json_t* kind;
+    json_array_foreach(json_object_get(root_.get(), "texts"), index,
+                       kind) if (texts ==
+                                 json_string_value(json_object_get(
+                                     kind, "name"))) return json_string_value(json_object_get(kind, "pattern"));
+    return "";
+}
+
 std::vector<LayoutContainer> Layouts::containers(Layout layout) const {
     std::vector<LayoutContainer> containers;
     std::size_t index;

@@ -52,6 +52,8 @@ public:
     Layouts();
 
     const std::vector<LayoutLine>& lines() const { return lines_; }
+    // The expression for a kind of text, in the dialect of JSON Schema.
+    std::string pattern(const std::string& texts) const;
     std::vector<LayoutContainer> containers(Layout layout) const;
     // A complete configuration; the other one is of a device of another generation, with DSL VLANs.
     json_t* example(Layout layout, bool is_other) const;

@@ -1,0 +1,50 @@
+// kcnvrt schema and kcnvrt example: a layout for an editor, and by example.
+#include "arguments.h"
+#include "layout_commands.h"
+#include "mapping.h"
+#include "nearest.h"
+#include "output.h"
+#include "schema.h"
+#include "sentences.h"
+
+namespace kcnvrt {
+
+namespace {
+
+Layout layout_of(const Options& options, const char* command) {
+    if (options.layout == "old") return Layout::kOld;
+    if (options.layout == "new") return Layout::kNew;
+    fail_by_usage("\"" + options.layout + "\" is no layout, but old and new are", find_command(command));
+}
+
+[[noreturn]] void fail_by_unknown_section(const Layouts& layouts, const PlaceNode& root, const Options& options,
+                                          const char* command) {
+    std::vector<std::string> known;
+    for (const std::string& name : section_names(layouts))
+        if (find_section(root, name) != nullptr) known.push_back(name);
+    const std::vector<std::string_view> names(known.begin(), known.end());
+    fail_by_usage(
+        "there is no " + options.layout + " section \"" + options.asked + "\"" + suggestion(options.asked, names),
+        find_command(command));
+}
+
+void write_json(json_t* value, const Options& options) {
+    const auto blanks = static_cast<std::size_t>(options.indent.value_or(2));
+    write_text(options.output, json_text(value, options.compact ? JSON_COMPACT : JSON_INDENT(blanks)) + "\n");
+}
+
+}  // namespace
+
+ExitStatus schema(const Options& options) {
+    const Layouts layouts;
+    const auto root = place_tree(layouts, layout_of(options, "schema"));
+    const PlaceNode* const node = options.asked.empty() ? root.get() : find_section(*root, options.asked);
+    if (node == nullptr) fail_by_unknown_section(layouts, *root, options, "schema");
+    const std::string what = options.asked.empty() ? "configuration" : "section " + options.asked;
+    const JsonTree made =
+        schema_of(layouts, *node, "A gateway's " + what + ", " + options.layout + " layout", options.closed);
+    write_json(made.get(), options);
+    return kConverted;
+}
+
+}  // namespace kcnvrt
