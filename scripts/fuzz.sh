@@ -3,7 +3,7 @@
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
-targets=(document_to_new document_to_old section difference tool text request)
+targets=(document_to_new document_to_old section difference tool stream text request)
 
 usage() {
     echo "usage: ./fuzz MINUTES [TARGET...], or ./fuzz --seconds SECONDS [TARGET...]; the targets: ${targets[*]}" >&2

@@ -43,6 +43,19 @@ void add_request(char operation, char section, const std::string& other, const s
         add_seed("request", std::string{operation, flags, '\0', '\5', 'P', section} + other + '\0' + text);
 }
 
+// Alone, in a record and as a text in one; block size, two bytes of a record's length, and options come first.
+void add_stream(char direction, const std::string& text) {
+    const auto add = [direction](char options, const std::string& record) {
+        add_seed("stream", std::string{'\7', '\x0f', '\xff', static_cast<char>(direction | options)} + record + "\r\n" +
+                               record.substr(1) + "\n" + record);
+    };
+    const Tree string{json_string(text.c_str())};
+    const Tree holder{json_pack("{s: i, s: O}", "serial", 7, "config", string.get())};
+    add('\0', text);
+    add('\x58', R"({"serial": "a", "config": )" + text + "}");
+    add('\x7c', text_of(holder.get()));
+}
+
 void add_difference(const std::string& base, const std::string& candidate) {
     add_seed("difference", base + '\0' + candidate);
     for (const char operation : {'\5', '\6'}) add_request(operation, 0, candidate, base);
@@ -131,6 +144,7 @@ void add_configuration(const json_t* root, bool is_old) {
     add_seed(is_old ? "document_to_new" : "document_to_old", '\0' + text);
     add_request(is_old ? '\1' : '\2', 0, "", text);
     add_seed("tool", (is_old ? "to-new\n\n" : "to-old\n\n") + text);
+    add_stream(is_old ? '\1' : '\2', text);
 }
 
 // A configuration as a whole, and each of its sections as one of its own.
@@ -154,7 +168,7 @@ int main(int argc, char** argv) {
     if (argc != 5) return 2;
     seeds = argv[3];
     for (const char* target :
-         {"document_to_new", "document_to_old", "section", "difference", "tool", "text", "request"})
+         {"document_to_new", "document_to_old", "section", "difference", "tool", "stream", "text", "request"})
         std::filesystem::create_directories(seeds / target);
 
     std::set<std::string> words;

@@ -158,6 +158,8 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
         equal "$(jq -c '[.line, .offset, .column]' <<< "$stderr" | tr '\n' ' ')" "[2,14,1] [3,100015,1] [5,200031,1] "
         { tail -n +2 stream | head -n 2; printf '%s\n' "$long"; } | cmp - rejects
     done
+    lines 1 '{"serial":1,"lang":"en"}\n' --max-record 12 --id /serial
+    equal "$(members .id)" "[null] "
     lines 0 "$good\r\n" --max-record 13
     lines 1 "$good\n" --max-record 12
     equal "$(members .message)" '["the record is longer than 12 bytes"] '

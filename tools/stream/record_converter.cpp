@@ -49,7 +49,9 @@ RecordConverter::RecordConverter(const Options& options)
       pointers_(options.stream.pointers),
       longest_(options.stream.sizes.longest) {}
 
-void RecordConverter::reject_too_long(const Record& record, Outcome& outcome) const {
+// Not even its id is looked for: of a longer one only the beginning is there.
+void RecordConverter::reject_too_long(Record record, Outcome& outcome) const {
+    record.text = {};
     RecordProblems(record, pointers_, outcome.problems).add_error(nullptr, too_long(longest_));
     find_losses(record, nullptr, outcome);
 }

@@ -25,7 +25,7 @@ public:
     Verdict convert(const Record& record, Outcome& outcome) const;
 
     // Of a record that is too long to be looked at.
-    void reject_too_long(const Record& record, Outcome& outcome) const;
+    void reject_too_long(Record record, Outcome& outcome) const;
 
 private:
     bool is_whole(const Record& record, const text::Sought& at, RecordProblems& problems) const;
