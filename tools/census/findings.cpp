@@ -32,8 +32,8 @@ void add_findings(const k_text_result_t* result, const std::string& id, std::vec
     for (std::size_t i = 0; k_text_loss(result, i, &loss) == 0; ++i)
         add(loss_kind_name(loss.kind), loss.pointer, id, found);
     std::ranges::sort(found, {}, key_of);
-    const auto twins = std::ranges::unique(found, {}, key_of);
-    found.erase(twins.begin(), twins.end());
+    const auto are_twins = [](const Finding& one, const Finding& other) { return key_of(one) == key_of(other); };
+    found.erase(std::unique(found.begin(), found.end(), are_twins), found.end());
     findings.insert(findings.end(), std::make_move_iterator(found.begin()), std::make_move_iterator(found.end()));
 }
 
