@@ -100,6 +100,14 @@ const look = EditorView.theme({
     '.cm-lintRange-warning': { textDecorationStyle: 'dashed', textDecorationColor: 'var(--caution)' },
     '.cm-lintRange-info': { textDecorationStyle: 'dotted', textDecorationColor: 'var(--accent)' },
     '.cm-lintRange-active': { backgroundColor: 'var(--caution-ground)' },
+    '.cm-asked': { outline: '1.5px solid var(--partner)', borderRadius: '3px' },
+    '.cm-partner': {
+        outline: '1.5px solid var(--partner)',
+        borderRadius: '3px',
+        backgroundColor: 'var(--partner-ground)',
+        fontWeight: '600',
+    },
+    '.cm-links .cm-gutterElement': { color: 'var(--partner)', fontSize: '0.625rem', padding: '0 0.125rem' },
     '.cm-gutter-lint': { width: '1.125rem' },
     '.cm-gutter-lint .cm-gutterElement': { padding: '0 0.125rem' },
     '.cm-lint-marker': {
@@ -129,14 +137,14 @@ const colours = HighlightStyle.define([
 const SEVERITIES = { error: 'error', warning: 'warning', note: 'info' };
 
 export class Editor {
-    /** `onChange` and `onCursor` are called after that; `extensions` are those of this editor alone. */
-    constructor(
-        parent,
-        { label, words, isReadOnly = false, onChange = () => {}, onCursor = () => {}, extensions = [] },
-    ) {
+    /** Is called when the cursor may be elsewhere. */
+    onCursor = () => {};
+
+    /** `onChange` is called after changes; `extensions` are those of this editor alone. */
+    constructor(parent, { label, words, isReadOnly = false, onChange = () => {}, extensions = [] }) {
         const updates = EditorView.updateListener.of((update) => {
             if (update.docChanged) onChange();
-            if (update.docChanged || update.selectionSet || update.focusChanged) onCursor();
+            if (update.docChanged || update.selectionSet || update.focusChanged) this.onCursor();
         });
         this.view = new EditorView({
             parent,

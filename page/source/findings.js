@@ -12,6 +12,11 @@ const SIGNS = {
     add: { sign: '+', words: 'comes' },
     remove: { sign: '−', words: 'goes' },
     replace: { sign: '~', words: 'changes' },
+    dropped: { sign: '−', words: 'dropped' },
+    cut: { sign: '…', words: 'cut' },
+    changed: { sign: '~', words: 'changed' },
+    defaulted: { sign: '+', words: 'defaulted' },
+    renumbered: { sign: '#', words: 'renumbered' },
 };
 
 const NOT_SECTIONS = new Set(['Device', 'Services']);

@@ -1,10 +1,12 @@
-// The lists under the editors: problems, and what is different there and back.
+// The lists under the editors: problems, losses, and what is different there and back.
 import { Asker, SUPERSEDED } from './asker.js';
-import { byId, element, numberText } from './elements.js';
+import { byId, countText, element, numberText } from './elements.js';
 import { beforeAndAfter, showFindings, showWords } from './findings.js';
 import { editors, page, settings, unchanged } from './page.js';
 import { makeTabs } from './tabs.js';
 
+// Each has a worker of its own, so that neither waits for the other.
+const lossFinder = new Asker();
 const traveller = new Asker();
 
 let tab = 'problems';
@@ -29,6 +31,7 @@ function setCount(list, count, kind = null) {
 /** Shows the lists of another answer. */
 export function showLists() {
     showProblems();
+    showLosses();
     setCount('return', 0);
     if (tab === 'return') showReturn();
 }
@@ -36,8 +39,10 @@ export function showLists() {
 /** Says what the lists are for. */
 export function showEmptyLists() {
     showWords(byId('problems'), 'What is wrong with a configuration is listed here, with its place.');
+    showWords(byId('losses'), 'What the other layout does not hold is listed here, with what comes back of it.');
     showWords(byId('return'), 'What is different after a conversion there and back is listed here.');
-    for (const list of ['problems', 'return']) setCount(list, 0);
+    for (const list of ['problems', 'losses', 'return']) setCount(list, 0);
+    byId('loss-status').hidden = true;
 }
 
 function showProblems() {
@@ -75,6 +80,35 @@ export function step(direction) {
     return true;
 }
 
+// The losses are asked for by themselves: what will be lost is the third question that everybody has.
+async function showLosses() {
+    const parent = byId('losses');
+    const pill = byId('loss-status');
+    pill.hidden = true;
+    const { section, ...about } = settings();
+    if (page.answer.output === null) return showNoLosses('Nothing is converted, so nothing can be said about losses.');
+    if (section !== null) return showNoLosses('Losses are those of a whole configuration: choose everything above.');
+    parent.dataset.stale = 'true';
+    const isCurrent = unchanged(editors.input);
+    const losses = await lossFinder.ask('lossesOf', about);
+    if (losses === SUPERSEDED || !isCurrent()) return;
+    parent.dataset.stale = 'false';
+    setCount('losses', losses.length, 'caution');
+    pill.hidden = false;
+    pill.dataset.kind = losses.length > 0 ? 'caution' : 'good';
+    pill.querySelector('.words').textContent =
+        losses.length > 0 ? countText(losses.length, 'loss', 'losses') : 'Nothing is lost';
+    const items = losses.map((loss) => ({ ...loss, details: [beforeAndAfter(loss), by(loss.kind)] }));
+    if (items.length === 0) showWords(parent, 'Nothing is lost: all of it comes back from the other layout as it was.');
+    else showFindings(parent, items, goTo);
+}
+
+function showNoLosses(words) {
+    setCount('losses', 0);
+    byId('losses').dataset.stale = 'false';
+    showWords(byId('losses'), words);
+}
+
 async function showReturn() {
     const parent = byId('return');
     const { section, ...about } = settings();
@@ -95,3 +129,8 @@ async function showReturn() {
     });
     showFindings(parent, items, goTo);
 }
+
+byId('loss-status').addEventListener('click', () => {
+    showTab('losses');
+    byId('losses').focus();
+});

@@ -8,6 +8,7 @@ import { Editor } from './editor.js';
 import { byId, countText, element, sizeText } from './elements.js';
 import { copyText, NotText, readFile, resultName, saveFile } from './files.js';
 import { showEmptyLists, showLists, showPane, step } from './lists.js';
+import { followLinks, linkable, nextLink, refreshLinks } from './links.js';
 import { copyOf } from './masks.js';
 import { editors, page, settings, unchanged } from './page.js';
 import { CONVERTING, EMPTY, failureState, layoutMade, stateOf } from './states.js';
@@ -30,10 +31,12 @@ const input = (editors.input = new Editor(byId('input-editor'), {
     onChange: inputChanged,
     extensions: [
         EditorView.domEventHandlers({ paste }),
+        linkable,
         Prec.high(
             keymap.of([
                 { key: 'F8', run: () => step(1) },
                 { key: 'Shift-F8', run: () => step(-1) },
+                { key: 'Mod-Enter', run: nextLink },
             ]),
         ),
     ],
@@ -43,6 +46,7 @@ const result = (editors.result = new Editor(byId('result-editor'), {
     label: 'Result: the configuration in the other layout',
     words: 'The result comes here',
     isReadOnly: true,
+    extensions: [linkable, Prec.high(keymap.of([{ key: 'Mod-Enter', run: nextLink }]))],
 }));
 
 const base = (editors.base = new Editor(byId('base-editor'), {
@@ -132,6 +136,7 @@ function showAnswer(answer) {
     showSections();
     showRemedy();
     showLists();
+    refreshLinks();
     delete document.documentElement.dataset.waits;
 }
 
@@ -323,6 +328,7 @@ addEventListener(
 // Start
 
 followTheme(byId('theme'));
+followLinks();
 byId('checksum').textContent = checksum;
 byId('drop').hidden = true;
 

@@ -1,7 +1,7 @@
 // What the page asks the worker, one function a question.
-import { apply, convert, diff, section, toNew } from 'k-cnvrt/inline';
+import { apply, convert, diff, explain, losses, section, toNew } from 'k-cnvrt/inline';
 import { differenceSecretsOf, operationsOf } from './difference.js';
-import { members, skipBlanks } from './json_text.js';
+import { memberAt, members, membersOf, skipBlanks } from './json_text.js';
 import { secretsOf } from './secrets.js';
 
 const OTHER = { new: 'old', old: 'new' };
@@ -60,4 +60,33 @@ export function thereAndBack(about) {
     const back = convert(there.output, { to, partial: true, dslVlan });
     if (back.output === null) return null;
     return operationsOf(about.text, diff(about.text, back.output).output, about.showSecrets);
+}
+
+/** What of the text the other layout does not hold. */
+export function lossesOf({ text, to, showSecrets }) {
+    return losses(text, { to: to ?? undefined, showSecrets }).losses;
+}
+
+// Behind a member, or before it on its line, one means that member and not the object around it.
+function memberMeant(text, offset) {
+    const line = text.lastIndexOf('\n', offset - 1) + 1;
+    const member = memberAt(text, offset);
+    return member !== null && member.start < line ? memberAt(text, skipBlanks(text, line)) : member;
+}
+
+/**
+ * What belongs to the member at an offset, on the side `input` or `result`: { pointer, place, answer, partners }, where
+ * each partner is { pointer, place }; null where there is none to ask about.
+ */
+export function links({ text, output, side, offset, to, showSecrets }) {
+    const isResult = side === 'result';
+    const { pointer, ...place } = memberMeant(isResult ? output : text, offset) ?? { pointer: '' };
+    if (pointer === '') return null;
+    const explained = explain(text, pointer, { to: to ?? undefined, fromResult: isResult, showSecrets });
+    if (explained.output === null) return null;
+    const { answer = 'made', effects, sources } = JSON.parse(explained.output);
+    const pointers = (isResult ? sources : effects).map((partner) => partner.pointer);
+    const places = membersOf(isResult ? text : output, pointers);
+    const partners = pointers.map((pointer) => ({ pointer, place: places.get(pointer) }));
+    return { pointer, place, answer, partners: partners.filter((partner) => partner.place.isThere) };
 }

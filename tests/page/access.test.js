@@ -23,6 +23,17 @@ async function violations(page) {
 const STATES = {
     'at its start': () => {},
     'with problems': (page) => openFile(page, 'gateway.json', broken),
+    'with its losses': async (page) => {
+        await openFile(page, 'losses.json', example('home-gateway.old.json'));
+        await page.locator('#loss-status').click();
+        await page.locator('#losses li').first().waitFor();
+    },
+    'with what belongs together': async (page) => {
+        await openFile(page, 'links.json', '{"lang": "de"}');
+        await page.keyboard.press('Control+Home');
+        for (let i = 0; i < 3; ++i) await page.keyboard.press('ArrowRight');
+        await page.locator('#links-places button').first().waitFor();
+    },
     empty: async (page) => {
         await page.locator('#clear').click();
         await settled(page);

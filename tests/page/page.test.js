@@ -226,7 +226,7 @@ test('tab leaves the editors, and reaches every button', async () => {
     await within({}, async (page) => {
         await openFile(page, 'gateway.json', broken);
         const seen = new Set();
-        for (let i = 0; i < 40; ++i) {
+        for (let i = 0; i < 60; ++i) {
             await page.keyboard.press('Tab');
             seen.add(
                 await page.evaluate(
@@ -251,8 +251,8 @@ test('tab leaves the editors, and reaches every button', async () => {
         assert.equal(await textOf(page, 'input'), broken);
         await page.locator('#problems-tab').focus();
         await page.keyboard.press('ArrowRight');
-        assert.equal(await page.locator('#return').isVisible(), true);
-        assert.equal(await page.evaluate(() => document.activeElement.id), 'return-tab');
+        assert.equal(await page.locator('#losses').isVisible(), true);
+        assert.equal(await page.evaluate(() => document.activeElement.id), 'losses-tab');
     });
 });
 
@@ -389,6 +389,76 @@ test('the result is saved under a name that says what it is', async () => {
         await input(page).focus();
         const [download] = await Promise.all([page.waitForEvent('download'), page.keyboard.press('Control+S')]);
         assert.equal(download.suggestedFilename(), 'example.new.json');
+    });
+});
+
+// What comes back from the new layout whether it was there or not.
+const allThere = '{"lang": "de", "ifaces": {}, "route": [], "tr069": {"DeviceInfo": {}}, "passwd": []';
+
+test('losses are said without a click, and listed with what comes back', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.json', `${allThere}, "nobody": {"pass": "Quartz"}, "max_table_id": "12"}`);
+        await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === '2 losses');
+        await page.locator('#loss-status').click();
+        const list = rows(page, 'losses');
+        assert.equal(await list.count(), 2);
+        assert.match(
+            await list.filter({ hasText: '/nobody' }).innerText(),
+            /^−\s+1:\d+\s+\/nobody\s+\{"pass": "\*\*\*"\}\s+dropped$/,
+        );
+        assert.match(await list.filter({ hasText: '/max_table_id' }).innerText(), /"12"\s*→\s*12\s+changed$/);
+        await list.filter({ hasText: '/max_table_id' }).click();
+        assert.equal(await selected(page, 'input'), '"12"');
+        await openFile(page, 'nothing.json', `${allThere}}`);
+        await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === 'Nothing is lost');
+        assert.equal(await page.locator('#losses-count').textContent(), '');
+    });
+});
+
+// What is framed in an editor.
+const framed = (page, id, kind) => page.locator(`#${id} .cm-${kind}`).allTextContents();
+
+test('what belongs to the member at the cursor lights up on the other side, and a key leads there', async () => {
+    await within({}, async (page) => {
+        await page.locator('#input .cm-line', { hasText: '"mtu": 1492' }).click();
+        await settledAfter(page, async () => (await framed(page, 'result', 'partner')).join('') === '"mtu": 1492');
+        assert.equal((await framed(page, 'input', 'asked')).join(''), '"mtu": 1492');
+        const words = () => page.locator('#links-words').textContent();
+        assert.equal(await words(), '/ifaces/eth4/services/ppp0/mtu becomes');
+        assert.ok((await page.locator('#result .cm-links').getByText('◆').count()) >= 1);
+        await page.keyboard.press('Control+Enter');
+        assert.equal(await page.evaluate(() => document.activeElement.closest('.pane').id), 'result');
+        const line = () => page.locator('#result .cm-activeLine').textContent();
+        assert.match(await line(), /"mtu": 1492/);
+
+        for (let i = 0; i < 8; ++i) await page.keyboard.press('ArrowUp');
+        assert.match(await line(), /"is_wan": true/);
+        await settledAfter(page, async () =>
+            (await framed(page, 'input', 'partner')).join('').includes('"is_wan": true'),
+        );
+        assert.equal(await words(), '/Device/Ifaces/ethernet/1/is_wan is made of');
+        const places = await page.locator('#links-places code').allTextContents();
+        assert.deepEqual(places, ['/ifaces/eth4/is_wan', '/ifaces/eth4/type']);
+
+        await page.locator('#links-switch').click();
+        assert.deepEqual(await framed(page, 'input', 'partner'), []);
+        await page.locator('#input .cm-line', { hasText: '"lang"' }).click();
+        await page.waitForTimeout(600);
+        assert.deepEqual(await framed(page, 'result', 'partner'), []);
+    });
+});
+
+test('the resting mouse asks, too; a member that is lost or made anew is said to be', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.json', '{\n"lang": "de",\n"nobody": 1\n}');
+        await page.locator('#input .cm-line', { hasText: 'nobody' }).hover();
+        const words = () => page.locator('#links-words').textContent();
+        await settledAfter(page, async () => (await words()) === '/nobody is lost.');
+        await page.locator('#input .cm-line', { hasText: 'lang' }).hover();
+        await settledAfter(page, async () => (await words()) === '/lang becomes');
+        const [name] = (await page.locator('#links-places code').first().textContent()).split('/').slice(-1);
+        await page.locator('#links-places button').first().click();
+        assert.ok((await page.locator('#result .cm-activeLine').textContent()).includes(`"${name}": `), name);
     });
 });
 

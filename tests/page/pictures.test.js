@@ -29,6 +29,14 @@ const PICTURES = {
         reach: async (page) => {
             await openFile(page, 'gateway.old.json', broken);
             await page.keyboard.press('F8');
+            await page.locator('#links-words code').first().waitFor();
+        },
+    },
+    links: {
+        reach: async (page) => {
+            await page.locator('#loss-status').click();
+            await page.locator('#input .cm-line', { hasText: '"mtu": 1492' }).click();
+            await page.locator('#result .cm-partner').first().waitFor();
         },
     },
     empty: {
@@ -42,6 +50,7 @@ const PICTURES = {
 
 // The checksum is another one after every change of the library.
 async function picture(page) {
+    if (await page.locator('#result-facts').textContent()) await page.locator('#loss-status').waitFor();
     await page.waitForTimeout(300); // blinking and fading ends
     const style = 'footer { visibility: hidden }';
     return page.screenshot({ style, caret: 'hide', animations: 'disabled' });
