@@ -11,7 +11,9 @@ namespace {
 constexpr std::string_view kNamedEntries[] = {
     "/ifaces", "/ifaces/*/services", "/ifaces/*/services/*/tunnels",
     "/groups", "/users/list",        "/wan_pvid",
-    "/Links",  "/Device/Users/list", "/Device/Links",
+    "/Links",
+    "/port_bandwidth",
+    "/ports_config",  "/Device/Users/list", "/Device/Links",
 };
 
 bool is_number(std::string_view token) {
