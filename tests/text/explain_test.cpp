@@ -113,6 +113,15 @@ TEST(Explain, AnswersOfWhatIsLeftOfARejectedText) {
     EXPECT_STREQ(problem_of(of_bad, 2).function, "explain");
 }
 
+// It could be used if it said something else; as it is it has been left out.
+TEST(Explain, CallsLostWhatWasLeftOutWithAWarning) {
+    const Result result = ask(request_for_member(R"({"ipsec": {"tunnels": [{"key": 5}]}})", "/ipsec/tunnels/0/key"));
+    EXPECT_EQ(output_of(result), R"({"pointer":"/ipsec/tunnels/0/key","answer":"lost","effects":[]})");
+    ASSERT_EQ(k_text_problem_count(result.get()), 1u);
+    EXPECT_EQ(problem_of(result).severity, K_TEXT_WARNING);
+    EXPECT_STREQ(problem_of(result).pointer, "/ipsec/tunnels/0/key");
+}
+
 // An element that stays may stand elsewhere when others have been left out.
 TEST(Explain, CountsElementsAsTheTextHasThem) {
     constexpr std::string_view kText = R"({"Device": {"Services": {}}, "unknown": [1]})";
@@ -148,6 +157,11 @@ TEST(Explain, NamesTheMemberBeforeWhatIsAroundIt) {
               R"({"pointer":"/Device/Ifaces/ethernet/1/mac","value":"02:00:5e:00:53:01","sources":[)"
               R"({"pointer":"/ifaces/eth4/mac","value":"02:00:5e:00:53:01","without":null},)"
               R"({"pointer":"/ifaces/eth4/type","value":"ethernet","without":null}]})");
+    constexpr std::string_view kPpp =
+        R"({"ifaces": {"e": {"type": "ethernet", "services": {"p": {"type": "ppp", "username": "u"}}}}})";
+    const std::string of_user =
+        explained(kPpp, "/Device/Ifaces/ethernet/1/services/ppp/1/username", K_TEXT_FROM_RESULT);
+    EXPECT_NE(of_user.find(R"("sources":[{"pointer":"/ifaces/e/services/p/username")"), std::string::npos) << of_user;
 }
 
 // Neither alone makes a difference.
