@@ -36,6 +36,7 @@ struct Options {
     std::string asked;                       // the section or place to tell of
     std::string layout;                      // of which something is told
     bool closed = false;
+    bool all = false;
     bool as_json = false;
     bool as_markdown = false;
 

@@ -158,6 +158,8 @@ constexpr Option kSummaryOfMany = of_many(kSummary, kOutputDir, kSummary.purpose
 constexpr Option kProgressOfMany = of_many(kProgress, kOutputDir, kProgress.purpose);
 constexpr Option kClosed   {"closed",   0,  nullptr,     Names::kNothing, flag<&Options::closed>,
                             "Forbid members that are not known"};
+constexpr Option kAll      {"all",      0,  nullptr,     Names::kNothing, flag<&Options::all>,
+                            "Print an array: what no configuration can have beside the rest comes in another one"};
 constexpr Option kAsMarkdown{"markdown", 0, nullptr,     Names::kNothing, flag<&Options::as_markdown>,
                             "Print a page in Markdown, as those of docs/mapping are"};
 constexpr Option kAsJson   {"json",     0,  nullptr,     Names::kNothing, flag<&Options::as_json>,
@@ -204,6 +206,7 @@ constexpr const Option* kOfCensus[] = {
     &kProblems, &kMaxRecord, &kJobs, &kBlock, &kProgress, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfSections[] = {&kOutput, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfSchema[] = {&kClosed, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
+constexpr const Option* kOfExample[] = {&kAll, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfMapping[] = {
     &kAsJson, &kAsMarkdown, &kOutput, &kCompact, &kIndent, &kErrors, &kColor, &kHelp};
 constexpr const Option* kOfQuestions[] = {&kErrors, &kColor, &kHelp};
@@ -304,6 +307,11 @@ constexpr Command kCommands[] = {
      kLayoutAndSection, {}, kOfSchema,
      "Draft 2020-12. What the conversion would report is invalid, what it takes is valid; the conversion is the judge.",
      "kcnvrt schema old -o old.schema.json", schema},
+    {"example", "Print a complete configuration of a layout",
+     kLayoutAndSection, {}, kOfExample,
+     "It has every member that kcnvrt mapping tells of, and is converted without a message. With --all a second one has the forms of another generation of devices: older "
+     "QoS, users in an array, VLANs that are tied to DSL services.",
+     "kcnvrt example new wan_pvid", example},
     {"diff", "Print what has to change in BASE to make it equal to OTHER",
      kBaseAndOther, {}, kOfDiff,
      "",

@@ -108,3 +108,27 @@ wrong() {
     wrong '"older" is no layout, but old and new are' schema older
     wrong 'there is no old section "WiFi", did you mean "wifi"?' schema old WiFi
 }
+
+@test "an example is converted without a message, in either layout and generation" {
+    for layout in old new; do
+        "$KCNVRT" example "$layout" > example.json
+        kcnvrt 0 convert example.json
+        equal "$stderr" ""
+        "$KCNVRT" example "$layout" --all > all.json
+        equal "$(jq length all.json)" 2
+        equal "$(jq -S '.[0]' all.json | cksum)" "$(jq -S . example.json | cksum)"
+        jq '.[1]' all.json > example.json
+        kcnvrt 0 convert --dsl-vlan example.json
+        equal "$stderr" ""
+    done
+}
+
+@test "an example has a section by its name" {
+    kcnvrt 0 example new wan_pvid --compact
+    equal "$(jq -c '."1" | keys' <<< "$output")" '["name","pvid"]'
+    kcnvrt 0 example old passwd --compact
+    equal "$(jq -c '.[0] | keys' <<< "$output")" '["login","pass","pass_cr"]'
+    kcnvrt 0 example new QoS --all --compact
+    equal "$(jq -c 'map(.QosVersion)' <<< "$output")" '[2,1]'
+    wrong 'there is no old section "wfi", did you mean "wifi"?' example old wfi
+}

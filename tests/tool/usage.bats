@@ -18,7 +18,7 @@ commands() { "$KCNVRT" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z-]*\) .*/\1/
     local page=$output
     kcnvrt 0 --help
     equal "$output" "$page"
-    equal "$(commands | tr '\n' ' ')" "to-new to-old convert losses check explain section stream census sections mapping schema diff apply self-check help "
+    equal "$(commands | tr '\n' ' ')" "to-new to-old convert losses check explain section stream census sections mapping schema example diff apply self-check help "
     for command in $(commands); do
         kcnvrt 0 help "$command"
         contains "$output" "Usage: kcnvrt $command"

@@ -7,5 +7,6 @@ namespace kcnvrt {
 
 ExitStatus mapping(const Options& options);
 ExitStatus schema(const Options& options);
+ExitStatus example(const Options& options);
 
 }  // namespace kcnvrt
