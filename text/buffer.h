@@ -31,6 +31,7 @@ public:
     void advance_to(const char* end) { size_ = static_cast<size_t>(end - bytes_); }
 
     bool append(std::string_view bytes) {
+        if (bytes.empty()) return true;
         char* const end = room(bytes.size());
         if (end == nullptr) return false;
         if (!bytes.empty()) std::memcpy(end, bytes.data(), bytes.size());
