@@ -120,7 +120,7 @@ def print_places(census: Any) -> None:
     for count, kind, place, example in rows if shown else []:
         print("{:>12}  {:<10}  {:<{}}  {}".format(count, kind, place, widest, example))
     if len(places) > len(shown):
-        print("{:>12}  more places are in the census".format("{:,}".format(len(places) - len(shown))))
+        print("{:>12}  more are in census.json".format("{:,}".format(len(places) - len(shown))))
 
 
 def run(arguments: argparse.Namespace) -> int:

@@ -48,7 +48,7 @@ def pieces(blocks: Iterable[bytes], longest: int) -> Iterator[Piece]:
         yield Piece(b"".join(held), is_first, True)
 
 
-def _text_of(line: bytes) -> bytes:
+def text_of(line: bytes) -> bytes:
     """Without the carriage return that belongs to the line's end."""
     if line.endswith(b"\n"):
         line = line[:-1]
@@ -84,7 +84,7 @@ class _Conversion:
         return _records.Record(self.file, self.line, self.offset, text)
 
     def _take_line(self, line: bytes) -> None:
-        text = _text_of(line)
+        text = text_of(line)
         if not text.strip(b" \t\r"):
             return
         self.tally.records += 1
