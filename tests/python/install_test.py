@@ -12,6 +12,21 @@ print(kcnvrt.to_new('{"lang": "en"}').ok, kcnvrt._library.load()._name)
 
 
 class Installed(unittest.TestCase):
+    def setUp(self):
+        """The list of what is installed, by which it is removed, stays that of whoever has installed something."""
+        self.list = os.environ["BUILD"] + "/install_manifest.txt"
+        self.kept = None
+        if os.path.exists(self.list):
+            with open(self.list, "rb") as file:
+                self.kept = file.read()
+
+    def tearDown(self):
+        if self.kept is None:
+            os.remove(self.list)
+        else:
+            with open(self.list, "wb") as file:
+                file.write(self.kept)
+
     def test_is_found_with_its_library(self):
         # Without what this test was started with.
         environment = {"PATH": os.environ["PATH"], "PYTHONDONTWRITEBYTECODE": "1"}
