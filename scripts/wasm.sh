@@ -2,7 +2,8 @@
 # The WebAssembly module and the npm package around it: build/wasm/package, packed as build/wasm/k-cnvrt-VERSION.tgz.
 #   scripts/wasm.sh           builds them where that is needed
 #   scripts/wasm.sh --test    and shows that they hold: the module imports nothing, keeps to its size and is the same in
-#                             every build, and the package works where it is installed
+#                             every build, and the package works where it is installed and answers as this machine's
+#                             own library does
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 . "$root/scripts/jansson.sh"
@@ -53,6 +54,9 @@ check_second_build() {
 
 sizes() { echo "wasm module, bytes = $(stat -c %s "$wasm/release/k_cnvrt.wasm")"; }
 
+is_test=no
+[ "${1:-}" != --test ] || is_test=yes
+
 lock
 need_packages "${wasm_packages[@]}"
 need_npm
@@ -60,9 +64,14 @@ fetch_jansson
 install_packages
 build_modules release
 make_package
+if [ $is_test = yes ]; then
+    need_packages "${build_packages[@]}" python3
+    configure release release OFF
+    build release k_cnvrt_text kcnvrt
+fi
 unlock
 say "The package is $(echo "$wasm"/*.tgz)"
-[ "${1:-}" = --test ] || exit 0
+[ $is_test = yes ] || exit 0
 
 sizes | check_limits wasm
 check_second_build

@@ -1,6 +1,6 @@
 /* Where malloc gets its memory from. The C library's sbrk grows the module's memory by a page at a time, and with each
- * page a browser or Node looks again for what its own heap could release: 75 s for a million members. This one grows it by
- * a quarter, so that it happens a few times in all. */
+ * page a browser or Node looks again for what its own heap could release, which can take most of the time. This one
+ * grows it by a quarter, so that it happens a few times in all. */
 #include <errno.h>
 #include <stddef.h>
 #include <stdint.h>
