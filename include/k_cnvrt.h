@@ -29,8 +29,9 @@
  * 7. Memory that runs out is not reported, except where a message below says so: what could not be stored is missing.
  *    Nothing leaks and nothing crashes. k_err_is_complete is 0 then: ask it before a result is stored for good.
  * 8. A carried value passes whatever its type: nothing about it is checked.
- * 9. Members that a section does not know are dropped. Those that it knows are not listed here, except where there is
- *    more to say of a member than under which name it is carried.
+ * 9. Members that a section does not know are dropped. Those that it knows, with their names in both layouts, what
+ *    becomes of their values, their defaults and messages, are on its page in docs/mapping, which the tool shows as
+ *    well: `kcnvrt mapping SECTION`. Here is what a page does not tell.
  * 10. "Towards new" and "towards old" are the two directions. What is said before either holds for both.
  */
 #ifndef K_CNVRT_H

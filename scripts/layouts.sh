@@ -1,7 +1,7 @@
 #!/bin/bash
-# What is made by asking the conversion: text/layouts.json, and from it docs/mapping and schemas. Writes them, or with --check says
-# whether they are what would be written: layouts.sh [--check (layouts DESCRIBE | pages KCNVRT)], with the programs of a
-# build.
+# What is made by asking the conversion: text/layouts.json, and from it docs/mapping and schemas. Writes them, or says
+# whether they are what would be written, with the programs of a build:
+#     layouts.sh [--check (layouts DESCRIBE | pages KCNVRT)]
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 

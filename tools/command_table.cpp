@@ -242,7 +242,8 @@ constexpr Operand kSectionOrPlace[] = {
      "A section's name in either layout, or a place, in which * is any entry", false}};
 constexpr Operand kLayoutAndSection[] = {
     {"old|new", Names::kWord, text<&Options::layout>, "The layout", true},
-    {"SECTION", Names::kSection, text<&Options::asked>, "A section's name in that layout; the whole without it", false}};
+    {"SECTION", Names::kSection, text<&Options::asked>,
+     "A section's name in that layout; the whole without it", false}};
 constexpr Operand kTopic[] = {
     {"COMMAND", Names::kCommand, text<&Options::topic>, "The command to tell of", false}};
 
@@ -309,8 +310,9 @@ constexpr Command kCommands[] = {
      "kcnvrt schema old -o old.schema.json", schema},
     {"example", "Print a complete configuration of a layout",
      kLayoutAndSection, {}, kOfExample,
-     "It has every member that kcnvrt mapping tells of, and is converted without a message. With --all a second one has the forms of another generation of devices: older "
-     "QoS, users in an array, VLANs that are tied to DSL services.",
+     "It has every member that kcnvrt mapping tells of, and is converted without a message. With --all a second one "
+     "has the forms of another generation of devices: older QoS, users in an array, VLANs that are tied to DSL "
+     "services.",
      "kcnvrt example new wan_pvid", example},
     {"diff", "Print what has to change in BASE to make it equal to OTHER",
      kBaseAndOther, {}, kOfDiff,

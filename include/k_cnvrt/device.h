@@ -1,6 +1,6 @@
 /*
  * device.h: the small sections of a device. Part of k_cnvrt.h, whose conventions hold; every function is a section
- * handler (k_cnvrt_handler_t) unless it says otherwise.
+ * handler (k_cnvrt_handler_t) unless it says otherwise. The members are in docs/mapping, on the pages of the old names.
  */
 #ifndef K_CNVRT_DEVICE_H
 #define K_CNVRT_DEVICE_H

@@ -5,7 +5,7 @@
  * In the old layout an interface is a member of "ifaces" under its name and says its "type"; its "services", the
  * connections over it, are members under their names likewise. In the new layout there is a numbered list for each type
  * of interface and of service, and an entry carries its name as "ifname_l2", "ifname_l3" or, for a tunnel,
- * "ifname_tun".
+ * "ifname_tun". The members of each type are in docs/mapping/ifaces.md.
  */
 #ifndef K_CNVRT_IFACES_H
 #define K_CNVRT_IFACES_H

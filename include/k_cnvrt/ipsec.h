@@ -1,6 +1,6 @@
 /*
  * ipsec.h: the IPsec tunnels. Part of k_cnvrt.h, whose conventions hold; both functions are section handlers
- * (k_cnvrt_handler_t) that fill an object.
+ * (k_cnvrt_handler_t) that fill an object. The members are in docs/mapping/ipsec.md.
  */
 #ifndef K_CNVRT_IPSEC_H
 #define K_CNVRT_IPSEC_H

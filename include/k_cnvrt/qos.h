@@ -1,6 +1,6 @@
 /*
  * qos.h: quality of service. Part of k_cnvrt.h, whose conventions hold; both functions are section handlers
- * (k_cnvrt_handler_t).
+ * (k_cnvrt_handler_t). The members are in docs/mapping/queuemanagement.md and docs/mapping/qos.md.
  *
  * There are two generations of the section. An old one is of the current generation when it has "Queue", else of the
  * legacy generation when it has "links"; a new one says which in "QosVersion", 2 or 1.

@@ -2,7 +2,8 @@
  * service_lists.h: the services that are lists of rules or accounts. Part of k_cnvrt.h, whose conventions hold; every
  * function is a section handler (k_cnvrt_handler_t).
  *
- * parse_old_X reads the old section and fills the new one, parse_new_X the other way. The old section is an array (of
+ * parse_old_X reads the old section and fills the new one, parse_new_X the other way. Of each, the members are on the
+ * page of its name in docs/mapping. The old section is an array (of
  * "urlfilter" an object with an array inside), the new one a numbered list. `destination` is therefore an object
  * towards new; towards old an array, an object for parse_new_urlfilter.
  *
@@ -60,7 +61,7 @@ int parse_new_macfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_old_urlfilter(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_urlfilter(json_t *source, json_t *destination, k_err_t *err);
 
-/* The DHCP option rules. "ip" is a string (json_string_set_safe in both directions). */
+/* The DHCP option rules (docs/mapping/dhcp_opt_rule.md). */
 int parse_old_dhcp_opt_rule(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_dhcp_opt_rule(json_t *source, json_t *destination, k_err_t *err);
 
@@ -81,10 +82,7 @@ int parse_new_dhcp_opt_rule(json_t *source, json_t *destination, k_err_t *err);
 int parse_old_vserver(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_vserver(json_t *source, json_t *destination, k_err_t *err);
 
-/*
- * The dynamic DNS accounts. Old "pass" is new "user_pass", a password (json_string_set_password,
- * json_string_set_password_old), "period" an integer (json_integer_set_safe, json_integer_old_set_safe).
- */
+/* The dynamic DNS accounts (docs/mapping/ddns.md). */
 int parse_old_ddns(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_ddns(json_t *source, json_t *destination, k_err_t *err);
 

@@ -2,7 +2,8 @@
  * services.h: the services as a whole, and the small ones. Part of k_cnvrt.h, whose conventions hold; every function is
  * a section handler (k_cnvrt_handler_t) that fills an object.
  *
- * parse_old_X reads the old section and fills the new one, parse_new_X the other way.
+ * parse_old_X reads the old section and fills the new one, parse_new_X the other way. Of each, the members are on the
+ * page of its name in docs/mapping.
  */
 #ifndef K_CNVRT_SERVICES_H
 #define K_CNVRT_SERVICES_H
@@ -37,27 +38,23 @@ int k_cnvrt_get_services_from_old(json_t *source, json_t *destination, k_err_t *
 int k_cnvrt_get_services_from_new(json_t *source, json_t *destination, k_err_t *err);
 
 /*
- * The multicast proxy. Integers (json_integer_set_safe, json_integer_old_set_safe): "port", "maxcli", "bufcli",
- * "socbuf". Towards new, a wrong "maxcli" is reported twice and counts 2.
+ * The multicast proxy (docs/mapping/udpxy.md). Towards new, a wrong "maxcli" is reported twice and counts 2.
  */
 int parse_old_udpxy(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_udpxy(json_t *source, json_t *destination, k_err_t *err);
 
-/* The filtered DNS, towards new only. "default" is a string, "safe" in place of "" (json_string_set_def: absent stays
- * absent). */
+/* The filtered DNS, towards new only (docs/mapping/yandex.md). */
 int parse_old_yandex(json_t *source, json_t *destination, k_err_t *err);
 
-/* The web server. "enable" is a boolean in both layouts (json_boolean_set_safe). Old "use_ssl" is new "https_enable":
- * towards new a boolean (json_boolean_set_safe), towards old carried. */
+/* The web server (docs/mapping/httpd.md). */
 int parse_old_httpd(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_httpd(json_t *source, json_t *destination, k_err_t *err);
 
-/* The BitTorrent client. "pass" is a password (json_string_set_password, json_string_set_password_old). */
+/* The BitTorrent client (docs/mapping/transmission.md). */
 int parse_old_transmission(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_transmission(json_t *source, json_t *destination, k_err_t *err);
 
-/* The GPON registration. Passwords (json_string_set_password, json_string_set_password_old): "loid_password",
- * "ploam_password". */
+/* The GPON registration (docs/mapping/gpon_settings.md). */
 int parse_old_gpon_settings(json_t *source, json_t *destination, k_err_t *err);
 int parse_new_gpon_settings(json_t *source, json_t *destination, k_err_t *err);
 

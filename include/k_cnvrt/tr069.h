@@ -17,21 +17,14 @@ extern "C" {
 #endif
 
 /*
- * Integers are converted by json_integer_set_safe and json_integer_old_set_safe, booleans by json_boolean_set_safe and
- * json_boolean_old_set_safe, passwords by json_string_set_password and json_string_set_password_old.
- *
- * Integers: "end_port", "debug_mode", "start_port", "authenticate", "getrpcmethodsenable", "schedule_inform_time".
- * "max_envs" is an integer that is "" in the old layout when it is 0; towards new, a value that is not a string is
- * dropped, towards old, one that is not an integer becomes "", both without a message. The rest is written where the
- * source has it:
+ * The members are in docs/mapping/tr069.md. "max_envs" is an integer that is "" in the old layout when it is 0; towards
+ * new, a value that is not a string is dropped, towards old, one that is not an integer becomes "", both without a
+ * message. The rest is written where the source has it:
  *
  * "notify"            an array against a numbered list, entries carried.
  * "misc"              see below. Reported under "parse_misc".
- * "managementserver"  how the server is reached: "periodicinformenable" is a boolean, "periodicinforminterval" an
- *                     integer, "password" and "connectionrequestpassword" are passwords. Reported under
- *                     "parse_managementserver".
- * "file_trans"        an array against a numbered list of transfers, of which "password" is a password. Reported under
- *                     "parse_file_trans".
+ * "managementserver"  how the server is reached. Reported under "parse_managementserver".
+ * "file_trans"        an array against a numbered list of transfers. Reported under "parse_file_trans".
  *
  * Towards old, a missing number appends {}; "notify" and "file_trans" are bounded.
  *

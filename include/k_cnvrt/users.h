@@ -1,6 +1,6 @@
 /*
  * users.h: accounts and VLANs. Part of k_cnvrt.h, whose conventions hold; every function is a section handler
- * (k_cnvrt_handler_t).
+ * (k_cnvrt_handler_t). The members are in docs/mapping: passwd.md, users.md, sysusers.md, vlan.md, groups.md.
  */
 #ifndef K_CNVRT_USERS_H
 #define K_CNVRT_USERS_H

@@ -1,5 +1,5 @@
 /*
- * voip.h: the voice service. Part of k_cnvrt.h, whose conventions hold.
+ * voip.h: the voice service. Part of k_cnvrt.h, whose conventions hold. The members are in docs/mapping/voip.md.
  *
  * Both layouts hold "VoiceService": numbered services with "Capabilities" and "VoiceProfile", profiles with "Line",
  * each with its "max_instance". They differ in this, and in nothing else of what is listed in either:

@@ -1,6 +1,6 @@
 /*
  * wifi.h: the radios and roaming. Part of k_cnvrt.h, whose conventions hold; every function is a section handler
- * (k_cnvrt_handler_t).
+ * (k_cnvrt_handler_t). The members are in docs/mapping/wifi.md and docs/mapping/roaming.md.
  */
 #ifndef K_CNVRT_WIFI_H
 #define K_CNVRT_WIFI_H

@@ -1,5 +1,5 @@
-// Every line of text/layouts.json is taken at its word: a value that it speaks of is put in its place in an example, the
-// document is converted, and the result, or the message, is the one that the line says.
+// Every line of text/layouts.json is taken at its word: a value that it speaks of is put in its place in an example,
+// the document is converted, and the result, or the message, is the one that the line says.
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -2,8 +2,8 @@
 """The law that makes the schemas true, with a validator that knows nothing of the conversion: schemas.py DOCUMENTS
 SCHEMAS EXCEPTIONS. DOCUMENTS is the program that prints documents with what the conversion said of them.
 
-A document that is converted in silence and loses nothing is valid. One with a message is invalid at the message's place.
-What exceptions.json lists is excused, each with its reason, and has to occur."""
+A document that is converted in silence and loses nothing is valid. One with a message is invalid at the message's
+place. What exceptions.json lists is excused, each with its reason, and has to occur."""
 import collections
 import json
 import re

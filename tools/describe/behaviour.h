@@ -4,7 +4,7 @@
 //     "of"     the types
 //     "takes"  the values of theirs that cross; left out where all do
 //     "gives"  what those become: a word, or {"value": one and the same}; left out where it stays the same
-//     "but"    the values that become something else, each [value, what it becomes], or [value] where nothing is written
+//     "but"    the values that become something else, each [value, what it becomes], or [value] where it is dropped
 //     "says"   the messages of the others, KEY, TEXT and N standing for what is put in
 // and one with "of": ["absent"] where an absent member gives something or is reported.
 #pragma once

@@ -30,8 +30,8 @@ std::vector<std::string> types_of(const std::string& step);
 
 enum class Match { kNone, kAbove, kExact, kBelow };
 
-// How the names of a pointer, in which "*" is any entry, stand to a place: above it, there, or below one that is carried
-// whole.
+// How the names of a pointer, in which "*" is any entry, stand to a place: above it, there, or below one that is
+// carried whole.
 Match match(const Steps& names, const std::string& place);
 
 // The names of the section that a place is in: of "/Device/Services/dns/..." "dns".

@@ -29,7 +29,7 @@ Layout layout_of(const Options& options, const char* command) {
 }
 
 void write_json(json_t* value, const Options& options) {
-    const auto blanks = static_cast<std::size_t>(options.indent.value_or(2));
+    const auto blanks = static_cast<std::size_t>(options.indent.value_or(4));
     write_text(options.output,
                json_text(value, (options.compact ? JSON_COMPACT : JSON_INDENT(blanks)) | JSON_ENCODE_ANY) + "\n");
 }
