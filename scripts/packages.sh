@@ -11,6 +11,7 @@ clang_packages=(clang-14)
 fuzz_packages=(clang-14 libclang-rt-14-dev)
 count_packages=(libbenchmark-dev valgrind)
 coverage_packages=(gcovr)
+package_packages=("${build_packages[@]}" debhelper dh-python dpkg-dev lintian debootstrap git)
 cross_packages=(g++-arm-linux-gnueabihf g++-mips-linux-gnu googletest qemu-user-static dpkg-dev)
 wasm_packages=(cmake ninja-build pkg-config clang-14 lld-14 llvm-14 wasi-libc libclang-rt-14-dev-wasm32
     libc++-14-dev-wasm32 libc++abi-14-dev-wasm32 binaryen dpkg-dev)

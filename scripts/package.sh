@@ -1,0 +1,68 @@
+#!/bin/bash
+# Builds the Debian packages into build/packages, from what git has.
+#   scripts/package.sh            builds them; lintian has nothing to say
+#   scripts/package.sh --check    builds them again in another folder and time zone, and compares every byte
+#   scripts/package.sh --test     installs them in a Debian of their own, and uses them there; needs root
+set -euo pipefail
+. "$(dirname "$(realpath "$0")")/build.sh"
+
+packages=$root/build/packages
+version=$(sed -n 's/^project(k_cnvrt VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+maintainer=$(sed -n 's/^Maintainer: //p' "$root/debian/control")
+export SOURCE_DATE_EPOCH
+SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct)
+
+fail() {
+    say "$@"
+    exit 1
+}
+
+# The version stands in CMakeLists.txt and nowhere else, and so this file is made.
+write_changelog() {
+    cat << END
+k-cnvrt ($version) unstable; urgency=medium
+
+  * Version $version; CHANGELOG.md lists what is new.
+
+ -- $maintainer  $(date --utc --rfc-email --date="@$SOURCE_DATE_EPOCH")
+END
+}
+
+# build_in FOLDER: the packages stand beside its folder "source".
+build_in() {
+    rm -rf "$1"
+    mkdir -p "$1/source"
+    git -C "$root" archive HEAD | tar -x -C "$1/source"
+    write_changelog > "$1/source/debian/changelog"
+    (cd "$1/source" && quietly env DEB_BUILD_OPTIONS="parallel=$(nproc) nocheck" nice \
+        dpkg-buildpackage --build=full --unsigned-source --unsigned-changes --no-check-builddeps)
+}
+
+check_lintian() {
+    local said
+    said=$(lintian --allow-root --fail-on error,warning "$packages"/*.changes 2>&1) || fail "$said"
+}
+
+# Everything but .buildinfo and .changes, which say where and when.
+compare() {
+    local other=$root/build/packages-built-again-elsewhere/deeper file
+    TZ=Asia/Tokyo LC_ALL=C build_in "$other"
+    for file in "$packages"/*.deb "$packages"/*.dsc "$packages"/*.tar.*; do
+        cmp "$file" "$other/$(basename "$file")" || fail "$(basename "$file") is not the same twice."
+    done
+    rm -rf "${other%/*}"
+    say "Every byte is the same twice."
+}
+
+need_packages "${package_packages[@]}"
+say "Building packages of version $version"
+build_in "$packages"
+ls "$packages"/*.buildinfo > /dev/null
+check_lintian
+for wish in "$@"; do
+    case $wish in
+        --check) compare ;;
+        --test) "$root/tests/debian/run.sh" "$packages" ;;
+        *) fail "There is no $wish" ;;
+    esac
+done
