@@ -303,6 +303,7 @@ class Cluster(InFolder):
         said = io.StringIO()
         with distributed.Client(self.cluster) as client:
             parts = _run.plan(client, [here + "/fleet.ndjson"], job, 100000, False)
+            written = os.stat("fleet.ndjson").st_mtime_ns
             os.truncate("fleet.ndjson", len(whole) - 1)
             with contextlib.redirect_stderr(said):
                 outcome = _run.convert(client, job, parts, Progress(False))
@@ -311,6 +312,7 @@ class Cluster(InFolder):
         self.assertEqual(len(os.listdir("out/tallies")), len(parts) - 1)
         self.assertFalse(os.path.exists("out/census.json"))
         self.write("fleet.ndjson", whole)
+        os.utime("fleet.ndjson", ns=(written, written))
         status, said = self.fleet(*self.WORDS, here + "/fleet.ndjson", "--output", here + "/out", "--resume")
         self.assertEqual((status, said.count("done already")), (command.REJECTED, 1), said)
         self.compare("out", self.stream(*self.WORDS, here + "/fleet.ndjson"))
@@ -325,7 +327,8 @@ class Cluster(InFolder):
         self.assertIn("/out is not empty: --resume goes on with a run", said)
         status, said = self.fleet("--to-old", *words, "--resume")
         self.assertEqual((status, "had other options" in said), (command.WRONG_USAGE, True))
-        self.write("fleet.ndjson", b'{"lang": "english"}\n')
+        self.write("fleet.ndjson", b'{"lang": "de"}\n')
+        os.utime("fleet.ndjson", (1, 1))
         status, said = self.fleet("--to-new", *words, "--resume")
         self.assertEqual((status, "had other inputs" in said), (command.WRONG_USAGE, True))
 

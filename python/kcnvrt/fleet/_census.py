@@ -5,11 +5,11 @@ from typing import Any, Dict, Iterable, List, NamedTuple, Optional, Tuple
 
 import kcnvrt
 
-# What has members whose names are a device's own.
+# What has members whose names are a device's own: the tool's list, and a test compares them.
 NAMED_ENTRIES = frozenset((
     "/ifaces", "/ifaces/*/services", "/ifaces/*/services/*/tunnels",
-    "/groups", "/users/list",        "/wan_pvid",
-    "/Links",  "/Device/Users/list", "/Device/Links",
+    "/groups", "/users/list", "/wan_pvid", "/Links", "/port_bandwidth", "/ports_config",
+    "/Device/Users/list", "/Device/Links",
 ))
 
 # Members that nobody knows have names without end. What comes then is counted together.

@@ -4,7 +4,7 @@ import contextlib
 import os
 import uuid
 from types import TracebackType
-from typing import IO, Iterator, List, NamedTuple, Optional, Type
+from typing import IO, Any, Iterator, List, NamedTuple, Optional, Type
 
 import fsspec
 
@@ -119,6 +119,8 @@ class Source(NamedTuple):
     """Wherever the process is that reads it."""
 
     size: int
+    modified: str
+    """When it was last; "" where that is not known."""
 
 
 def absolute(url: str) -> str:
@@ -129,12 +131,21 @@ def found(url: str) -> List[Source]:
     """The files that a URL or a pattern stands for."""
     files, path = fsspec.core.url_to_fs(url)
     if not fsspec.core.has_magic(path):
-        return [Source(url, absolute(url), int(files.size(path)))]
+        return [Source(url, absolute(url), int(files.size(path)), _modified(files, path))]
     paths = [str(each) for each in sorted(files.glob(path))]
     if not paths:
         raise FileNotFoundError("%s stands for no file" % url)
     names = [str(files.unstrip_protocol(each)) for each in paths] if "://" in url else paths
-    return [Source(name, name, int(files.size(each))) for name, each in zip(names, paths)]
+    return [
+        Source(name, name, int(files.size(each)), _modified(files, each)) for name, each in zip(names, paths)
+    ]
+
+
+def _modified(files: Any, path: str) -> str:
+    try:
+        return str(files.modified(path))
+    except NotImplementedError:
+        return ""
 
 
 def blocks(url: str, start: int, end: int, size: int) -> Iterator[bytes]:
