@@ -1,5 +1,5 @@
-// Entries are alike by the values that they have in common, and the more so, the fewer entries have such a value: a name
-// says more than a switch.
+// Entries are alike by the values that they have in common, and the more so, the fewer entries have such a value: a
+// name says more than a switch.
 #include "list_matching.h"
 
 #include <algorithm>
@@ -120,8 +120,8 @@ private:
         }
     }
 
-    // Where both numbers are there before and after, an entry has moved only if most of it has: what two entries have in
-    // common may as well have been copied from one to the other.
+    // Where both numbers are there before and after, an entry has moved only if most of it has: what two entries have
+    // in common may as well have been copied from one to the other.
     bool is_believed(const Pair& pair) const {
         if (pair.has_same_number || !has_number_after_[pair.before] || !has_number_before_[pair.after]) return true;
         const unsigned whole =

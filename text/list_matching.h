@@ -1,4 +1,5 @@
-// list_matching.h: which entries of a list are the same, before and after a way there and back that may have moved them.
+// list_matching.h: which entries of a list are the same, before and after a way there and back that may have moved
+// them.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// From the top down: the children of a member are taken away all at once, and a group whose loss is seen at the place is
-// halved until it is known which of them it is; what is needed is looked into in turn.
+// From the top down: the children of a member are taken away all at once, and a group whose loss is seen at the place
+// is halved until it is known which of them it is; what is needed is looked into in turn.
 #include "result_sources.h"
 
 #include <algorithm>

@@ -8,8 +8,8 @@
 
 namespace kcnvrt::text {
 
-// A copy in which *** stands for each secret, and for each value inside one; the whole may be inside one. Null when memory
-// ends.
+// A copy in which *** stands for each secret, and for each value inside one; the whole may be inside one. Null when
+// memory ends.
 Json masked_copy(const json_t* value, bool is_secret);
 
 // The JSON text of the value at that place, on one line, with *** for each secret unless those are shown. Null when

@@ -1,5 +1,5 @@
-// Requests to the text layer, well-formed or not. The bytes: operation, flags (two), indent, width of excerpts, section;
-// the second text, or the pointer, up to a NUL; the text.
+// Requests to the text layer, well-formed or not. The bytes: operation, flags (two), indent, width of excerpts,
+// section; the second text, or the pointer, up to a NUL; the text.
 #include <k_cnvrt_text.h>
 
 #include <algorithm>

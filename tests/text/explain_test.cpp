@@ -40,8 +40,8 @@ TEST(Explain, KnowsWhatIsMadeAnewAndWhatIsLost) {
 
 // It is used, although the result is the same without it.
 TEST(Explain, SeesAMemberThatSaysWhatIsTheDefault) {
-    constexpr std::string_view kText =
-        R"({"ifaces": {"e": {"type": "ethernet", "services": {"i": {"type": "ip", "connection_status": "Disconnected"}}}}})";
+    constexpr std::string_view kText = R"({"ifaces": {"e": {"type": "ethernet", "services": )"
+                                       R"({"i": {"type": "ip", "connection_status": "Disconnected"}}}}})";
     const std::string answer = explained(kText, "/ifaces/e/services/i/connection_status");
     EXPECT_EQ(answer, R"({"pointer":"/ifaces/e/services/i/connection_status","answer":"used","effects":[)"
                       R"({"pointer":"/Device/Ifaces/ethernet/1/services/ip/1/connection_status",)"
@@ -175,8 +175,8 @@ TEST(Explain, FindsMembersThatStandInForEachOther) {
 }
 
 TEST(Explain, FindsTheDefaultThatAMemberSays) {
-    constexpr std::string_view kText =
-        R"({"ifaces": {"e": {"type": "ethernet", "services": {"i": {"type": "ip", "connection_status": "Disconnected"}}}}})";
+    constexpr std::string_view kText = R"({"ifaces": {"e": {"type": "ethernet", "services": )"
+                                       R"({"i": {"type": "ip", "connection_status": "Disconnected"}}}}})";
     const std::string answer =
         explained(kText, "/Device/Ifaces/ethernet/1/services/ip/1/connection_status", K_TEXT_FROM_RESULT);
     EXPECT_NE(answer.find(R"({"pointer":"/ifaces/e/type")"), std::string::npos) << answer;

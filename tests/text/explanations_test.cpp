@@ -183,7 +183,8 @@ TEST(Explanations, OfEveryMemberOfTheExamplesAreRight) {
     }
 }
 
-// What is said to have made a place makes a difference there, and every place is made by something or by nothing at all.
+// What is said to have made a place makes a difference there, and every place is made by something or by nothing at
+// all.
 TEST(Explanations, OfResultsNameMembersThatMakeADifference) {
     for (const Example& each : kExamples) {
         const Tree source = example(each.name);

@@ -116,8 +116,8 @@ struct Found {
 
 constexpr std::string_view kOldOfServices =
     R"({"groups": {"a": {"lans": ["eth0"], "wans": ["p"], "name": "a"}}, "ifaces": {}})";
-constexpr std::string_view kNewWithVlan =
-    R"({"Device": {"Vlan": {"vlans": {"1": {"ifname": "br0", "vid": 7, "ports": {"1": {"name": "eth0", "tag": true}}}}}}})";
+constexpr std::string_view kNewWithVlan = R"({"Device": {"Vlan": {"vlans": {"1": {"ifname": "br0", "vid": 7, )"
+                                          R"("ports": {"1": {"name": "eth0", "tag": true}}}}}}})";
 
 constexpr Found kFound[] = {
     {"{}", 0, K_TEXT_TO_NEW, 0},

@@ -75,8 +75,9 @@ TEST(Losses, OfWhatIsUsedAndDoesNotComeBack) {
 // Of a list that does not come back, what nobody knows is still told by itself, and its count is not.
 TEST(Losses, OfUnknownMembersInsideWhatIsUsed) {
     const std::string text = new_with(
-        R"({"1": {"ifname_l2": "eth4", "services": {"ip": {"1": {"ifname_l3": "ip1", "connection_status": "Disconnected", "dhcp": false, "dns_from_dhcp": false,
-            "phy_iface": "eth4", "ipv6": {"1": {"ipv6": "2001:db8::1", "x": 1}, "max_instance": 1}}, "max_instance": 1}}},
+        R"({"1": {"ifname_l2": "eth4", "services": {"ip": {"1": {"ifname_l3": "ip1", "phy_iface": "eth4",
+            "connection_status": "Disconnected", "dhcp": false, "dns_from_dhcp": false,
+            "ipv6": {"1": {"ipv6": "2001:db8::1", "x": 1}, "max_instance": 1}}, "max_instance": 1}}},
             "max_instance": 1})");
     EXPECT_EQ(losses_to_old(text), (Lines{R"(changed /Device/Ifaces/ethernet/1/services/ip/1/ipv6: )"
                                           R"({"1": {"ipv6": "2001:db8::1", "x": 1}, "max_instance": 1})",

@@ -39,20 +39,20 @@ enum {
     K_TEXT_TO_NEW = 1,
     /* The new configuration `text` in the old layout. Takes K_TEXT_DSL_VLAN and K_TEXT_PARTIAL. */
     K_TEXT_TO_OLD = 2,
-    /* `section`, a name of K_TEXT_NEW_SECTIONS, from `text`, the section in the old layout or a whole configuration that
-     * has it: see K_TEXT_AS_IS, which it takes. With the base `other`, the section in the new layout, what has to change
-     * in it. Takes, with a base, K_TEXT_MERGE_PATCH; without one K_TEXT_PARTIAL. */
+    /* `section`, a name of K_TEXT_NEW_SECTIONS, from `text`, the section in the old layout or a whole configuration
+     * that has it: see K_TEXT_AS_IS, which it takes. With the base `other`, the section in the new layout, what has to
+     * change in it. Takes, with a base, K_TEXT_MERGE_PATCH; without one K_TEXT_PARTIAL. */
     K_TEXT_SECTION_TO_NEW = 3,
-    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout or a whole configuration that
-     * has it. Takes K_TEXT_AS_IS and K_TEXT_PARTIAL. */
+    /* `section`, a name of K_TEXT_OLD_SECTIONS, from `text`, the section in the new layout or a whole configuration
+     * that has it. Takes K_TEXT_AS_IS and K_TEXT_PARTIAL. */
     K_TEXT_SECTION_TO_OLD = 4,
     /* What has to change in `text` to make it equal to `other`; both are any JSON values. Takes K_TEXT_MERGE_PATCH. */
     K_TEXT_DIFF = 5,
     /* `text` with the difference `other` applied: a JSON Patch (an array) or a JSON Merge Patch (an object). */
     K_TEXT_APPLY = 6,
     /* The configuration `text` in the other layout: one with an object "Device" as by K_TEXT_TO_OLD, any other as by
-     * K_TEXT_TO_NEW (k_text_direction says which it was), unless K_TEXT_TOWARDS_NEW or K_TEXT_TOWARDS_OLD says it. Of an
-     * old one it finds out by itself whether it needs K_TEXT_DSL_VLAN. Takes that, too, and K_TEXT_PARTIAL. */
+     * K_TEXT_TO_NEW (k_text_direction says which it was), unless K_TEXT_TOWARDS_NEW or K_TEXT_TOWARDS_OLD says it. Of
+     * an old one it finds out by itself whether it needs K_TEXT_DSL_VLAN. Takes that, too, and K_TEXT_PARTIAL. */
     K_TEXT_CONVERT = 7,
     /* Whether the configuration `text` can be converted, and what of it the other layout will not hold: the problems
      * and the losses, and no output. The direction, and K_TEXT_DSL_VLAN, are found out as by K_TEXT_CONVERT. */
@@ -95,7 +95,7 @@ enum {
      * configuration takes that as it is. Nothing is refused for its layout. */
     K_TEXT_AS_IS = 1u << 5,
     K_TEXT_TELL_LOSSES = 1u << 6, /* of K_TEXT_TO_NEW, K_TEXT_TO_OLD and K_TEXT_CONVERT: finds the losses, too */
-    K_TEXT_STRICT = 1u << 7,      /* of the same: a text with any warning or loss is rejected; not with K_TEXT_PARTIAL */
+    K_TEXT_STRICT = 1u << 7, /* of the same: a text with any warning or loss is rejected; not with K_TEXT_PARTIAL */
     K_TEXT_TOWARDS_NEW = 1u << 8, /* the direction, where an operation finds it out by itself; not both */
     K_TEXT_TOWARDS_OLD = 1u << 9,
     K_TEXT_FROM_RESULT = 1u << 10 /* of K_TEXT_EXPLAIN: the pointer is of the result */
@@ -211,8 +211,8 @@ enum {
 /* A loss. Set `size` to its sizeof before the call; members beyond it are left alone. */
 typedef struct {
     uint32_t size;
-    uint32_t kind;       /* K_TEXT_DROPPED, ... */
-    size_t offset;       /* the place in `text`, as that of a problem */
+    uint32_t kind; /* K_TEXT_DROPPED, ... */
+    size_t offset; /* the place in `text`, as that of a problem */
     size_t length;
     size_t line;
     size_t column;
@@ -225,8 +225,8 @@ typedef struct {
  * nothing of it is converted. */
 size_t k_text_loss_count(const k_text_result_t *result);
 
-/* Fills `loss` with the one at `index`, counted from 0. 0 on success; -1 when there is none, or the size is smaller than
- * the first version's. */
+/* Fills `loss` with the one at `index`, counted from 0. 0 on success; -1 when there is none, or the size is smaller
+ * than the first version's. */
 int k_text_loss(const k_text_result_t *result, size_t index, k_text_loss_t *loss);
 
 /* A line of a text, shown to a person. Set `size` to its sizeof before the call. */
