@@ -102,6 +102,19 @@ Answer Asker::answer_with(const Subject& subject, const Names& names, json_t* va
     return answer({subject.side, subject.flags, document.get()});
 }
 
+Answer Asker::answer_without_any(const Subject& subject, const std::string& place) {
+    const Tree document{json_deep_copy(subject.document)};
+    std::vector<Names> found;
+    Names names;
+    walk_in_order({}, document.get(), names, [&](const Names& here, json_t*) {
+        if (names_.place(subject.side, {document.get()}, here) == place) found.push_back(here);
+        return true;
+    });
+    for (const Names& here : found)
+        json_object_del(at(document.get(), {here.begin(), here.end() - 1}), here.back().c_str());
+    return answer({subject.side, subject.flags, document.get()});
+}
+
 std::string Asker::result_place(const Subject& subject, json_t* result, const Names& names) const {
     return names_.place(other(subject.side), {base_.result.get(), result}, names);
 }
@@ -269,8 +282,10 @@ Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
     const auto ask = [&](Tree probe) {
         const auto is_same = [&](const Asked& one) { return json_equal(one.value.get(), probe.get()) != 0; };
         if (std::any_of(asked.begin(), asked.end(), is_same)) return;
-        Answer given = answer_with(subject, spot.names, probe.get());
-        if (given.is_silent())
+        Answer given =
+            probe == nullptr ? answer_without_any(subject, spot.place) : answer_with(subject, spot.names, probe.get());
+        // What is absent everywhere tells what is given instead, and not whether this entry is heard.
+        if (given.is_silent() && probe != nullptr)
             for (const Names& place : changes(base_.result.get(), given.result.get())) {
                 if (place.empty()) continue;
                 if (!places.insert(place).second) continue;

@@ -51,6 +51,8 @@ private:
     };
 
     Answer answer(const Subject& subject);
+    // Without the member in every entry: what one lacks, another may give it.
+    Answer answer_without_any(const Subject& subject, const std::string& place);
     // With another value there; null takes out what is there.
     Answer answer_with(const Subject& subject, const Names& names, json_t* value);
     Finding of_container(const Subject& subject, const Spot& spot);

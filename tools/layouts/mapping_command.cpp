@@ -143,7 +143,8 @@ std::string markdown_page(const std::string& name, const Lines& lines) {
     for (const LayoutLine* line : lines) {
         page += "| " + cell(line->places(kOld)) + " | " + cell(line->places(kNew)) + " | " + line->kind();
         page += line->has_flag() ? ", with `--dsl-vlan`" : "";
-        page += " | " + told(*line, kOld, below) + " | " + told(*line, kNew, below) + " |\n";
+        for (const Layout from : {kOld, kNew}) page += " | " + told(*line, from, below);
+        page += " |\n";
     }
     for (std::size_t number = 0; number < below.size(); ++number) {
         page += "\n## " + std::to_string(number + 1) + "\n\n";
