@@ -7,7 +7,7 @@ include(CMakePackageConfigHelpers)
 if(CMAKE_CROSSCOMPILING)
     install(CODE [[
         if("$ENV{DESTDIR}" STREQUAL "" AND CMAKE_INSTALL_PREFIX MATCHES "^/(usr(/local)?/?)?$")
-            message(FATAL_ERROR "This is built for another machine: DESTDIR=FOLDER says where its files are put together.")
+            message(FATAL_ERROR "This is built for another machine: DESTDIR=FOLDER says where its files go.")
         endif()]])
 endif()
 

@@ -1,5 +1,5 @@
-# `cmake --build FOLDER --target uninstall` removes what `cmake --install FOLDER` put in place, by its list of files, and
-# the folders that are empty then and were the project's own. DESTDIR counts as it did then.
+# `cmake --build FOLDER --target uninstall` removes what `cmake --install FOLDER` put in place, by its list of files,
+# and the folders that are empty then and were the project's own. DESTDIR counts as it did then.
 
 if(CMAKE_SCRIPT_MODE_FILE)
     if(NOT EXISTS "${list}")

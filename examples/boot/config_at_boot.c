@@ -8,8 +8,8 @@
  * somebody removes it, and puts the old one in its place again.
  *
  * Whatever happens at whatever moment (no memory, no space, a power cut), config.json is one of the two, whole, and the
- * next boot goes on from there. Exit status: 0 all is as it should be, 1 the configuration cannot be converted, and stays,
- * 2 wrong usage, 3 the system failed.
+ * next boot goes on from there. Exit status: 0 all is as it should be, 1 the configuration cannot be converted, and
+ * stays, 2 wrong usage, 3 the system failed.
  *
  *   cc config_at_boot.c -o config-at-boot $(pkg-config --cflags --libs k_cnvrt) */
 #include <errno.h>

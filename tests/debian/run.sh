@@ -1,6 +1,6 @@
 #!/bin/bash
-# The Debian packages in a Debian of their own, which has nothing else of ours: run.sh FOLDER. First the tool, Python and
-# the libraries alone; then, with a compiler, programs in C and with CMake. Needs root, and says so where it is not.
+# The Debian packages in a Debian of their own, which has nothing else of ours: run.sh FOLDER. First the tool, Python
+# and the libraries alone; then, with a compiler, programs in C and with CMake. Needs root, and says so where it is not.
 # shellcheck disable=SC2016 # the shell of that Debian expands it
 set -euo pipefail
 here=$(dirname "$(realpath "$0")")
@@ -52,7 +52,8 @@ inside python3 -c 'import kcnvrt, sys; print(kcnvrt.to_new(open(sys.argv[1], "rb
     same "the Python package"
 
 install /new/libk-cnvrt-dev_*.deb gcc g++ cmake make pkg-config libc6-dev
-inside sh -c 'cc -Wall -Werror /new/package/text_consumer/convert.c -o /new/texts $(pkg-config --cflags --libs k_cnvrt_text)' ||
+inside sh -c 'cc -Wall -Werror /new/package/text_consumer/convert.c -o /new/texts \
+    $(pkg-config --cflags --libs k_cnvrt_text)' ||
     fail "The C program cannot be built."
 inside sh -c '/new/texts "$(cat '"$old"')"' | same "the C program"
 quietly inside cmake -S /new/package/cpp_consumer -B /new/build

@@ -1,7 +1,7 @@
 # The manual pages against the help pages, the headers and what is exported.
 load setup
 
-# bold PAGE SECTION: the options in a section of a page.
+# options_of_page PAGE: those in its section of options.
 options_of_page() { sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' "$PAGES/$1" | grep -oE '\\fB[^\\]*(\\-[^\\]*)+\\fR' |
     sed 's/\\f[BR]//g; s/\\-/-/g' | sort; }
 
@@ -26,7 +26,7 @@ options_of_page() { sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' "$PAGES/$1" | grep -o
 @test "each function of the headers that have a page leads to it" {
     local name page
     for page in k_err k_conf k_cnvrt k_cnvrt_text; do [ -s "$PAGES/$page.3" ]; done
-    for name in $(cat "$ABI"/libk_cnvrt_text.symbols | grep ^k_) $(grep -E '^k_(err|conf)_' "$ABI/libk_support.symbols"); do
+    for name in $(grep ^k_ "$ABI/libk_cnvrt_text.symbols") $(grep -E '^k_(err|conf)_' "$ABI/libk_support.symbols"); do
         read -r page < "$PAGES/$name.3"
         page=${page#.so man3/}
         grep -q "$name" "$PAGES/$page"

@@ -1,4 +1,5 @@
-// pages FOLDER COMPLETION: writes the tool's manual pages and completions into the folder. COMPLETION is completion.bash.
+// pages FOLDER COMPLETION: writes the tool's manual pages and completions into the folder. COMPLETION is the file
+// completion.bash.
 
 #include <fstream>
 #include <iostream>
