@@ -138,10 +138,10 @@ std::string told(const LayoutLine& line, Layout from, std::vector<json_t*>& belo
 
 std::string markdown_page(const std::string& name, const Lines& lines) {
     std::string page = "# " + name + "\n\nWritten by `scripts/layouts.sh`; [how to read it](README.md).\n\n";
-    page += "| old | new | kind | to new | to old |\n|---|---|---|---|---|\n";
+    page += "| old → new | kind | to new | to old |\n|---|---|---|---|\n";
     std::vector<json_t*> below;
     for (const LayoutLine* line : lines) {
-        page += "| " + cell(line->places(kOld)) + " | " + cell(line->places(kNew)) + " | " + line->kind();
+        page += "| " + cell(line->places(kOld)) + "<br>→ " + cell(line->places(kNew)) + " | " + line->kind();
         page += line->has_flag() ? ", with `--dsl-vlan`" : "";
         for (const Layout from : {kOld, kNew}) page += " | " + told(*line, from, below);
         page += " |\n";
