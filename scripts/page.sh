@@ -15,6 +15,7 @@ unlock
 say "The page is $page/k_cnvrt.html, $(sha256sum "$page/k_cnvrt.html" | cut -d ' ' -f 1)"
 [ "${1:-}" = --test ] || exit 0
 
+echo "page k_cnvrt.html, bytes = $(stat -c %s "$page/k_cnvrt.html")" | check_limits page
 need_packages "${page_test_packages[@]}"
 quietly "$root/tests/conf/packages.sh" "$page/tools" "$root/tests/page"
 exec "$root/tests/page/run.sh" "$page"

@@ -83,8 +83,7 @@ export function step(direction) {
 // The losses are asked for by themselves: what will be lost is the third question that everybody has.
 async function showLosses() {
     const parent = byId('losses');
-    const pill = byId('loss-status');
-    pill.hidden = true;
+    byId('loss-status').hidden = true;
     const { section, ...about } = settings();
     if (page.answer.output === null) return showNoLosses('Nothing is converted, so nothing can be said about losses.');
     if (section !== null) return showNoLosses('Losses are those of a whole configuration: choose everything above.');
@@ -94,13 +93,24 @@ async function showLosses() {
     if (losses === SUPERSEDED || !isCurrent()) return;
     parent.dataset.stale = 'false';
     setCount('losses', losses.length, 'caution');
-    pill.hidden = false;
-    pill.dataset.kind = losses.length > 0 ? 'caution' : 'good';
-    pill.querySelector('.words').textContent =
-        losses.length > 0 ? countText(losses.length, 'loss', 'losses') : 'Nothing is lost';
+    showLossStatus(losses);
     const items = losses.map((loss) => ({ ...loss, details: [beforeAndAfter(loss), by(loss.kind)] }));
     if (items.length === 0) showWords(parent, 'Nothing is lost: all of it comes back from the other layout as it was.');
     else showFindings(parent, items, goTo);
+}
+
+// What comes back although it was not there is more of a configuration, not less.
+function showLossStatus(losses) {
+    const added = losses.filter(({ kind }) => kind === 'defaulted').length;
+    const lost = losses.length - added;
+    const parts = [
+        lost > 0 ? countText(lost, 'loss', 'losses') : null,
+        added > 0 ? countText(added, 'addition') : null,
+    ];
+    const pill = byId('loss-status');
+    pill.hidden = false;
+    pill.dataset.kind = lost > 0 ? 'caution' : added > 0 ? 'busy' : 'good';
+    pill.querySelector('.words').textContent = parts.filter(Boolean).join(', ') || 'Nothing is lost';
 }
 
 function showNoLosses(words) {

@@ -96,3 +96,12 @@ export const textOf = (page, id) =>
     page.evaluate((id) => document.querySelector(`#${id} .cm-content`).cmTile.view.state.doc.toString(), id);
 
 export const status = (page) => page.locator('#status .words').textContent();
+
+/** A configuration of about as many bytes: an interface many times, under other names. */
+export function large(bytes) {
+    const configuration = JSON.parse(example('home-gateway.old.json'));
+    const [pattern] = Object.values(configuration.ifaces).filter(({ type }) => type === 'ethernet');
+    const one = JSON.stringify(pattern, null, 4).length * 1.3;
+    for (let i = 0; i * one < bytes; ++i) configuration.ifaces[`eth${100 + i}`] = pattern;
+    return JSON.stringify(configuration, null, 4);
+}

@@ -361,6 +361,8 @@ test('a secret that is typed is masked when the cursor leaves it, and moving a p
         await page.keyboard.press('Control+Home');
         await page.keyboard.press('ArrowRight');
         await page.keyboard.type('"pass": "Quartz"', { delay: 5 });
+        await settled(page);
+        assert.equal(await page.locator('#input .cm-mask').count(), 0);
         await page.keyboard.type(', ');
         await settled(page);
         assert.equal(await page.locator('#input .cm-mask').count(), 1);
@@ -409,6 +411,8 @@ test('losses are said without a click, and listed with what comes back', async (
         assert.match(await list.filter({ hasText: '/max_table_id' }).innerText(), /"12"\s*→\s*12\s+changed$/);
         await list.filter({ hasText: '/max_table_id' }).click();
         assert.equal(await selected(page, 'input'), '"12"');
+        await openFile(page, 'more.json', '{"lang": "de"}');
+        await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === '1 addition');
         await openFile(page, 'nothing.json', `${allThere}}`);
         await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === 'Nothing is lost');
         assert.equal(await page.locator('#losses-count').textContent(), '');
@@ -467,6 +471,8 @@ test('there and back shows what does not come back, and leads there', async () =
         await openFile(page, 'gateway.json', '{"lang": "de", "nobody": 1, "max_table_id": "12"}');
         await page.locator('#return-tab').click();
         await rows(page, 'return').filter({ hasText: '/nobody' }).waitFor();
+        const changed = rows(page, 'return').filter({ hasText: '/max_table_id' });
+        assert.match(await changed.innerText(), /^~\s+1:\d+\s+\/max_table_id\s+"12"\s*→\s*12$/);
         await rows(page, 'return').filter({ hasText: '/nobody' }).click();
         assert.equal(await selected(page, 'input'), '1');
     });

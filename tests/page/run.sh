@@ -1,5 +1,6 @@
 #!/bin/bash
-# run.sh FOLDER: tests the page that scripts/page.sh has made in FOLDER, in a browser.
+# run.sh FOLDER [PROGRAM]: tests the page that scripts/page.sh has made in FOLDER, in a browser, or runs a program of this
+# folder with it.
 set -euo pipefail
 source=$(dirname "$(realpath "$0")")
 page=$1
@@ -13,4 +14,5 @@ echo '{"type": "module", "private": true}' > "$place/package.json"
 
 KCNVRT_ROOT=$(realpath "$source/../..")
 export KCNVRT_ROOT KCNVRT_PAGE=$page
+[ -z "${2:-}" ] || exec node "$place/$2"
 exec node --test --test-concurrency=1 "$place"/*.test.js
