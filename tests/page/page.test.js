@@ -313,7 +313,7 @@ test('the wrong direction is refused, with a button that mends it', async () => 
 });
 
 async function settledAfter(page, isDone) {
-    for (let i = 0; i < 100 && !(await isDone()); ++i) await page.waitForTimeout(50);
+    for (let i = 0; i < 600 && !(await isDone()); ++i) await page.waitForTimeout(50);
     assert.ok(await isDone());
 }
 
