@@ -69,8 +69,8 @@ step cross     "The cases on a 32-bit and on a big-endian machine"              
 step wasm      "The WebAssembly module and its npm package"                         ./test --wasm
 step page      "The page, in a browser"                                             ./test --page
 step variants  "What nothing else builds: without the tool, and for debugging"      scripts/variants.sh
-step debian    "Debian packages: the same bytes twice, at work in a Debian of their own" scripts/package.sh --check --test
-step static    "Static libraries: no C++ library, the same results, their sizes"        scripts/static.sh
+step debian    "Debian packages: the same bytes twice, and at work"                 scripts/package.sh --check --test
+step static    "Static libraries: no C++ library, the same results, their sizes"    scripts/static.sh
 step limits    "Sizes, relocations, allocations and instructions in their limits"   scripts/limits.sh
 step coverage  "What the tests reach, in its limits"                                ./test --coverage
 

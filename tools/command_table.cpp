@@ -177,12 +177,12 @@ constexpr const Option* kDirections[] = {&kToNew, &kToOld};
 constexpr const Option* kDirectionsOrAuto[] = {&kToNew, &kToOld, &kAuto};
 constexpr const Option* kOfToNew[] = {
     &kBase, &kChangeAsMergePatch, &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent,
-    &kOutputDir, &kResume, &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany,
-    &kProgressOfMany, &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kOutputDir, &kResume, &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany,
+    &kJobsOfMany, &kSummaryOfMany, &kProgressOfMany, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfEitherWay[] = {
     &kPartial, &kLosses, &kStrict, &kDslVlan, &kForce, &kOutput, &kCompact, &kIndent, &kOutputDir, &kResume,
-    &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany, &kProgressOfMany,
-    &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany,
+    &kProgressOfMany, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfLosses[] = {
     &kFromOld, &kFromNew, &kJson, &kExitCodeOfLosses, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor,
     &kShowSecrets, &kHelp};
@@ -291,8 +291,8 @@ constexpr Command kCommands[] = {
      "kcnvrt stream --to-new --at /config fleet.ndjson -o new.ndjson", stream},
     {"census", "Count what becomes of a fleet's configurations",
      kStreams, {}, kOfCensus,
-     "How many devices convert, convert with warnings, lose something or are rejected, and for each place how many, with "
-     "the first of them: by --id, else by file and line. Nothing is converted for good, and no value is shown.",
+     "How many devices convert, convert with warnings, lose something or are rejected, and for each place how many, "
+     "with the first of them: by --id, else by file and line. Nothing is converted for good, and no value is shown.",
      "kcnvrt census fleet.ndjson --at /config --id /serial --html census.html", census},
     {"sections", "List the sections that can be converted alone",
      {}, {}, kOfSections,

@@ -27,7 +27,9 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
         kcnvrt 1 to-new --output-dir out/new in --jobs "$jobs" --rejects rejects --problems problems --summary json
         equal "$output" ""
         equal "$(files out/new)" "./1.json ./a/2.json ./a/deep/4.json "
-        for file in 1 a/2 a/deep/4; do "$KCNVRT" to-new "in/$file.json" 2> ../messages | cmp - "out/new/$file.json"; done
+        for file in 1 a/2 a/deep/4; do
+            "$KCNVRT" to-new "in/$file.json" 2> ../messages | cmp - "out/new/$file.json"
+        done
         equal "$(cat rejects)" $'in/a/3.json\nin/b/5.json'
         equal "$(jq -c '[.file, .line, .column, .pointer, .severity]' problems | tr '\n' ' ')" \
 '["in/a/3.json",1,75,"/ifaces/eth4/services/p/auth","error"] ["in/a/deep/4.json",1,11,"/route/0","warning"] '\

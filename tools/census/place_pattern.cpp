@@ -9,11 +9,17 @@ namespace {
 
 // What has members whose names are a device's own.
 constexpr std::string_view kNamedEntries[] = {
-    "/ifaces", "/ifaces/*/services", "/ifaces/*/services/*/tunnels",
-    "/groups", "/users/list",        "/wan_pvid",
+    "/ifaces",
+    "/ifaces/*/services",
+    "/ifaces/*/services/*/tunnels",
+    "/groups",
+    "/users/list",
+    "/wan_pvid",
     "/Links",
     "/port_bandwidth",
-    "/ports_config",  "/Device/Users/list", "/Device/Links",
+    "/ports_config",
+    "/Device/Users/list",
+    "/Device/Links",
 };
 
 bool is_number(std::string_view token) {
