@@ -187,7 +187,7 @@ TEST(Section, HasItsProblemsWhereTheTextHasThem) {
     EXPECT_NE(output_of(result).find(R"("Ssid":"x")"), std::string::npos);
     ASSERT_EQ(k_text_problem_count(result.get()), 3u);
     EXPECT_STREQ(problem_of(result, 0).pointer, "/wifi");
-    for (const size_t i : {1, 2}) {
+    for (const size_t i : {size_t{1}, size_t{2}}) {
         const k_text_problem_t problem = problem_of(result, i);
         EXPECT_STREQ(problem.pointer, "/wifi/mbssid/0/AuthMode");
         EXPECT_EQ(problem.line, 3u);

@@ -155,7 +155,8 @@ Names telling_place(const std::vector<Asked>& asked, const std::set<Names>& plac
             if (one.answer.is_silent()) {
                 json_t* const now = at(one.answer.result.get(), place);
                 json_t* const before = at(base, place);
-                count += 100 * (now == nullptr || before == nullptr ? now != before : json_equal(now, before) == 0);
+                const bool is_moved = now == nullptr || before == nullptr ? now != before : !json_equal(now, before);
+                if (is_moved) count += 100;
             }
         if (count > 0) count += 2 * place.size() + (place.back() == names.back() ? 1 : 0);
         if (count <= most) continue;

@@ -38,17 +38,22 @@ std::string content_of(const std::string& file) {
     }
 }
 
+// 0 where there is none.
+long long number_in(const char* text) {
+    return std::strtoll(text, nullptr, 10);
+}
+
 // The one hierarchy: "QUOTA PERIOD", or "max PERIOD".
 std::size_t limit_of_group(const std::string& folder) {
     const std::string limits = content_of(folder + "/cpu.max");
     const std::size_t blank = limits.find(' ');
-    return blank == std::string::npos ? kNoLimit : cores_for(std::atoll(limits.c_str()), std::atoll(&limits[blank]));
+    return blank == std::string::npos ? kNoLimit : cores_for(number_in(limits.c_str()), number_in(&limits[blank]));
 }
 
 // The hierarchy of its own that older systems have.
 std::size_t limit_of_older_group(const std::string& folder) {
-    return cores_for(std::atoll(content_of(folder + "/cpu.cfs_quota_us").c_str()),
-                     std::atoll(content_of(folder + "/cpu.cfs_period_us").c_str()));
+    return cores_for(number_in(content_of(folder + "/cpu.cfs_quota_us").c_str()),
+                     number_in(content_of(folder + "/cpu.cfs_period_us").c_str()));
 }
 
 // The least of a group and of those that it is in.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <string_view>
 
@@ -27,7 +28,7 @@ void write_to_stderr(std::string_view text) {
 
 // H:MM:SS, or M:SS.
 std::string clock_time(double seconds) {
-    const auto whole = static_cast<unsigned long long>(seconds + 0.5);
+    const auto whole = static_cast<unsigned long long>(std::llround(seconds));
     std::array<char, 48> text;
     if (whole >= 3600) {
         std::snprintf(text.data(), text.size(), "%llu:%02llu:%02llu", whole / 3600, whole / 60 % 60, whole % 60);
