@@ -11,7 +11,6 @@ build release all
 unlock
 
 failed=0
-check() { check_limits "$1" || failed=1; }
 
 # Of what is installed, stripped.
 library_figures() {
@@ -32,11 +31,12 @@ tool_figures() {
     echo "tool kcnvrt --version, instructions = $(awk '/^summary: / { print $2 }' "$counts")"
 }
 
-library_figures | check library
-tool_figures | check tool
-"$root/bench" --memory 10 | awk -v table=memory -f "$root/scripts/figures.awk" | check memory
+library_figures | check_limits library || failed=1
+tool_figures | check_limits tool || failed=1
+"$root/bench" --memory 10 | awk -v table=memory -f "$root/scripts/figures.awk" | check_limits memory || failed=1
 "$root/bench" --instructions > "$root/build/instructions"
-awk -v table=instructions -f "$root/scripts/figures.awk" "$root/build/instructions" | check instructions
+awk -v table=instructions -f "$root/scripts/figures.awk" "$root/build/instructions" |
+    check_limits instructions || failed=1
 sed -nE 's/^kcnvrt (to-[a-z]+): .*, ([0-9.]+) of parsing.*$/process \1 \/ parsing and dumping = \2/p' \
-    "$root/build/instructions" | check process
+    "$root/build/instructions" | check_limits process || failed=1
 exit "$failed"
