@@ -1,6 +1,6 @@
 #!/bin/bash
-# run.sh FOLDER [PROGRAM]: tests the page that scripts/page.sh has made in FOLDER, in a browser, or runs a program of this
-# folder with it.
+# run.sh FOLDER [PROGRAM]: tests the page that scripts/page.sh has made in FOLDER, in a browser, or runs a program of
+# this folder with it.
 set -euo pipefail
 source=$(dirname "$(realpath "$0")")
 page=$1
