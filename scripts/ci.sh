@@ -51,7 +51,7 @@ test_release() (
     configure release release ON -DKCNVRT_WERROR=ON
     quietly cmake -DKCNVRT_WERROR=ON "$root/build/release"
     unlock
-    exec ./test
+    exec ./test --parallel "$(nproc)"
 )
 
 cd "$root" || exit
@@ -60,7 +60,8 @@ mkdir -p build
 #    name      what it shows                                                       how
 step packages  "What the steps need is installed"                                   install_everything
 step lint      "Format, scripts, links, and what clang-tidy takes for mistakes"     ./test --lint
-step release   "The tests of the release build, without a warning, and fuzzing"     test_release
+step release   "The tests of the release build, without a warning"                  test_release
+step fuzz      "Every fuzz target for a few seconds"                                ./fuzz --seconds 4
 step clang     "The same tests built by clang, without a warning"                   ./test --clang
 step sanitize  "The same under the address and undefined-behaviour sanitizers"      ./test --sanitize
 step thread    "Conversions in parallel under the thread sanitizer"                 ./test --thread -R 'threads'

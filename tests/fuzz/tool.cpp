@@ -147,6 +147,14 @@ bool has(const std::vector<std::string>& arguments, std::string_view wanted) {
     return false;
 }
 
+// What prints words or lines, or writes files of its own: tests of the tool try it, and streams have a target.
+bool has_other_result(const std::vector<std::string>& arguments) {
+    for (const char* const name : {"stream", "census", "losses", "check", "explain", "mapping", "schema", "example",
+                                   "--output-", "--rej", "--prob"})
+        if (has(arguments, name)) return true;
+    return false;
+}
+
 // Every line is a message, or with --errors json an object.
 bool are_messages(const std::string& text, bool as_json) {
     Bytes lines{text};
@@ -160,7 +168,7 @@ bool are_messages(const std::string& text, bool as_json) {
 void check_run(const std::vector<std::string>& arguments, const Run& run) {
     const auto holds = [&](bool is_so, const char* what) { require(is_so, what, arguments, run); };
     holds(run.status >= 0 && run.status <= 3, "the status is one of four");
-    const bool is_done = run.status == 0 || (run.status == 1 && has(arguments, "--exit-code"));
+    const bool is_done = run.status == 0 || (run.status == 1 && (has(arguments, "--ex") || has(arguments, "--pa")));
     holds(is_done || run.out.empty(), "a run that fails writes no result");
     holds(is_done || run.target == kBefore, "a run that fails leaves the file alone");
     holds(is_done || !run.err.empty(), "a run that fails has a message");
@@ -181,6 +189,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Bytes bytes{{reinterpret_cast<const char*>(data), size}};
     const std::vector<std::string> arguments = arguments_of(bytes);
     const std::string_view input = bytes.take(size);
+    if (has_other_result(arguments)) return 0;
     const Run first = run(arguments, input, streams);
     check_run(arguments, first);
     require(run(arguments, input, streams) == first, "a second run does the same", arguments, first);
