@@ -22,15 +22,11 @@ namespace {
 constexpr size_t kOfEachSection = 12;
 constexpr size_t kDamagesOfALeaf = 7;
 
-json_t* integer_or_text(json_int_t number, bool is_text) {
-    return is_text ? json_string(std::to_string(number).c_str()) : json_integer(number);
-}
-
 std::vector<Tree> damages() {
     std::vector<Tree> values;
     for (const char* text : {"", "text", "7", "-1", "4294967295", "4294967296", "10.0.0.0/99", "AAA", "Port"})
         values.emplace_back(json_string(text));
-    for (const json_int_t number : {0, 1, 7, -7, 70000}) values.emplace_back(integer_or_text(number, false));
+    for (const json_int_t number : {0, 1, 7, -7, 70000}) values.emplace_back(json_integer(number));
     values.emplace_back(json_real(0.5));
     values.emplace_back(json_true());
     values.emplace_back(json_false());
@@ -38,19 +34,6 @@ std::vector<Tree> damages() {
     values.emplace_back(json_object());
     values.emplace_back(json_array());
     return values;
-}
-
-Tree with(json_t* value, const Names& names, json_t* other, size_t depth = 0) {
-    if (depth == names.size()) return Tree{json_incref(other)};
-    Tree copy{json_copy(value)};
-    Tree inner = with(at(value, {names[depth]}), names, other, depth + 1);
-    if (json_is_array(value))
-        json_array_set_new(copy.get(), std::stoul(names[depth]), inner.release());
-    else if (inner == nullptr)
-        json_object_del(copy.get(), names[depth].c_str());
-    else
-        json_object_set_new(copy.get(), names[depth].c_str(), inner.release());
-    return copy;
 }
 
 // What stands there comes back from the other layout, and nothing is said.
@@ -104,11 +87,11 @@ private:
         if (!seen_.insert({section.side, names_.place(section.side, {document}, names)}).second) return;
         json_t* const value = at(document, names);
         const bool is_member = json_is_object(at(document, {names.begin(), names.end() - 1}));
-        if (is_member) print(section.side, with(document, names, nullptr).get(), names);
+        if (is_member) print(section.side, with_value(document, names, nullptr).get(), names);
         const bool is_leaf = !json_is_object(value) && !json_is_array(value);
         const size_t step = is_leaf ? values_.size() / kDamagesOfALeaf : 3;
         for (size_t at = turn_++ % step; at < values_.size(); at += step)
-            print(section.side, with(document, names, values_[at].get()).get(), names);
+            print(section.side, with_value(document, names, values_[at].get()).get(), names);
     }
 
     const PlaceNames& names_;

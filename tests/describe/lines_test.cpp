@@ -55,19 +55,6 @@ std::vector<Names> matches(json_t* root, const std::string& place) {
     return found;
 }
 
-Tree changed(json_t* value, const Names& names, json_t* with, size_t depth = 0) {
-    if (depth == names.size()) return Tree{json_incref(with)};
-    Tree copy{json_copy(value)};
-    Tree inner = changed(at(value, {names[depth]}), names, with, depth + 1);
-    if (json_is_array(value))
-        json_array_set_new(copy.get(), std::stoul(names[depth]), inner.release());
-    else if (inner == nullptr)
-        json_object_del(copy.get(), names[depth].c_str());
-    else
-        json_object_set_new(copy.get(), names[depth].c_str(), inner.release());
-    return copy;
-}
-
 // The values that stand at the line's places of the other layout.
 std::vector<json_t*> results_at(json_t* result, json_t* places) {
     std::vector<json_t*> values;
@@ -190,7 +177,7 @@ std::string described(const Names& names, json_t* value) {
 
 void Lines::expect_result(const std::string& what, json_t* line, const Document& document, const Names& names,
                           json_t* value, const Check& check) {
-    const Tree source = changed(document.root, names, value);
+    const Tree source = with_value(document.root, names, value);
     const Answer answer = convert(document.side, source.get(), document.flags);
     ++conversions;
     if (!answer.is_silent()) {
@@ -206,7 +193,7 @@ void Lines::expect_result(const std::string& what, json_t* line, const Document&
 
 void Lines::expect_message(const std::string& what, const Document& document, const Names& names, json_t* value,
                            json_t* messages) {
-    const Tree source = changed(document.root, names, value);
+    const Tree source = with_value(document.root, names, value);
     const Answer answer = convert(document.side, source.get(), document.flags);
     ++conversions;
     const bool is_said = std::any_of(answer.messages.begin(), answer.messages.end(),

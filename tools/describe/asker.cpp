@@ -7,8 +7,10 @@
 #include <cstdlib>
 #include <set>
 
+#include "asked.h"
 #include "changes.h"
 #include "numbered_list.h"
+#include "reading_order.h"
 #include "word_places.h"
 
 namespace describe {
@@ -18,63 +20,6 @@ namespace {
 constexpr size_t kMostEntries = 3;  // of a list that are asked
 constexpr size_t kMostResults = 6;  // that are named one by one
 constexpr size_t kMostLeaves = 8;   // that one value may bring
-
-// The document with another value in that place, or with none. What is beside the way there is shared, so that nothing
-// that a conversion has shared changes.
-Tree with(json_t* document, const Names& names, json_t* value, size_t depth = 0) {
-    if (depth == names.size()) return Tree{json_incref(value)};
-    const std::string& name = names[depth];
-    Tree copy{json_copy(document)};
-    Tree inner = with(at(document, {name}), names, value, depth + 1);
-    if (json_is_array(document))
-        json_array_set_new(copy.get(), std::strtoul(name.c_str(), nullptr, 10), inner.release());
-    else if (inner == nullptr)
-        json_object_del(copy.get(), name.c_str());
-    else
-        json_object_set_new(copy.get(), name.c_str(), inner.release());
-    return copy;
-}
-
-// The members of each object in the order in which tables read them.
-class ReadingOrder : public Watcher {
-public:
-    using Order = std::map<json_t*, std::vector<std::string>>;
-
-    void see(const RowRun& run) override {
-        auto& names = order_[run.object];
-        const std::string name{run.name.view()};
-        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
-    }
-    Order take() { return std::move(order_); }
-
-private:
-    Order order_;
-};
-
-// Those that tables read, then the others; positions of an array.
-std::vector<std::string> members(const ReadingOrder::Order& order, json_t* object) {
-    std::vector<std::string> names;
-    const auto known = order.find(object);
-    if (known != order.end())
-        for (const std::string& name : known->second)
-            if (json_object_get(object, name.c_str()) != nullptr) names.push_back(name);
-    const char* name;
-    json_t* member;
-    json_object_foreach(object, name, member) if (std::find(names.begin(), names.end(), name) == names.end())
-        names.emplace_back(name);
-    for (size_t position = 0; position < json_array_size(object); ++position) names.push_back(std::to_string(position));
-    return names;
-}
-
-template <class Visit>
-void walk_in_order(const ReadingOrder::Order& order, json_t* value, Names& names, const Visit& visit) {
-    for (const std::string& name : members(order, value)) {
-        names.push_back(name);
-        json_t* const member = at(value, {name});
-        if (visit(names, member)) walk_in_order(order, member, names, visit);
-        names.pop_back();
-    }
-}
 
 std::string common_container(const std::vector<std::string>& places) {
     Names common = names_of(places.front());
@@ -87,10 +32,6 @@ std::string common_container(const std::vector<std::string>& places) {
     return pointer_of(common) + "/**";
 }
 
-void add_once(std::vector<std::string>& places, const std::string& place) {
-    if (std::find(places.begin(), places.end(), place) == places.end()) places.push_back(place);
-}
-
 }  // namespace
 
 Answer Asker::answer(const Subject& subject) {
@@ -98,7 +39,7 @@ Answer Asker::answer(const Subject& subject) {
 }
 
 Answer Asker::answer_with(const Subject& subject, const Names& names, json_t* value) {
-    const Tree document = with(subject.document, names, value);
+    const Tree document = with_value(subject.document, names, value);
     return answer({subject.side, subject.flags, document.get()});
 }
 
@@ -137,138 +78,6 @@ std::vector<Tree> Asker::probes_of(const Subject& subject, const Spot& spot) con
     add(path.back().value);
     return probes;
 }
-
-namespace {
-
-struct Asked {
-    Tree value;  // null for none
-    Answer answer;
-};
-
-// The place of the result that tells most of the values apart; of two the innermost, or the one with the same name.
-Names telling_place(const std::vector<Asked>& asked, const std::set<Names>& places, json_t* base, const Names& names) {
-    Names best;
-    size_t most = 0;
-    for (const Names& place : places) {
-        size_t count = 0;
-        for (const Asked& one : asked)
-            if (one.answer.is_silent()) {
-                json_t* const now = at(one.answer.result.get(), place);
-                json_t* const before = at(base, place);
-                const bool is_moved = now == nullptr || before == nullptr ? now != before : !json_equal(now, before);
-                if (is_moved) count += 100;
-            }
-        if (count > 0) count += 2 * place.size() + (place.back() == names.back() ? 1 : 0);
-        if (count <= most) continue;
-        most = count;
-        best = place;
-    }
-    return best;
-}
-
-// Whether a text is the name of a member of the result.
-bool is_name(json_t* value, json_t* result, const Names& place) {
-    if (!json_is_string(value) || json_string_length(value) == 0 || place.empty()) return false;
-    Names member = place;
-    member.back() = json_string_value(value);
-    const Names above{place.begin(), place.end() - 1};
-    return json_is_object(at(result, above)) && at(result, member) != nullptr;
-}
-
-bool is_member_of_text(json_t* value, json_t* text, const std::string& name) {
-    const Tree object{json_loads(json_is_string(text) ? json_string_value(text) : "", 0, nullptr)};
-    json_t* const member = json_object_get(object.get(), name.c_str());
-    return member != nullptr && json_equal(member, value) != 0;
-}
-
-// The container that a JSON text has become.
-bool is_json_of(json_t* value, json_t* result) {
-    const Tree parsed{json_loads(json_is_string(value) ? json_string_value(value) : "", 0, nullptr)};
-    return parsed != nullptr && json_equal(parsed.get(), result) != 0;
-}
-
-struct Seen {
-    std::string name;
-    Names place;                 // where the results differ
-    std::set<std::string> keys;  // the names that messages may show
-    bool are_names = false;      // the values are names of members of the result
-    bool is_in_text = false;     // the result is a JSON text with the value in it
-    bool is_all = false;         // results are not looked at
-};
-
-Replies replies_of(const Texts& texts, const std::vector<Asked>& asked, const Seen& seen) {
-    Replies replies{texts};
-    for (const Asked& one : asked) {
-        json_t* const value = one.value.get();
-        Reply reply{Tree{json_incref(value)}, nullptr, ""};
-        if (!one.answer.is_silent()) {
-            reply.message = one.answer.messages.empty() ? "rejected" : one.answer.messages.front().text;
-            for (const std::string& key : seen.keys) {
-                const std::string quoted = "\"" + key + "\"";
-                const size_t found = reply.message.find(quoted);
-                if (found != std::string::npos) reply.message.replace(found, quoted.size(), "\"KEY\"");
-            }
-        } else if (seen.is_all) {
-            reply.result = string("a choice");
-        } else if (seen.are_names) {
-            if (is_name(value, one.answer.result.get(), seen.place)) reply.result = string("its member");
-        } else if (seen.is_in_text) {
-            const bool is_there = is_member_of_text(value, at(one.answer.result.get(), seen.place), seen.name);
-            if (is_there) reply.result = string("a member of that text");
-        } else if (!seen.place.empty()) {
-            reply.result.reset(json_incref(at(one.answer.result.get(), seen.place)));
-        }
-        replies.add(std::move(reply));
-    }
-    return replies;
-}
-
-size_t leaves(json_t* value) {
-    size_t count = json_is_object(value) || json_is_array(value) ? 0 : 1;
-    const char* name;
-    json_t* member;
-    json_object_foreach(value, name, member) count += leaves(member);
-    for (size_t position = 0; position < json_array_size(value); ++position)
-        count += leaves(json_array_get(value, position));
-    return count;
-}
-
-// Without the containers of others among them, and without the lengths of lists.
-std::vector<std::string> innermost(const std::vector<std::string>& places) {
-    std::vector<std::string> inner;
-    for (const std::string& place : places)
-        if ((places.size() == 1 || !place.ends_with("/max_instance")) &&
-            std::none_of(places.begin(), places.end(),
-                         [&](const std::string& one) { return one.starts_with(place + "/"); }))
-            inner.push_back(place);
-    return inner;
-}
-
-// Neighbours among the integers of which one is taken and one is not, where there are few: bounds of a range.
-std::vector<std::pair<json_int_t, json_int_t>> bounds(const std::vector<Asked>& asked) {
-    std::map<json_int_t, bool> taken;
-    for (const Asked& one : asked) {
-        const json_int_t number = json_integer_value(one.value.get());
-        if (json_is_integer(one.value.get()) && number >= INT32_MIN && number <= INT32_MAX)
-            taken[number] = one.answer.is_silent();
-    }
-    std::vector<std::pair<json_int_t, json_int_t>> found;
-    const std::pair<const json_int_t, bool>* before = nullptr;
-    for (const auto& number : taken) {
-        if (before != nullptr && before->second != number.second)
-            found.emplace_back(number.second ? number.first : before->first,
-                               number.second ? before->first : number.first);
-        before = &number;
-    }
-    return found;
-}
-
-// Where so many integers have others beside them that are not taken, each taken one is a code.
-bool has_number_codes(const std::vector<Asked>& asked) {
-    return bounds(asked).size() > 2;
-}
-
-}  // namespace
 
 Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
     Finding finding;
@@ -362,8 +171,8 @@ bool Asker::are_members_carried(const Subject& subject, const Names& names, cons
     json_t* const value = at(subject.document, names);
     std::vector<Tree> changed;
     for (const Tree& probe : {string("as it is"), string("7"), integer(7), Tree{json_null()}, Tree{json_true()}})
-        for (const std::string& name : members({}, value)) changed.push_back(with(value, {name}, probe.get()));
-    if (json_is_object(value)) changed.push_back(with(value, {"of no name"}, string("as it is").get()));
+        for (const std::string& name : members({}, value)) changed.push_back(with_value(value, {name}, probe.get()));
+    if (json_is_object(value)) changed.push_back(with_value(value, {"of no name"}, string("as it is").get()));
     for (const Tree& one : changed) {
         const Answer given = answer_with(subject, names, one.get());
         if (!given.is_silent() || json_equal(at(given.result.get(), result), one.get()) == 0) return false;
@@ -415,46 +224,6 @@ Finding Asker::of_container(const Subject& subject, const Spot& spot) {
 
 namespace {
 
-// Of each type the values that are not reported.
-std::string what_is_taken(const Finding& finding) {
-    std::string taken;
-    size_t position;
-    json_t* said;
-    json_array_foreach(finding.behaviour.get(), position, said) {
-        json_t* const takes = json_object_get(said, "takes");
-        size_t number;
-        json_t* type;
-        json_array_foreach(json_object_get(said, "of"), number, type) if (takes != nullptr) taken +=
-            json_string_value(type) + text_of(takes);
-    }
-    return taken;
-}
-
-}  // namespace
-
-void Asker::keep(Finding finding, std::vector<Finding>& findings) {
-    // Another form of its section, or another entry, may treat a place in another way.
-    const auto is_another_form = [&](const Finding& one) {
-        const auto is_result = [&](const std::string& place) {
-            return std::find(one.results.begin(), one.results.end(), place) != one.results.end();
-        };
-        if (json_equal(one.behaviour.get(), finding.behaviour.get()) != 0) return false;
-        const bool takes_others = what_is_taken(one) != what_is_taken(finding);
-        const bool leads_elsewhere = std::none_of(finding.results.begin(), finding.results.end(), is_result);
-        return takes_others || (leads_elsewhere && !one.is_dropped && !finding.is_dropped);
-    };
-    const auto known = std::find_if(findings.begin(), findings.end(), [&](const Finding& one) {
-        return one.place == finding.place && one.container == finding.container && !is_another_form(one);
-    });
-    if (known == findings.end()) {
-        findings.push_back(std::move(finding));
-    } else if (known->is_dropped && !finding.is_dropped) {
-        *known = std::move(finding);
-    } else if (!finding.is_selector && !known->is_selector) {
-        for (const std::string& place : finding.results) add_once(known->results, place);
-    }
-}
-
 // Converts the document as it is, and keeps the words of tables and the order in which they read.
 ReadingOrder::Order watch(const Subject& subject, Answer& answer, std::map<Names, std::string>& words) {
     ReadingOrder order;
@@ -469,6 +238,8 @@ ReadingOrder::Order watch(const Subject& subject, Answer& answer, std::map<Names
     });
     return order.take();
 }
+
+}  // namespace
 
 void Asker::find_types(const Subject& subject) {
     base_ = answer(subject);

@@ -6,26 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "behaviour.h"
 #include "conversion.h"
+#include "finding.h"
 #include "names.h"
+#include "texts.h"
 
 namespace describe {
-
-// What is known of a place.
-struct Finding {
-    std::string place;
-    std::string container;             // "object", "array", "list", "names"; "" for a leaf or what is carried whole
-    bool is_whole = false;             // carried whole, whatever it is
-    bool carries_others = false;       // an object whose other members are carried, a list whose length is
-    std::string word;                  // of the table that has it; "" where none has
-    std::vector<std::string> results;  // the places of the other layout that it decides
-    bool is_name = false;              // is the name of a member of the other layout
-    bool is_selector = false;          // decides so many that only their common container is named
-    Tree behaviour;
-    bool is_dropped = false;
-    Tree example;
-};
 
 // A document of which each part is converted in silence.
 struct Subject {
@@ -61,7 +47,6 @@ private:
     bool are_members_carried(const Subject& subject, const Names& names, const Names& result);
     std::vector<Tree> probes_of(const Subject& subject, const Spot& spot) const;
     std::string result_place(const Subject& subject, json_t* result, const Names& names) const;
-    void keep(Finding finding, std::vector<Finding>& findings);
 
     const Texts& texts_;
     const std::vector<Row>& rows_;

@@ -298,18 +298,6 @@ bool Replies::has_codes() const {
     return !is_one_kind || (texts.refused.empty() && what_they_give(texts.taken).but.size() > 1);
 }
 
-bool Replies::is_carried() const {
-    return std::all_of(replies_.begin(), replies_.end(), [](const Reply& reply) {
-        return reply.message.empty() && same(reply.value.get(), reply.result.get());
-    });
-}
-
-bool Replies::is_dropped() const {
-    return std::all_of(replies_.begin(), replies_.end(), [this](const Reply& reply) {
-        return reply.message.empty() && same(reply.result.get(), replies_.front().result.get());
-    });
-}
-
 Tree Replies::behaviour() const {
     Tree list{json_array()};
     for (const char* type : {"string", "integer", "real", "boolean", "null", "array", "object"}) {

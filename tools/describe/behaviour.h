@@ -33,9 +33,6 @@ public:
     bool has_codes() const;
     // The texts and integers that are told so, in order, where they are few.
     Tree behaviour() const;
-    // The value that every type gives: what a carried value is. Empty where types are treated differently.
-    bool is_carried() const;
-    bool is_dropped() const;
 
 private:
     const Texts& texts_;

@@ -15,6 +15,20 @@ json_t* inside(json_t* value, const std::string& name) {
                                 : json_object_get(value, name.c_str());
 }
 
+Tree with_value_from(size_t depth, json_t* document, const Names& names, json_t* value) {
+    if (depth == names.size()) return Tree{json_incref(value)};
+    const std::string& name = names[depth];
+    Tree copy{json_copy(document)};
+    Tree inner = with_value_from(depth + 1, inside(document, name), names, value);
+    if (json_is_array(document))
+        json_array_set_new(copy.get(), std::strtoul(name.c_str(), nullptr, 10), inner.release());
+    else if (inner == nullptr)
+        json_object_del(copy.get(), name.c_str());
+    else
+        json_object_set_new(copy.get(), name.c_str(), inner.release());
+    return copy;
+}
+
 const char* type_of(json_t* entry) {
     return json_string_value(json_object_get(entry, "type"));
 }
@@ -30,6 +44,10 @@ Path path_to(json_t* root, const Names& names) {
     Path path;
     for (const std::string& name : names) path.push_back({name, root = inside(root, name)});
     return path;
+}
+
+Tree with_value(json_t* document, const Names& names, json_t* value) {
+    return with_value_from(0, document, names, value);
 }
 
 Names names_of(const std::string& pointer) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "rows.h"
+#include "tree.h"
 
 namespace describe {
 
@@ -18,6 +19,9 @@ using Names = std::vector<std::string>;
 // Along names and positions; null where nothing is.
 json_t* at(json_t* root, const Names& names);
 Path path_to(json_t* root, const Names& names);
+// The document with another value in that place; null takes out what is there. What is beside the way there is shared,
+// so that nothing that a conversion has shared changes.
+Tree with_value(json_t* document, const Names& names, json_t* value);
 Names names_of(const std::string& pointer);
 std::string pointer_of(const Names& names);
 
