@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "utf8.h"
+#include "json/utf8.h"
 
 namespace kcnvrt::text {
 

@@ -1,7 +1,7 @@
 // excerpt.h: the line of a text in which something is, as a person is shown it.
 #pragma once
 
-#include "buffer.h"
+#include "basis/buffer.h"
 #include "secrets.h"
 
 namespace kcnvrt::text {

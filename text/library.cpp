@@ -2,7 +2,7 @@
 #include <k_cnvrt.h>
 #include <k_cnvrt_text.h>
 
-#include "position.h"
+#include "json/position.h"
 
 const char* k_text_section(uint32_t list, size_t index) {
     if (list == K_TEXT_OLD_SECTIONS) return k_cnvrt_section_name(K_CNVRT_OLD_SECTIONS, index);

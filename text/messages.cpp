@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "json/pointer.h"
 #include "places.h"
-#include "pointer.h"
 #include "secrets.h"
 
 namespace kcnvrt::text {

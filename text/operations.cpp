@@ -6,18 +6,18 @@
 #include <algorithm>
 #include <iterator>
 
-#include "explain.h"
+#include "explain/explain.h"
+#include "json/reader.h"
+#include "json/writer.h"
 #include "layout.h"
-#include "loss_request.h"
+#include "losses/loss_request.h"
 #include "messages.h"
 #include "owned.h"
 #include "partial.h"
 #include "places.h"
-#include "reader.h"
 #include "request.h"
 #include "source.h"
 #include "subject.h"
-#include "writer.h"
 
 namespace kcnvrt::text {
 

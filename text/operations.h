@@ -1,8 +1,8 @@
 // operations.h: carrying out a request.
 #pragma once
 
+#include "basis/tree_memory.h"
 #include "result.h"
-#include "tree_memory.h"
 
 namespace kcnvrt::text {
 

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "pointer.h"
+#include "json/pointer.h"
 
 namespace kcnvrt::text {
 

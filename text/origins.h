@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "buffer.h"
+#include "basis/buffer.h"
 #include "owned.h"
 
 namespace kcnvrt::text {

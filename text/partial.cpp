@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "basis/sort.h"
+#include "json/pointer.h"
 #include "messages.h"
-#include "pointer.h"
-#include "sort.h"
 
 namespace kcnvrt::text {
 

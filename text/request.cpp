@@ -4,7 +4,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "pointer.h"
+#include "json/pointer.h"
 
 namespace kcnvrt::text {
 

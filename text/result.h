@@ -7,11 +7,11 @@
 #include <memory>
 #include <string_view>
 
-#include "buffer.h"
+#include "basis/buffer.h"
+#include "basis/tree_memory.h"
 #include "growing_array.h"
-#include "position.h"
+#include "json/position.h"
 #include "secrets.h"
-#include "tree_memory.h"
 
 namespace kcnvrt::text {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "skip.h"
+#include "json/skip.h"
 
 namespace kcnvrt::text {
 

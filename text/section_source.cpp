@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "pointer.h"
+#include "json/pointer.h"
 
 namespace kcnvrt::text {
 

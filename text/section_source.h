@@ -3,7 +3,7 @@
 
 #include <jansson.h>
 
-#include "buffer.h"
+#include "basis/buffer.h"
 
 namespace kcnvrt::text {
 

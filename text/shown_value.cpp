@@ -1,7 +1,7 @@
 #include "shown_value.h"
 
+#include "json/writer.h"
 #include "secrets.h"
-#include "writer.h"
 
 namespace kcnvrt::text {
 

@@ -1,7 +1,7 @@
 #include "source.h"
 
+#include "json/reader.h"
 #include "places.h"
-#include "reader.h"
 #include "unreadable.h"
 
 namespace kcnvrt::text {

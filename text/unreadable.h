@@ -1,8 +1,8 @@
 // unreadable.h: what is wrong with a text that cannot be read, in words for those who have to mend it.
 #pragma once
 
-#include "buffer.h"
-#include "reader.h"
+#include "basis/buffer.h"
+#include "json/reader.h"
 #include "source.h"
 
 namespace kcnvrt::text {

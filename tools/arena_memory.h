@@ -1,7 +1,7 @@
 // What the text layer needs to know of the arena.
 #pragma once
 
-#include "tree_memory.h"
+#include "basis/tree_memory.h"
 
 namespace kcnvrt {
 

@@ -9,11 +9,11 @@
 #include "answer.h"
 #include "arguments.h"
 #include "commands.h"
+#include "json/position.h"
+#include "json/writer.h"
 #include "output.h"
-#include "position.h"
 #include "printable.h"
 #include "shortened.h"
-#include "writer.h"
 
 namespace kcnvrt {
 

@@ -11,9 +11,9 @@
 
 #include "bytes.h"
 #include "properties.h"
-#include "text/pointer.h"
+#include "text/json/pointer.h"
+#include "text/json/utf8.h"
 #include "text/secrets.h"
-#include "text/utf8.h"
 
 namespace {
 

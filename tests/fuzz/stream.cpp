@@ -10,7 +10,7 @@
 #include <string>
 
 #include "bytes.h"
-#include "reader.h"
+#include "json/reader.h"
 #include "start.h"
 #include "stream/block_converter.h"
 

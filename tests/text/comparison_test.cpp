@@ -1,5 +1,5 @@
 // What comes back otherwise, and which entries of lists are the same.
-#include "comparison.h"
+#include "losses/comparison.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Changed copies, and what it says that they are converted to something else.
-#include "counter_check.h"
+#include "trials/counter_check.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
+#include "json/position.h"
 #include "owners.h"
-#include "position.h"
 #include "tree.h"
 
 namespace kcnvrt::text {

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "reader.h"
-#include "writer.h"
+#include "json/reader.h"
+#include "json/writer.h"
 
 namespace kcnvrt::text {
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "ask.h"
-#include "counter_check.h"
-#include "member_story.h"
-#include "result_sources.h"
+#include "explain/member_story.h"
+#include "explain/result_sources.h"
+#include "trials/counter_check.h"
 #include "values.h"
 
 namespace {

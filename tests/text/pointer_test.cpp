@@ -1,5 +1,5 @@
 // Following JSON Pointers through trees, those with escapes too.
-#include "pointer.h"
+#include "json/pointer.h"
 
 #include <gtest/gtest.h>
 

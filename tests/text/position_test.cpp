@@ -1,5 +1,5 @@
 // Where things stand in a text.
-#include "position.h"
+#include "json/position.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What the reader accepts and refuses, and where it says that a problem is.
-#include "reader.h"
+#include "json/reader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Reals, printed in both ways and read, against each other and against Jansson.
-#include "real.h"
+#include "json/real.h"
 
 #include <gtest/gtest.h>
 #include <jansson.h>

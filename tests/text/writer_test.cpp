@@ -1,5 +1,5 @@
 // What the writer writes, and what it hands over or refuses.
-#include "writer.h"
+#include "json/writer.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 
 #include "failure.h"
 #include "input.h"
-#include "skip.h"
+#include "json/skip.h"
 
 namespace kcnvrt {
 

@@ -2,10 +2,10 @@
 
 #include <new>
 
+#include "json/reader.h"
+#include "json/writer.h"
 #include "owned.h"
 #include "printable.h"
-#include "reader.h"
-#include "writer.h"
 
 namespace kcnvrt {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "position.h"
+#include "json/position.h"
 
 namespace kcnvrt {
 
