@@ -63,12 +63,14 @@ whole_lines() { # WHAT
     local line first
     for i in $(seq 20000); do echo "$good"; done > ../many
     mkfifo pipe
-    "$KCNVRT" stream --to-new ../many > pipe &
+    "$KCNVRT" stream --to-new --jobs 1 ../many > pipe &
     line=$!
     exec 5< pipe
     IFS= read -r first <&5
     sleep 0.3 # it waits for room in the pipe
     kill -TERM "$line"
+    # Nothing is read before the signal has come.
+    while grep -qE '^(Shd|Sig)Pnd:.*[1-9a-f]' "/proc/$line/status"; do sleep 0.01; done
     { echo "$first"; cat <&5; } > out
     exec 5<&-
     status=0
