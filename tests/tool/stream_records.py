@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """A stream of random records, a tenth of them broken, against a plain loop over the tool, byte for byte.
 
-stream_records.py TOOL EXAMPLES [RECORDS [SEED]]: so many records (300) in each of four ways."""
+stream_records.py TOOL EXAMPLES [SEED]: so many records as KCNVRT_STREAM_RECORDS says (1,200), in four ways."""
 
 import copy
 import json
@@ -13,8 +13,8 @@ import tempfile
 
 tool = os.path.realpath(sys.argv[1])
 examples = sys.argv[2]
-records = int(sys.argv[3]) if len(sys.argv) > 3 else 300
-seed = int(sys.argv[4]) if len(sys.argv) > 4 else 20240501
+records = int(os.environ.get("KCNVRT_STREAM_RECORDS", "1200")) // 4
+seed = int(sys.argv[3]) if len(sys.argv) > 3 else 20240501
 chance = random.Random(seed)
 
 
@@ -112,6 +112,17 @@ def holds_configuration(line):
     return isinstance(device, dict) and "config" in device
 
 
+BLANKS = b" \t\r"
+
+
+def blanks_before(text):
+    return text[:len(text) - len(text.lstrip(BLANKS))]
+
+
+def blanks_behind(text):
+    return text[len(text.rstrip(BLANKS)):]
+
+
 class Way:
     """How configurations stand in records; `expected` is the plain loop."""
 
@@ -164,7 +175,7 @@ class Way:
             return None
         if self.is_text:
             output = json.dumps(output.decode(), ensure_ascii=False).encode()
-        return before + output + behind
+        return before + blanks_before(held) + output + blanks_behind(held) + behind
 
 
 def random_line_end():
@@ -202,13 +213,13 @@ def check_problems(way, problems, stream):
         if problem["severity"] == "error":
             rejected.add(problem["line"])
         record = lines[problem["line"] - 1]
-        if not stream[problem["offset"]:].startswith(record):
+        if not stream.startswith(record, problem["offset"]):
             sys.exit(f"{way.name}: {problem} is not of line {record!r}")
     return rejected
 
 
 def check(way):
-    stream, output, with_nulls, rejects = b"", b"", b"", b""
+    stream, output, with_nulls, rejects = bytearray(), bytearray(), bytearray(), bytearray()
     rejected, number = set(), 1
     for i in range(records):
         line, parts = way.record(i)
