@@ -184,10 +184,13 @@ constexpr const Option* kOfEitherWay[] = {
     &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany,
     &kProgressOfMany, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfLosses[] = {
-    &kFromOld, &kFromNew, &kJson, &kExitCodeOfLosses, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor,
-    &kShowSecrets, &kHelp};
+    &kFromOld, &kFromNew, &kJson, &kExitCodeOfLosses, &kDslVlan, &kForce, &kOutput, &kOutputDir, &kResume,
+    &kNamesOfRejects, &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany,
+    &kProgressOfMany, &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfCheck[] = {
-    &kFromOld, &kFromNew, &kJson, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor, &kShowSecrets, &kHelp};
+    &kFromOld, &kFromNew, &kJson, &kDslVlan, &kForce, &kOutput, &kOutputDir, &kResume, &kNamesOfRejects,
+    &kProblemsOfMany, &kMaxRejectsOfMany, &kAcceptRejectsOfMany, &kJobsOfMany, &kSummaryOfMany, &kProgressOfMany,
+    &kErrors, &kColor, &kShowSecrets, &kHelp};
 constexpr const Option* kOfExplain[] = {
     &kFromResult, &kFromOld, &kFromNew, &kJsonOfExplain, &kDslVlan, &kForce, &kOutput, &kErrors, &kColor,
     &kShowSecrets, &kHelp};

@@ -19,7 +19,7 @@ ExitStatus answer(const Question& question, const Options& options) {
 
 // Of one file, or of many.
 ExitStatus answer_files(const char* command, const Question& question, const Options& options) {
-    return are_many_files(options, command) ? convert_files(question.operation, options, command)
+    return are_many_files(options, command) ? convert_files({command, question.operation}, options)
                                             : answer(question, options);
 }
 

@@ -3,6 +3,7 @@
 
 #include "answer.h"
 #include "commands.h"
+#include "files/many_files.h"
 #include "loss_lines.h"
 #include "output.h"
 
@@ -10,27 +11,47 @@ namespace kcnvrt {
 
 namespace {
 
-Answer ask_about(uint32_t operation, const Options& options) {
-    return ask({operation, nullptr, &options.file, nullptr, towards(options)}, options);
+bool report_has_colors(const Options& options) {
+    const bool is_standard_output = options.output == kStandardStream && options.stream.output_dir.empty();
+    return is_standard_output && has_colors(STDOUT_FILENO, options.color);
 }
 
-bool output_has_colors(const Options& options) {
-    return options.output == kStandardStream && has_colors(STDOUT_FILENO, options.color);
-}
-
-void append_problems(std::string& lines, const Answer& answer, const Options& options) {
+void append_problems(std::string& lines, const k_text_result_t* result, const Source& source, const Options& options) {
     k_text_problem_t problem;
     problem.size = sizeof problem;
     const ErrorFormat format = options.json ? ErrorFormat::kJson : ErrorFormat::kText;
-    for (std::size_t i = 0; k_text_problem(answer.result.get(), i, &problem) == 0; ++i)
-        append_message(lines, message_of(problem, answer.text, answer.other), format, output_has_colors(options));
+    for (std::size_t i = 0; k_text_problem(result, i, &problem) == 0; ++i)
+        append_message(lines, message_of(problem, source, source), format, report_has_colors(options));
 }
 
-void append_losses_of(const Answer& answer, const Options& options, std::string& lines) {
+void append_told_losses(std::string& lines, const k_text_result_t* result, const Source& source,
+                        const Options& options) {
     if (options.json)
-        append_json_losses(lines, answer.result.get(), answer.text.file);
+        append_json_losses(lines, result, source.file);
     else
-        append_losses(lines, answer.result.get(), answer.text.file, output_has_colors(options));
+        append_losses(lines, result, source.file, report_has_colors(options));
+}
+
+std::optional<std::string> report_of_losses(k_text_result_t* result, const Source& source, const Options& options,
+                                            const Messages& messages) {
+    messages.print(result, source, source);
+    if (exit_status_of(result) != kConverted) return std::nullopt;
+    std::string lines;
+    append_told_losses(lines, result, source, options);
+    return lines;
+}
+
+std::optional<std::string> report_of_check(k_text_result_t* result, const Source& source, const Options& options,
+                                           const Messages& messages) {
+    const ExitStatus status = exit_status_of(result);
+    if (status != kConverted && status != kRejected) {
+        messages.print(result, source, source);
+        return std::nullopt;
+    }
+    std::string lines;
+    append_problems(lines, result, source, options);
+    append_told_losses(lines, result, source, options);
+    return lines;
 }
 
 // What is told of a file says as much as the file.
@@ -40,31 +61,27 @@ void write_lines(const std::string& lines, const Options& options) {
     output.finish();
 }
 
+// Of one file, or of many.
+ExitStatus tell(const FileTask& task, const Options& options) {
+    if (are_many_files(options, task.command)) return convert_files(task, options);
+    const Answer answer = ask({task.operation, nullptr, &options.file, nullptr, task.flags}, options);
+    const Messages messages(options.errors, options.color);
+    const std::optional<std::string> lines = task.report(answer.result.get(), answer.text, options, messages);
+    if (!lines) return exit_status_of(answer.result.get());
+    write_lines(*lines, options);
+    return options.exit_code && !lines->empty() ? kDifferent : kConverted;
+}
+
 }  // namespace
 
 ExitStatus losses(const Options& options) {
-    const Answer answer = ask_about(K_TEXT_LOSSES, options);
-    Messages(options.errors, options.color).print(answer.result.get(), answer.text, answer.other);
-    const ExitStatus status = exit_status_of(answer.result.get());
-    if (status != kConverted) return status;
-    std::string lines;
-    append_losses_of(answer, options, lines);
-    write_lines(lines, options);
-    return options.exit_code && !lines.empty() ? kDifferent : kConverted;
+    return tell({"losses", K_TEXT_LOSSES, towards(options), report_of_losses}, options);
 }
 
-ExitStatus check(const Options& options) {
-    const Answer answer = ask_about(K_TEXT_CHECK, options);
-    const ExitStatus status = exit_status_of(answer.result.get());
-    if (status != kConverted && status != kRejected) {
-        Messages(options.errors, options.color).print(answer.result.get(), answer.text, answer.other);
-        return status;
-    }
-    std::string lines;
-    append_problems(lines, answer, options);
-    append_losses_of(answer, options, lines);
-    write_lines(lines, options);
-    return lines.empty() ? kConverted : kRejected;
+ExitStatus check(const Options& asked) {
+    Options options = asked;
+    options.exit_code = true;
+    return tell({"check", K_TEXT_CHECK, towards(options), report_of_check}, options);
 }
 
 }  // namespace kcnvrt

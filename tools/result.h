@@ -16,6 +16,9 @@ using Result = std::unique_ptr<k_text_result_t, FreeResult>;
 // Throws std::bad_alloc where a tree could not be made whole: it may look like any other.
 Result run_request(const k_text_request_t& request);
 
+// Whether anything was found that rejects a configuration.
+bool has_errors(const k_text_result_t* result);
+
 // Whether anything was left out, of a text that was converted.
 bool has_warnings(const k_text_result_t* result);
 

@@ -13,7 +13,7 @@ ExitStatus census(const Options& asked) {
     options.losses = true;
     options.stream.is_census = true;
     check_files(options, "census");
-    OrderedRun run(options, {.bytes = size_of_inputs(options.inputs), .records = 0});
+    OrderedRun run(options, {.bytes = size_of_inputs(options.inputs), .has_losses = true});
     convert_records(options, run);
     const Report report = run.report();
     if (options.stream.html) write_text(*options.stream.html, page_of(report));

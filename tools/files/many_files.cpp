@@ -10,9 +10,11 @@
 
 #include "answer.h"
 #include "arguments.h"
+#include "census/findings.h"
 #include "file_list.h"
 #include "loss_lines.h"
 #include "output.h"
+#include "printable.h"
 #include "stream/named_files.h"
 #include "stream/ordered_run.h"
 #include "stream/trees.h"
@@ -56,8 +58,8 @@ void refuse_to_replace_inputs(const FileList& files) {
 // Takes files, one after the other, for any thread.
 class FileConverter {
 public:
-    FileConverter(uint32_t operation, const Options& options, const FileList& files)
-        : operation_(operation), options_(options), files_(files) {}
+    FileConverter(const FileTask& task, const Options& options, const FileList& files, const Subject& subject)
+        : task_(task), options_(options), files_(files), subject_(subject) {}
 
     bool next(Outcome& outcome) {
         const std::size_t number = next_++;
@@ -73,10 +75,14 @@ public:
         return true;
     }
 
+    // Whether any report says anything.
+    bool has_told() const { return has_told_; }
+
 private:
     void convert(const FilePair& file, Outcome& outcome) {
-        if (options_.stream.resume && is_done(file.input, file.output)) {
+        if (options_.stream.resume && is_done(file, task_.report != nullptr ? Content::kLines : Content::kJson)) {
             ++outcome.tally.left;
+            if (task_.report != nullptr && !is_empty(file.output)) has_told_ = true;
             return;
         }
         ++outcome.tally.records;
@@ -85,6 +91,7 @@ private:
             source = {file.input, read_file(file.input)};
         } catch (const Failure& failure) {
             messages_in(outcome).print(failure.source, failure.function, failure.message);
+            if (subject_.has_losses) outcome.findings.push_back({"error", "", id_of(file)});
             return reject(file, outcome);
         }
         outcome.tally.bytes = source.text.size;
@@ -94,16 +101,49 @@ private:
     }
 
     void convert(const FilePair& file, const Source& source, Outcome& outcome) {
-        const Result result = run_request(request_of(operation_, source.text.view(), options_));
+        k_text_request_t request = request_of(task_.operation, source.text.view(), options_);
+        request.flags |= task_.flags;
+        const Result result = run_request(request);
         if (k_text_status(result.get()) == K_TEXT_OUT_OF_MEMORY) throw std::bad_alloc();
-        const Messages messages = messages_in(outcome);
-        messages.print(result.get(), source, source);
-        print_losses(result.get(), source.file, messages);
-        if (k_text_output(result.get(), nullptr) != nullptr)
-            write_result(file.output, {file.input}, output_of(result.get()));
-        if (k_text_status(result.get()) != K_TEXT_CONVERTED) return reject(file, outcome);
+        if (task_.report != nullptr)
+            write_report(file, source, result.get(), messages_in(outcome));
+        else
+            write_output(file, source, result.get(), messages_in(outcome));
+        count(file, result.get(), outcome);
+    }
+
+    void write_output(const FilePair& file, const Source& source, k_text_result_t* result, const Messages& messages) {
+        messages.print(result, source, source);
+        print_losses(result, source.file, messages);
+        if (k_text_output(result, nullptr) != nullptr) write_result(file.output, {file.input}, output_of(result));
+    }
+
+    // What is told of a file says as much as the file.
+    void write_report(const FilePair& file, const Source& source, k_text_result_t* result, const Messages& messages) {
+        const std::optional<std::string> report = task_.report(result, source, options_, messages);
+        if (!report) return;
+        Output output(file.output, {file.input});
+        output.put(*report);
+        output.finish();
+        if (!report->empty()) has_told_ = true;
+    }
+
+    // A report of losses is also made of what is rejected.
+    void count(const FilePair& file, const k_text_result_t* result, Outcome& outcome) const {
+        if (subject_.has_losses) add_findings(result, id_of(file), outcome.findings);
+        if (k_text_status(result) != K_TEXT_CONVERTED || has_errors(result)) return reject(file, outcome);
+        const bool is_warned = has_warnings(result);
+        const bool is_lossy = k_text_loss_count(result) != 0;
         ++outcome.tally.converted;
-        if (has_warnings(result.get())) ++outcome.tally.warned;
+        outcome.tally.warned += is_warned ? 1 : 0;
+        outcome.tally.lossy += is_lossy ? 1 : 0;
+        outcome.tally.troubled += is_warned || is_lossy ? 1 : 0;
+    }
+
+    static std::string id_of(const FilePair& file) {
+        std::string id;
+        append_json_string(id, file.input);
+        return id;
     }
 
     // For a file they are objects, without colours.
@@ -119,10 +159,12 @@ private:
         outcome.behind_rejects.push_back(outcome.end());
     }
 
-    const uint32_t operation_;
+    const FileTask& task_;
     const Options& options_;
     const FileList& files_;
+    const Subject& subject_;
     std::atomic<std::size_t> next_{0};
+    std::atomic<bool> has_told_{false};
     std::mutex large_;
 };
 
@@ -142,14 +184,22 @@ bool are_many_files(const Options& options, const char* command) {
     return true;
 }
 
-ExitStatus convert_files(uint32_t operation, const Options& options, const char* command) {
+ExitStatus convert_files(const FileTask& task, const Options& options) {
     const FileList files(options.stream.files, options.stream.output_dir);
     refuse_to_replace_inputs(files);
-    check_files(options, command);
+    check_files(options, task.command);
     make_folders(files);
-    FileConverter converter(operation, options, files);
-    OrderedRun run(options, {.bytes = 0, .records = files.size()});
-    return run.run([&converter](Outcome& outcome) { return converter.next(outcome); });
+    const bool is_report = task.report != nullptr;
+    const Subject subject = {.records = files.size(),
+                             .has_losses = options.losses || is_report,
+                             .one = "file",
+                             .many = "files",
+                             .good = is_report ? "convertible" : "converted"};
+    FileConverter converter(task, options, files, subject);
+    OrderedRun run(options, subject);
+    const ExitStatus status = run.run([&converter](Outcome& outcome) { return converter.next(outcome); });
+    const bool is_told = options.exit_code && converter.has_told() && !options.stream.accept_rejects;
+    return status == kConverted && is_told ? kDifferent : status;
 }
 
 }  // namespace kcnvrt

@@ -1,11 +1,20 @@
 // Whether a file that is there already is a result that need not be made again.
 #pragma once
 
-#include <string>
+#include "file_list.h"
 
 namespace kcnvrt {
 
-// Whether `output` is newer than `input`, and a JSON object or array from its first byte to its last.
-bool is_done(const std::string& input, const std::string& output);
+// What a result is.
+enum class Content {
+    kJson,   // an object or array from the first byte to the last
+    kLines,  // none, or whole ones
+};
+
+// Whether the output is newer than the input, and whole.
+bool is_done(const FilePair& file, Content content);
+
+// Whether a file is there and has no byte.
+bool is_empty(const std::string& file);
 
 }  // namespace kcnvrt

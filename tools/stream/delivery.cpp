@@ -13,9 +13,11 @@ bool is_progress_shown(const StreamOptions& options) {
     return options.progress || stderr_is_terminal();
 }
 
+// A stream whose losses are counted has nothing else that would tell of them.
 SummaryFormat format_of(const Options& options) {
     if (options.stream.is_census) return SummaryFormat::kNone;
-    const bool is_shown = is_progress_shown(options.stream) || options.losses;
+    const bool is_told_alone = options.losses && options.stream.output_dir.empty();
+    const bool is_shown = is_progress_shown(options.stream) || is_told_alone;
     return options.stream.summary.value_or(is_shown ? SummaryFormat::kText : SummaryFormat::kNone);
 }
 
@@ -29,11 +31,12 @@ std::string_view until(const std::string& lines, std::size_t end) {
 
 }  // namespace
 
-Delivery::Delivery(const Options& options, Progress::Total total)
+Delivery::Delivery(const Options& options, const Subject& subject)
     : options_(options),
+      subject_(subject),
       rejects_(open_file(options.stream.rejects, options)),
       problems_(open_file(options.stream.problems, options)),
-      progress_(is_progress_shown(options.stream), total) {
+      progress_(is_progress_shown(options.stream), subject) {
     const bool is_stream = options.stream.output_dir.empty() && !options.stream.is_census;
     const bool is_standard = options.output == kStandardStream;
     if (is_stream && is_standard) output_ = std::make_unique<LineFile>(STDOUT_FILENO, kStandardStream);
@@ -85,8 +88,10 @@ ExitStatus Delivery::finish() {
     progress_.clear();
     if (is_cut_)
         Messages(options_.errors, options_.color)
-            .print("kcnvrt", "stream", "more records were rejected than --max-rejects allows: the run ends here");
-    LineFile(STDERR_FILENO, kStandardStream).write(summary_of(report(), format_of(options_), options_.losses));
+            .print(
+                "kcnvrt", "stream",
+                std::string("more ") + subject_.many + " were rejected than --max-rejects allows: the run ends here");
+    LineFile(STDERR_FILENO, kStandardStream).write(summary_of(report(), format_of(options_), subject_));
     const bool is_accepted = tally_.rejected == 0 || (options_.stream.accept_rejects && !is_cut_);
     return is_accepted ? kConverted : kRejected;
 }

@@ -17,7 +17,7 @@ namespace kcnvrt {
 class Delivery {
 public:
     // Opens the files that the user named.
-    Delivery(const Options& options, Progress::Total total);
+    Delivery(const Options& options, const Subject& subject);
 
     // False when there are more rejects than are allowed: what came behind the last one is not written.
     bool deliver(const Outcome& outcome);
@@ -37,6 +37,7 @@ private:
     void write_lines(std::string_view lines);
 
     const Options& options_;
+    const Subject subject_;
     std::unique_ptr<Output> replaced_;   // where the output is a file
     std::unique_ptr<LineFile> output_;   // where it is standard output; with --output-dir there is neither
     std::unique_ptr<LineFile> rejects_;  // where they are kept

@@ -21,8 +21,8 @@ void convert_parts(const std::function<bool(Outcome&)>& next, Turns& turns) try 
 
 }  // namespace
 
-OrderedRun::OrderedRun(const Options& options, Progress::Total total)
-    : jobs_(options.stream.jobs != 0 ? options.stream.jobs : usable_cores()), delivery_(options, total) {
+OrderedRun::OrderedRun(const Options& options, const Subject& subject)
+    : jobs_(options.stream.jobs != 0 ? options.stream.jobs : usable_cores()), delivery_(options, subject) {
     end_between_lines();
     json_object_seed(0);  // before there are threads
 }

@@ -11,8 +11,8 @@ namespace kcnvrt {
 
 class OrderedRun {
 public:
-    // Opens what the user named. `total` is what will be read, as far as that is known.
-    OrderedRun(const Options& options, Progress::Total total);
+    // Opens what the user named.
+    OrderedRun(const Options& options, const Subject& subject);
 
     // Calls `next` in every thread until it is false: it converts the next part, and leaves no exception.
     ExitStatus run(const std::function<bool(Outcome&)>& next);

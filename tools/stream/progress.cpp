@@ -50,8 +50,8 @@ std::string bar(double part) {
 
 }  // namespace
 
-Progress::Progress(bool is_shown, Total total)
-    : is_shown_(is_shown), is_terminal_(stderr_is_terminal()), total_(total), next_(start_ + kFirst) {}
+Progress::Progress(bool is_shown, const Subject& subject)
+    : is_shown_(is_shown), is_terminal_(stderr_is_terminal()), subject_(subject), next_(start_ + kFirst) {}
 
 Progress::~Progress() {
     clear();
@@ -78,8 +78,8 @@ void Progress::clear() {
 
 // 0 where the end is not known.
 double Progress::part_done(const Tally& tally) const {
-    const std::size_t total = total_.bytes != 0 ? total_.bytes : total_.records;
-    const std::size_t done = total_.bytes != 0 ? tally.bytes : tally.records + tally.left;
+    const std::size_t total = subject_.bytes != 0 ? subject_.bytes : subject_.records;
+    const std::size_t done = subject_.bytes != 0 ? tally.bytes : tally.records + tally.left;
     return total == 0 ? 0 : std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
 }
 
@@ -87,10 +87,10 @@ double Progress::part_done(const Tally& tally) const {
 std::string Progress::line(const Tally& tally) const {
     const double passed = seconds();
     const double part = part_done(tally);
-    const bool is_known = total_.bytes + total_.records != 0;
+    const bool is_known = subject_.bytes + subject_.records != 0;
     std::string text;
     if (is_known) text = bar(part) + " " + with_digits(100 * part, 0) + " %  ";
-    text += counted(tally.records, "record", "records");
+    text += counted(tally.records, subject_.one, subject_.many);
     if (tally.rejected != 0) text += ", " + grouped(tally.rejected) + " rejected";
     text += "  " + rate(static_cast<double>(tally.bytes) / passed) + "  ";
     return part == 0 ? text + clock_time(passed) : text + clock_time(passed * (1 - part) / part) + " left";

@@ -5,19 +5,14 @@
 #include <cstddef>
 #include <string>
 
+#include "subject.h"
 #include "tally.h"
 
 namespace kcnvrt {
 
 class Progress {
 public:
-    // What there will be in the end; 0 where it is not known.
-    struct Total {
-        std::size_t bytes;
-        std::size_t records;
-    };
-
-    Progress(bool is_shown, Total total);
+    Progress(bool is_shown, const Subject& subject);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -39,7 +34,7 @@ private:
 
     const bool is_shown_;
     const bool is_terminal_;
-    const Total total_;
+    const Subject subject_;
     const Clock::time_point start_ = Clock::now();
     Clock::time_point next_;
     bool is_on_screen_ = false;

@@ -20,7 +20,7 @@ ExitStatus convert_records(const Options& options, OrderedRun& run) {
 
 ExitStatus stream(const Options& options) {
     check_files(options, "stream");
-    OrderedRun run(options, {.bytes = size_of_inputs(options.inputs), .records = 0});
+    OrderedRun run(options, {.bytes = size_of_inputs(options.inputs), .has_losses = options.losses});
     return convert_records(options, run);
 }
 

@@ -23,11 +23,11 @@ std::string json_summary(const Report& report, bool has_losses) {
     return text;
 }
 
-std::string text_summary(const Report& report, bool has_losses) {
+std::string text_summary(const Report& report, const Subject& subject) {
     const Tally& tally = report.tally;
-    std::string text = counted(tally.records, "record", "records") + ": " + grouped(tally.converted) + " converted (" +
-                       grouped(tally.warned) + " with warnings";
-    if (has_losses) text += ", " + grouped(tally.lossy) + " with losses";
+    std::string text = counted(tally.records, subject.one, subject.many) + ": " + grouped(tally.converted) + " " +
+                       subject.good + " (" + grouped(tally.warned) + " with warnings";
+    if (subject.has_losses) text += ", " + grouped(tally.lossy) + " with losses";
     text += "), " + grouped(tally.rejected) + " rejected; " + counted(tally.bytes, "byte", "bytes") + " in " +
             report.seconds + " s";
     if (tally.left != 0) text += "; " + grouped(tally.left) + " left alone";
@@ -37,9 +37,9 @@ std::string text_summary(const Report& report, bool has_losses) {
 
 }  // namespace
 
-std::string summary_of(const Report& report, SummaryFormat format, bool has_losses) {
+std::string summary_of(const Report& report, SummaryFormat format, const Subject& subject) {
     if (format == SummaryFormat::kNone) return "";
-    return format == SummaryFormat::kJson ? json_summary(report, has_losses) : text_summary(report, has_losses);
+    return format == SummaryFormat::kJson ? json_summary(report, subject.has_losses) : text_summary(report, subject);
 }
 
 }  // namespace kcnvrt
