@@ -5,10 +5,10 @@
 
 #include <csignal>
 
-#include "arena.h"
-#include "command_line.h"
-#include "out_of_memory.h"
-#include "passing_file.h"
+#include "commands/command_line.h"
+#include "disk/passing_file.h"
+#include "memory/arena.h"
+#include "memory/out_of_memory.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "bytes.h"
-#include "command_line.h"
+#include "commands/command_line.h"
 #include "properties.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The memory of the tool's trees.
-#include "arena.h"
+#include "memory/arena.h"
 
 #include <gtest/gtest.h>
 #include <jansson.h>

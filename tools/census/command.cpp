@@ -1,6 +1,6 @@
 #include "command.h"
 
-#include "output.h"
+#include "disk/output.h"
 #include "report.h"
 #include "stream/named_files.h"
 #include "stream/stream.h"

@@ -1,7 +1,7 @@
 // The census before a migration.
 #pragma once
 
-#include "command_line.h"
+#include "commands/command_line.h"
 
 namespace kcnvrt {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <tuple>
 
-#include "loss_lines.h"
-#include "messages.h"
+#include "commands/loss_lines.h"
 #include "place_pattern.h"
+#include "print/messages.h"
 
 namespace kcnvrt {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "numbers.h"
+#include "print/numbers.h"
 #include "report.h"
 
 namespace kcnvrt {

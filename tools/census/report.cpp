@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "json_line.h"
-#include "numbers.h"
-#include "printable.h"
-#include "terminal.h"
+#include "print/json_line.h"
+#include "print/numbers.h"
+#include "print/printable.h"
+#include "print/terminal.h"
 
 namespace kcnvrt {
 

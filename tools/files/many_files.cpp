@@ -8,13 +8,13 @@
 #include <mutex>
 #include <new>
 
-#include "answer.h"
-#include "arguments.h"
 #include "census/findings.h"
+#include "commands/answer.h"
+#include "commands/arguments.h"
+#include "commands/loss_lines.h"
+#include "disk/output.h"
 #include "file_list.h"
-#include "loss_lines.h"
-#include "output.h"
-#include "printable.h"
+#include "print/printable.h"
 #include "stream/named_files.h"
 #include "stream/ordered_run.h"
 #include "stream/trees.h"

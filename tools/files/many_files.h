@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "command_line.h"
-#include "result.h"
+#include "commands/command_line.h"
+#include "commands/result.h"
 
 namespace kcnvrt {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "disk/input.h"
 #include "failure.h"
-#include "input.h"
 #include "json/skip.h"
 
 namespace kcnvrt {

@@ -1,7 +1,7 @@
 // layout_commands.h: the commands that tell of the layouts themselves.
 #pragma once
 
-#include "command_line.h"
+#include "commands/command_line.h"
 
 namespace kcnvrt {
 

@@ -1,9 +1,9 @@
 // kcnvrt mapping: for a person, as JSON, and as the pages of docs/mapping.
-#include "arguments.h"
+#include "commands/arguments.h"
+#include "commands/nearest.h"
+#include "disk/output.h"
 #include "layout_commands.h"
 #include "mapping.h"
-#include "nearest.h"
-#include "output.h"
 #include "sentences.h"
 
 namespace kcnvrt {

@@ -1,9 +1,9 @@
 // kcnvrt schema and kcnvrt example: a layout for an editor, and by example.
-#include "arguments.h"
+#include "commands/arguments.h"
+#include "commands/nearest.h"
+#include "disk/output.h"
 #include "layout_commands.h"
 #include "mapping.h"
-#include "nearest.h"
-#include "output.h"
 #include "schema.h"
 #include "sentences.h"
 

@@ -2,7 +2,7 @@
 
 #include <k_cnvrt_text.h>
 
-#include "help.h"
+#include "commands/help.h"
 #include "pages.h"
 
 namespace kcnvrt::pages {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "command_table.h"
+#include "commands/command_table.h"
 
 namespace kcnvrt::pages {
 

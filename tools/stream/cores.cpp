@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
+#include "disk/input.h"
 #include "failure.h"
-#include "input.h"
 
 namespace kcnvrt {
 

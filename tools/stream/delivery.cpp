@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include "input.h"
-#include "numbers.h"
+#include "disk/input.h"
+#include "print/numbers.h"
 
 namespace kcnvrt {
 

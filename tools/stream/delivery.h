@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "census/report.h"
-#include "command_line.h"
+#include "commands/command_line.h"
+#include "disk/output.h"
 #include "line_file.h"
 #include "outcome.h"
-#include "output.h"
 #include "progress.h"
 
 namespace kcnvrt {

@@ -6,7 +6,7 @@
 #include <atomic>
 #include <csignal>
 
-#include "passing_file.h"
+#include "disk/passing_file.h"
 
 namespace kcnvrt {
 

@@ -7,9 +7,9 @@
 #include <cerrno>
 #include <cstring>
 
+#include "disk/permissions.h"
 #include "ending.h"
 #include "failure.h"
-#include "permissions.h"
 
 namespace kcnvrt {
 

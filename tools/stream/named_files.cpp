@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "arguments.h"
+#include "commands/arguments.h"
 
 namespace kcnvrt {
 

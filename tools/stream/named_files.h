@@ -1,7 +1,7 @@
 // The files of a run, before any is read or written.
 #pragma once
 
-#include "command_line.h"
+#include "commands/command_line.h"
 
 namespace kcnvrt {
 

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "command_line.h"
+#include "commands/command_line.h"
 #include "delivery.h"
 #include "wake.h"
 

@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "numbers.h"
-#include "terminal.h"
+#include "print/numbers.h"
+#include "print/terminal.h"
 
 namespace kcnvrt {
 

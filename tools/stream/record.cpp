@@ -5,7 +5,7 @@
 #include "json/reader.h"
 #include "json/writer.h"
 #include "owned.h"
-#include "printable.h"
+#include "print/printable.h"
 
 namespace kcnvrt {
 

@@ -4,7 +4,7 @@
 
 #include "census/findings.h"
 #include "options.h"
-#include "printable.h"
+#include "print/printable.h"
 #include "source.h"
 #include "trees.h"
 

@@ -1,8 +1,8 @@
 // Converting one record.
 #pragma once
 
-#include "answer.h"
-#include "command_line.h"
+#include "commands/answer.h"
+#include "commands/command_line.h"
 #include "outcome.h"
 #include "record.h"
 #include "record_problems.h"

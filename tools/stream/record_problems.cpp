@@ -1,7 +1,7 @@
 #include "record_problems.h"
 
-#include "json_line.h"
-#include "messages.h"
+#include "print/json_line.h"
+#include "print/messages.h"
 
 namespace kcnvrt {
 

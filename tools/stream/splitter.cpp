@@ -9,8 +9,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "disk/input.h"
 #include "failure.h"
-#include "input.h"
 
 namespace kcnvrt {
 

@@ -1,7 +1,7 @@
 // Converting newline-delimited JSON.
 #pragma once
 
-#include "command_line.h"
+#include "commands/command_line.h"
 #include "ordered_run.h"
 
 namespace kcnvrt {

@@ -1,7 +1,7 @@
 #include "summary.h"
 
-#include "json_line.h"
-#include "numbers.h"
+#include "print/json_line.h"
+#include "print/numbers.h"
 
 namespace kcnvrt {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "arena.h"
+#include "memory/arena.h"
 
 namespace kcnvrt {
 

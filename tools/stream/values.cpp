@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "command_line.h"
+#include "commands/command_line.h"
 
 namespace kcnvrt {
 

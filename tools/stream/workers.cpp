@@ -4,7 +4,7 @@
 #include <thread>
 #include <vector>
 
-#include "arena.h"
+#include "memory/arena.h"
 
 namespace kcnvrt {
 
