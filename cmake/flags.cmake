@@ -54,17 +54,14 @@ function(kcnvrt_library name)
     target_sources(${name} PRIVATE $<TARGET_OBJECTS:${name}_objects>)
 endfunction()
 
-# Exports exactly the names listed in abi/lib<NAME>.symbols, under a version-1 SONAME. The C driver links it, so that
-# the link itself fails on the first symbol of the C++ library; a sanitizer or coverage build needs the C++ driver.
-function(kcnvrt_link_shared name)
-    set(symbols ${PROJECT_SOURCE_DIR}/abi/lib${name}.symbols)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${symbols})
-    file(STRINGS ${symbols} exported REGEX "^[a-zA-Z]")
-    list(JOIN exported ";\n        " exported)
-    set(script ${CMAKE_CURRENT_BINARY_DIR}/${name}.map)
-    file(CONFIGURE OUTPUT ${script} @ONLY
-         CONTENT "@name@_1 {\n    global:\n        @exported@;\n    local:\n        *;\n};\n")
+include(${CMAKE_CURRENT_LIST_DIR}/version_script.cmake)
 
+# Exports exactly the names listed in abi/lib<NAME>.symbols, under a SONAME with the major version. The C driver links
+# it, so that the link itself fails on the first symbol of the C++ library; a sanitizer or coverage build needs the C++
+# driver.
+function(kcnvrt_link_shared name)
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${name}.map)
+    kcnvrt_version_script(${name} ${script})
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${script})
     target_link_options(${name} PRIVATE -Wl,--version-script=${script} -Wl,--as-needed)

@@ -7,7 +7,7 @@ set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
 packages=$root/build/packages
-version=$(sed -n 's/^project(k_cnvrt VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+version=$("$root/scripts/version.sh")
 maintainer=$(sed -n 's/^Maintainer: //p' "$root/debian/control")
 export SOURCE_DATE_EPOCH
 SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct)
