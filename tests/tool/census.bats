@@ -42,6 +42,19 @@ END
     equal "$(sed 's/ *$//' got)" "$(sed 's/ *$//' expected)"
 }
 
+@test "the places of a census are those of mapping" {
+    local place places=0
+    printf '%s\n' '{"vlan":{"vlans":[{"ports":{"lan7":1}}]},"Links":{"x":1}}' > mine
+    cat "$BATS_TEST_DIRNAME"/../../examples/*.old.json mine | jq -c . > fleet
+    "$KCNVRT" census fleet --json | jq -r '.places[] | select(.place != "").place' > places
+    grep -qF '/vlan/vlans/*/ports/*' places
+    while read -r place; do
+        kcnvrt 0 mapping "$place"
+        places=$((places + 1))
+    done < places
+    [ "$places" -gt 8 ]
+}
+
 @test "the table is for people" {
     fleet
     kcnvrt 0 census fleet --at /config --id /serial

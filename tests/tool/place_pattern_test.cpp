@@ -3,7 +3,22 @@
 
 #include <gtest/gtest.h>
 
+#include "layouts/layouts.h"
+#include "layouts/places.h"
+
 namespace kcnvrt {
+
+namespace {
+
+// With a number for each entry, which a device may also give as a name.
+std::string with_entries(const std::string& place) {
+    Steps steps = steps_of(place);
+    for (std::string& step : steps)
+        if (step == "*") step = "7";
+    return place_of(steps);
+}
+
+}  // namespace
 
 TEST(PlacePattern, NumbersAndNamesOfEntriesAreLeftOut) {
     EXPECT_EQ("", place_pattern(""));
@@ -13,6 +28,28 @@ TEST(PlacePattern, NumbersAndNamesOfEntriesAreLeftOut) {
     EXPECT_EQ("/Device/Ifaces/ethernet/*/services/ppp/*/auth",
               place_pattern("/Device/Ifaces/ethernet/1/services/ppp/2/auth"));
     EXPECT_EQ("/groups/*", place_pattern("/groups/a~1b"));
+    EXPECT_EQ("/vlan/vlans/*/ports/*", place_pattern("/vlan/vlans/1/ports/lan1"));
+    EXPECT_EQ("/Links/*/state", place_pattern("/Links/ppp0/state"));
+    EXPECT_EQ("/rip/*", place_pattern("/rip/br0"));
+}
+
+TEST(PlacePattern, UnknownMembersOfEntriesKeepTheirNames) {
+    EXPECT_EQ("/ifaces/*/unknown", place_pattern("/ifaces/eth0/unknown"));
+    EXPECT_EQ("/ifaces/*/unknown/*/eth0", place_pattern("/ifaces/eth0/unknown/17/eth0"));
+    EXPECT_EQ("/unknown/eth0", place_pattern("/unknown/eth0"));
+}
+
+TEST(PlacePattern, EachPlaceOfTheDescriptionIsItsOwn) {
+    const Layouts layouts;
+    std::size_t places = 0;
+    for (const Layout layout : {Layout::kOld, Layout::kNew})
+        for (const LayoutLine& line : layouts.lines())
+            for (const std::string& place : plain_places(line.places(layout))) {
+                EXPECT_EQ(place, place_pattern(place));
+                EXPECT_EQ(place, place_pattern(with_entries(place)));
+                ++places;
+            }
+    EXPECT_GT(places, 1000U);
 }
 
 TEST(PlacePattern, NamesOfMembersStay) {

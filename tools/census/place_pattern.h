@@ -6,7 +6,8 @@
 
 namespace kcnvrt {
 
-// A JSON Pointer into a configuration with * for each number, and for each name that a device gave.
+// A JSON Pointer into a configuration with * for each number, and for each name that a device gave: as `kcnvrt mapping`
+// has it, but with * for the entries of every type.
 std::string place_pattern(std::string_view pointer);
 
 }  // namespace kcnvrt
