@@ -2,8 +2,8 @@
 # Sourced by build.sh: the Debian packages that the build and its checks need, installed where they are missing.
 
 build_packages=(g++ cmake ninja-build pkg-config libjansson-dev)
-docs_packages=(jq)
-test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats python3 python3-jsonschema parallel
+docs_packages=(jq python3 python3-rich)
+test_packages=("${build_packages[@]}" "${docs_packages[@]}" libgtest-dev bats python3-jsonschema parallel
     openssh-server mypy python3-dask python3-distributed python3-fsspec zsh fish groff-base)
 # Besides those:
 lint_packages=(git clang-format-14 clang-tidy-14 shellcheck)
