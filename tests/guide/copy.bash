@@ -36,12 +36,29 @@ restore_all() {
     restore "${file[@]}"
 }
 
-# run_shown COMMAND_FILE: runs it in the copy, and what it prints has to be what the page shows, where the page shows
-# it.
+# commands_of PAGE SECTION: the commands of a section, as files in $blocks/SECTION.
+commands_of() {
+    mkdir -p "$blocks/$2"
+    awk -v heading="$2" -v into="$blocks/$2" -f "$source_tree/tests/guide/commands.awk" "$source_tree/$1"
+    compgen -G "$blocks/$2/*.command" > /dev/null || fail "$1 shows no commands in \"$2\"."
+}
+
+# code_of PAGE SECTION LANGUAGE: the fenced code of that language in a section.
+code_of() {
+    local into=$blocks/code
+    rm -rf "$into"
+    mkdir "$into"
+    awk -v heading="$2" -v into="$into" -f "$source_tree/tests/guide/blocks.awk" "$source_tree/$1"
+    compgen -G "$into/*.$3" > /dev/null || fail "$1 shows no code in \"$2\"."
+    cat "$into"/*."$3"
+}
+
+# run_shown COMMAND_FILE: runs it in the copy, or in the folder $shown_in, and what it prints has to be what the page
+# shows, where the page shows it.
 run_shown() {
     local command printed output=${1%.command}.output
     command=$(< "$1")
-    printed=$(cd "$copy" && bash -euo pipefail -c "$command" 2> "$blocks/errors") ||
+    printed=$(cd "${shown_in:-$copy}" && bash -euo pipefail -c "$command" 2> "$blocks/errors") ||
         fail "$printed" "$(< "$blocks/errors")" "This fails: $command"
     [ ! -f "$output" ] || awk -f "$source_tree/tests/guide/shown.awk" "$output" <(printf '%s\n' "$printed") ||
         fail "$(head -n 50 <<< "$printed")" "This prints something else than the page shows: $command"

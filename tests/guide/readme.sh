@@ -1,106 +1,145 @@
 #!/bin/bash
-# Does what README.md shows, line by line, in a copy of the tree: readme.sh TREE FOLDER. What is compiled from C is
-# compiled with what it installs for a device. `./test` is not run: this is a part of it.
+# Does what README.md and docs/c.md show, line by line, in a copy of the tree: readme.sh TREE FOLDER. It is installed as
+# README says, but into a folder: sudo and ldconfig are stand-ins. The packages are tested where they can be installed
+# (scripts/package.sh --test), and `./test` is not run: this is a part of it.
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/copy.bash"
-installed=$copy/rootfs
-readme=$source_tree/README.md
+readme=README.md
+root=$copy/build/readme # of a system in which it is installed
+home=$root/home # where a user tries it
+elsewhere=$root/without-sudo # where a user who may not write to the system would have written to it
 
-# commands SECTION: the commands of the section, as files in $blocks/SECTION.
-commands() {
-    mkdir -p "$blocks/$1"
-    awk -v heading="$1" -v into="$blocks/$1" -f "$source_tree/tests/guide/commands.awk" "$readme"
-    ls "$blocks/$1"/*.command > /dev/null 2>&1 || fail "README.md shows no commands in \"$1\"."
+# stand_in NAME LINE...: a script in place of the system's own program.
+stand_in() {
+    printf '%s\n' '#!/bin/sh' "${@:2}" > "$root/stand-ins/$1"
+    chmod +x "$root/stand-ins/$1"
 }
 
-run_section() {
+restore_all
+rm -rf "$root"
+mkdir -p "$root/stand-ins" "$home"
+stand_in sudo "DESTDIR='$root/system' exec \"\$@\""
+stand_in ldconfig "touch '$root/known-to-the-loader'"
+export DESTDIR=$elsewhere PATH=$root/stand-ins:$PATH
+
+# files_of FOLDER: the files that are in it, and the folders that are ours.
+files_of() { [ ! -e "$1" ] || find "$1" ! -type d -o -name '*cnvrt*'; }
+
+try_it() {
     local command
-    commands "$1"
-    for command in "$blocks/$1"/*.command; do
+    commands_of $readme "Try it"
+    for command in "$blocks/Try it"/*.command; do
         [ "$(< "$command")" = ./test ] || run_shown "$command"
     done
 }
 
-# check_usage COMMAND_FILE: what a usage line shows, which is no command yet, is what the tool's help knows.
-check_usage() {
-    local name help word
-    read -r _ name _ < "$1"
-    help=$(kcnvrt "$name" --help) || fail "The tool has no command $name."
-    { grep -o -e '--[a-z-]*' "$1" || true; } | while read -r word; do
-        [[ $help = *"$word"* ]] || fail "kcnvrt $name has no $word."
+install_it() {
+    local command
+    commands_of $readme "Install it"
+    for command in "$blocks/Install it"/*.command; do
+        case $(< "$command") in
+            scripts/package.sh | "sudo apt install "*) ;;
+            *uninstall*) uninstall=$command ;;
+            *) run_shown "$command" ;;
+        esac
+    done
+    [ -n "${uninstall:-}" ] || fail "$readme does not say how to take it away."
+    prefix=$root/system/usr/local
+    [ -x "$prefix/bin/kcnvrt" ] || fail "kcnvrt is not below /usr/local."
+    [ -e "$root/known-to-the-loader" ] || fail "The loader does not know the libraries."
+    LD_LIBRARY_PATH=$(dirname "$(find "$prefix" -name libk_cnvrt.so.1)")
+    PKG_CONFIG_PATH=$LD_LIBRARY_PATH/pkgconfig
+    export LD_LIBRARY_PATH PKG_CONFIG_PATH PATH=$prefix/bin:$PATH
+}
+
+check_pages() {
+    local page
+    for page in man/man1/kcnvrt.1 man/man3/k_cnvrt.3 bash-completion/completions/kcnvrt \
+        zsh/vendor-completions/_kcnvrt fish/vendor_completions.d/kcnvrt.fish; do
+        [ -s "$prefix/share/$page" ] || fail "share/$page is not installed."
     done
 }
 
-# check_message MESSAGE_FILE: what the tool prints of such a field that does not fit. Line and column may differ.
-check_message() {
-    local message path printed
-    message=$(< "$1")
-    path=${message#*: error: /}
-    path=${path%%: *}
-    jq --arg path "$path" 'setpath($path / "/"; "x")' \
-        "$source_tree/examples/home-gateway.old.json" > "$copy/gateway.old.json"
-    printed=$(cd "$copy" && kcnvrt to-new gateway.old.json 2>&1 > /dev/null) || true
-    [ "$(without_position "$printed")" = "$(without_position "$message")" ] ||
-        fail "Of a bad $path the tool says: $printed"
+same() { cmp "$1" "$2" || fail "$3 does not do what the tool does."; }
+
+link_from_c() {
+    code_of $readme "Link it" c > "$home/main.c"
+    commands_of $readme "Link it"
+    shown_in=$home run_shown "$blocks/Link it/01.command"
+    same "$home/expected" <(jq . --indent 4 "$home/gateway.new.json") "The program in C of $readme"
 }
 
-# check_loss MESSAGE_FILE: what the tool prints of the example, which loses that.
-check_loss() {
-    local message printed
-    message=$(without_position "$(< "$1")")
-    cp "$source_tree/examples/home-gateway.old.json" "$copy/gateway.old.json"
-    printed=$(cd "$copy" && kcnvrt to-new --losses gateway.old.json 2>&1 > /dev/null)
-    [[ $(without_position "$printed") = *"$message"* ]] || fail "The tool does not say: $message"
+link_with_cmake() {
+    { printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'project(yours C)' 'add_executable(your_program main.c)'
+        code_of $readme "Link it" cmake; } > "$home/CMakeLists.txt"
+    rm -f "$home/gateway.new.json"
+    said=$(cd "$home" && cmake -B cmake "-DCMAKE_PREFIX_PATH=$prefix" 2>&1 && cmake --build cmake 2>&1 &&
+        cmake/your_program 2>&1) || fail "$said" "The program with CMake does not run."
+    same "$home/expected" <(jq . --indent 4 "$home/gateway.new.json") "The program with CMake"
 }
 
-without_position() { sed -E 's/:[0-9]+:[0-9]+:/:/' <<< "$1"; }
-
-restore_all
-
-# The first lines of the page.
-run_section ""
-export PATH=$copy/build/release/bin:$PATH
-
-# toolchain NAME: a toolchain file for a device, which is the host by another name.
-toolchain() {
-    printf 'set(CMAKE_SYSTEM_NAME Linux)\nset(CMAKE_SYSTEM_PROCESSOR %s)\n' "$1" > "$copy/your-toolchain.cmake"
+link_from_python() {
+    local packages
+    packages=$(dirname "$(find "$prefix" -name kcnvrt -path '*python*' -type d)")
+    code_of $readme "Link it" python > "$home/main.py"
+    (cd "$home" && PYTHONDONTWRITEBYTECODE=1 PYTHONPATH=$packages /usr/bin/python3 main.py | jq . --indent 4) |
+        cmp - "$home/expected" || fail "The program in Python does not do what the tool does."
 }
 
-# system_of FOLDER: the name of the machine that it is configured for.
-system_of() { sed -n 's/^set(CMAKE_SYSTEM_PROCESSOR "\(.*\)")$/\1/p' "$copy/build/$1"/CMakeFiles/*/CMakeSystem.cmake; }
+run_program() { # NAME SECTION
+    local command
+    code_of docs/c.md "$2" c > "$home/$1.c"
+    commands_of docs/c.md "$2"
+    for command in "$blocks/$2"/*.command; do
+        shown_in=$home run_shown "$command"
+    done
+}
 
-# "For a device" comes before "From C", which needs an installed copy. It builds for the device that is asked for,
-# whatever was built before, and leaves what ./run builds to this machine.
-for device in another-device the-device; do
-    toolchain "$device"
-    rm -rf "$installed"
-    run_section "For a device"
-    [ "$(system_of device)" = "$device" ] || fail "build/device is for $(system_of device), not for $device."
-done
-[ "$(system_of release)" = "$(uname -m)" ] || fail "build/release is for $(system_of release)."
-(cd "$copy" && ./run --version) || fail "./run does not run behind a build for a device."
-! said=$(cmake --install "$copy/build/device" 2>&1) || fail "A device's libraries were installed on this machine."
-[[ $said = *DESTDIR* ]] || fail "$said"
+# What docs/c.md shows: a program for configurations as trees, the lines for CMake, and a program for texts.
+follow_the_page_of_c() {
+    cp -r "$copy/examples" "$home"
+    run_program main "Trees in, trees out"
+    "$home/a.out" "$home/gateway.old.json" | jq . --indent 4 | cmp - "$home/expected" ||
+        fail "The program of docs/c.md does not do what the tool does."
+    run_program text "Texts in, texts out"
+    [ "$(code_of docs/c.md "In CMake" cmake)" = "$(code_of $readme "Link it" cmake)" ] ||
+        fail "docs/c.md says something else about CMake than $readme."
+}
 
-pkgconfig=$(dirname "$(find "$installed" -name k_cnvrt.pc)")
-sed "s|^prefix=.*|prefix=$installed/usr|" -i "$pkgconfig"/*.pc
-export PKG_CONFIG_PATH=$pkgconfig LD_LIBRARY_PATH=${pkgconfig%/pkgconfig}
-awk -v heading="From C" -v into="$blocks" -f "$source_tree/tests/guide/blocks.awk" "$readme"
-cp "$blocks"/0-*.c "$copy/main.c"
-run_section "From C"
+convert_a_fleet() {
+    local command config shown_in=$home
+    mkdir -p "$home/configs"
+    cp "$copy"/examples/*.old.json "$home/configs"
+    for config in "$home"/configs/*.json "$home"/configs/*.json; do
+        jq --compact-output '{config: .}' "$copy/examples/home-gateway.old.json"
+    done > "$home/fleet.ndjson"
+    commands_of $readme "Convert a fleet"
+    [[ $(< "$blocks/Convert a fleet/01.command") = "kcnvrt convert "*" --output-dir "* ]] ||
+        fail "\"Convert a fleet\" begins with something else than a folder of files."
+    for command in "$blocks/Convert a fleet"/*.command; do
+        run_shown "$command"
+    done
+    for config in "$home"/configs/*.json; do
+        kcnvrt convert "$config" | cmp - "$home/converted/${config##*/}" || fail "$config was not converted."
+    done
+    [ "$(wc -l < "$home/new.ndjson")" = "$(wc -l < "$home/fleet.ndjson")" ] || fail "The stream has lost a record."
+    sort -u "$home/new.ndjson" | jq .config --indent 4 | cmp - "$home/expected" || fail "The stream was not converted."
+}
 
-mkdir -p "$copy/configs"
-cp "$copy"/examples/*.old.json "$copy/configs"
-commands "The tool"
-for command in "$blocks/The tool"/*.command; do
-    case $(< "$command") in
-        "kcnvrt convert configs"* | "kcnvrt explain examples/"*) run_shown "$command" ;;
-        kcnvrt*) check_usage "$command" ;;
-        gateway.old.json:*": warning: "*) check_loss "$command" ;;
-        gateway.old.json:*) check_message "$command" ;;
-        *) fail "Nobody runs this: $(< "$command")" ;;
-    esac
-done
-for config in "$copy"/configs/*.json; do
-    kcnvrt convert "$config" | cmp - "$copy/converted/${config##*/}" || fail "$config was not converted."
-done
+take_it_away() {
+    run_shown "$uninstall"
+    [ -z "$(files_of "$root/system")" ] || fail "$(files_of "$root/system")" "This is left when it is taken away."
+}
+
+try_it
+install_it
+check_pages
+cp "$copy/examples/home-gateway.old.json" "$home/gateway.old.json"
+kcnvrt to-new "$home/gateway.old.json" | jq . --indent 4 > "$home/expected"
+link_from_c
+link_with_cmake
+link_from_python
+follow_the_page_of_c
+convert_a_fleet
+take_it_away
+[ -z "$(files_of "$elsewhere")" ] || fail "$(files_of "$elsewhere")" "This was installed without sudo."

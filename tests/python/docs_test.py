@@ -28,7 +28,7 @@ class Pages(unittest.TestCase):
 
     def test_that_comes_first_shows_a_program_that_runs(self):
         with open(TREE + "/README.md", encoding="utf-8") as file:
-            program = re.search(r"## From Python\n\n```python\n(.*?)```", file.read(), re.DOTALL).group(1)
+            program = re.search(r"```python\n(.*?)```", file.read(), re.DOTALL).group(1)
         with open(TREE + "/examples/home-gateway.old.json", "rb") as file:
             text = file.read()
         rejected = b'{"ntpclient": 5}'
