@@ -5,6 +5,7 @@ import { readFileSync, writeFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
+import { deflateRawSync } from 'node:zlib';
 
 const here = dirname(fileURLToPath(import.meta.url));
 const [packages, modulePackage, output] = process.argv.slice(2);
@@ -20,10 +21,17 @@ function secretFragments() {
     return JSON.parse(`[${list[1]}]`);
 }
 
+// The description of the layouts, without its examples and expressions: an eighth of it, as text.
+function packedLayouts() {
+    const { behaviours, lines, containers } = JSON.parse(read('../text/layouts.json'));
+    return deflateRawSync(JSON.stringify({ behaviours, lines, containers }), { level: 9 }).toString('base64');
+}
+
 // What is only known while the page is built, as modules `built:NAME`.
 const built = {
     secrets: () => `export const fragments = ${JSON.stringify(secretFragments())};`,
     checksum: () => `export const checksum = '${sha256(readFileSync(join(modulePackage, 'k_cnvrt.wasm')), 'hex')}';`,
+    layouts: () => `export const layouts = '${packedLayouts()}';`,
     example: () => `export const example = ${JSON.stringify(read('example.old.json'))};`,
     worker: async () => `export const workerText = ${JSON.stringify(await bundle('worker.js'))};`,
 };

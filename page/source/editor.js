@@ -86,6 +86,29 @@ const look = EditorView.theme({
         boxShadow: 'var(--shadow)',
         maxWidth: 'min(34rem, 90vw)',
     },
+    '.cm-tooltip .member': { padding: '0.5rem 0.75rem', fontFamily: 'var(--sans)', lineHeight: '1.45' },
+    '.cm-tooltip-hover': { maxHeight: '20rem', overflowY: 'auto' },
+    '.cm-tooltip.cm-tooltip-autocomplete > ul': { fontFamily: 'var(--mono)', maxHeight: '15rem', minWidth: '14rem' },
+    '.cm-tooltip.cm-tooltip-autocomplete > ul > li': { padding: '0.1875rem 0.625rem', display: 'flex', gap: '1rem' },
+    '.cm-tooltip-autocomplete > ul > li[aria-selected]': {
+        backgroundColor: 'var(--chosen)',
+        color: 'var(--ink)',
+        boxShadow: 'inset 2px 0 0 var(--accent)',
+    },
+    '.cm-tooltip-autocomplete > ul > li[aria-selected] .cm-completionDetail': { color: 'var(--ink)' },
+    '.cm-completionMatchedText': { textDecoration: 'none', fontWeight: '700' },
+    '.cm-completionDetail': {
+        marginLeft: 'auto',
+        color: 'var(--soft)',
+        fontStyle: 'normal',
+        fontFamily: 'var(--sans)',
+    },
+    '.cm-tooltip.cm-completionInfo': {
+        padding: '0',
+        maxWidth: 'min(26rem, 90vw)',
+        maxHeight: '20rem',
+        overflowY: 'auto',
+    },
     '.cm-diagnostic': { padding: '0.375rem 0.625rem', fontFamily: 'var(--sans)', borderLeftWidth: '3px' },
     '.cm-diagnostic-error': { borderLeftColor: 'var(--bad)' },
     '.cm-diagnostic-warning': { borderLeftColor: 'var(--caution)' },
@@ -137,14 +160,15 @@ const colours = HighlightStyle.define([
 const SEVERITIES = { error: 'error', warning: 'warning', note: 'info' };
 
 export class Editor {
-    /** Is called when the cursor may be elsewhere. */
-    onCursor = () => {};
+    /** Are called when the cursor may be elsewhere. */
+    followers = [];
 
     /** `onChange` is called after changes; `extensions` are those of this editor alone. */
     constructor(parent, { label, words, isReadOnly = false, onChange = () => {}, extensions = [] }) {
         const updates = EditorView.updateListener.of((update) => {
             if (update.docChanged) onChange();
-            if (update.docChanged || update.selectionSet || update.focusChanged) this.onCursor();
+            if (!update.docChanged && !update.selectionSet && !update.focusChanged) return;
+            for (const follow of this.followers) follow();
         });
         this.view = new EditorView({
             parent,

@@ -30,7 +30,7 @@ export function endOfString(text, at) {
 }
 
 // Behind a number or a literal.
-function endOfBareWord(text, at) {
+export function endOfBareWord(text, at) {
     for (const start = at; at < text.length; ++at) {
         const unit = text.charCodeAt(at);
         const isPart = unit > 0x20 && unit !== COMMA && unit !== COLON && unit !== QUOTE && !isBracket(unit);
@@ -43,11 +43,11 @@ function isBracket(unit) {
     return isOpening(unit) || isClosing(unit);
 }
 
-function isOpening(unit) {
+export function isOpening(unit) {
     return unit === OPEN_OBJECT || unit === OPEN_ARRAY;
 }
 
-function isClosing(unit) {
+export function isClosing(unit) {
     return unit === CLOSE_OBJECT || unit === CLOSE_ARRAY;
 }
 
@@ -130,6 +130,13 @@ export function memberAt(text, offset) {
         if (inner === null) return place;
         place = { ...inner, pointer: `${place.pointer}/${escaped(inner.name)}` };
     }
+}
+
+/** Likewise, but behind a member, or before it on its line, one means that member and not the object around it. */
+export function memberMeant(text, offset) {
+    const line = text.lastIndexOf('\n', offset - 1) + 1;
+    const member = memberAt(text, offset);
+    return member !== null && member.start < line ? memberAt(text, skipBlanks(text, line)) : member;
 }
 
 /**

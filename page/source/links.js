@@ -20,6 +20,7 @@ let timer = null;
 let lit = null; // { side, pointer, place, answer, partners }
 let visited = -1; // which partner was gone to last
 let arrival = null; // where in the other editor that left the cursor
+let mouse = null; // where it rests in an editor
 
 // In an editor
 
@@ -123,6 +124,13 @@ function show(answer) {
         editors[side].view.dispatch({ effects: light.of({ places, kind: isAsked ? 'asked' : 'partner' }) });
     }
     showPlaces();
+    if (mouse !== null) renewTarget();
+}
+
+// What gets a frame is made anew. What else waits for the mouse to rest there looks at what it moved over last.
+function renewTarget() {
+    const target = document.elementFromPoint(mouse.clientX, mouse.clientY);
+    target?.dispatchEvent(new MouseEvent('mousemove', { ...mouse, bubbles: true }));
 }
 
 function showPlaces() {
@@ -203,11 +211,16 @@ export function refreshLinks() {
 export function followLinks() {
     for (const side of ['input', 'result']) {
         const { view } = editors[side];
-        editors[side].onCursor = () => view.hasFocus && followCursor(side);
-        view.scrollDOM.addEventListener('mousemove', ({ clientX, clientY, buttons }) => {
-            if (buttons === 0) rest(side, () => view.posAtCoords({ x: clientX, y: clientY }));
+        editors[side].followers.push(() => view.hasFocus && followCursor(side));
+        view.scrollDOM.addEventListener('mousemove', ({ clientX, clientY, buttons, isTrusted }) => {
+            if (!isTrusted || buttons !== 0) return;
+            mouse = { clientX, clientY };
+            rest(side, () => view.posAtCoords({ x: clientX, y: clientY }));
         });
-        view.scrollDOM.addEventListener('mouseleave', () => clearTimeout(timer));
+        view.scrollDOM.addEventListener('mouseleave', () => {
+            mouse = null;
+            clearTimeout(timer);
+        });
         view.scrollDOM.addEventListener('scroll', showArrows, { passive: true });
     }
     byId('links-switch').addEventListener('click', () => {

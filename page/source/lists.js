@@ -11,10 +11,16 @@ const traveller = new Asker();
 
 let tab = 'problems';
 
-const showTab = makeTabs(document.querySelector('.panel .tabs'), (id) => {
+// What is found out only when one looks.
+const onShow = { return: showReturn };
+
+export const tabShown = () => tab;
+export const whenTabShown = (id, show) => (onShow[id] = show);
+
+export const showTab = makeTabs(document.querySelector('.panel .tabs'), (id) => {
     tab = id;
     for (const panel of document.querySelectorAll('.findings')) panel.hidden = panel.id !== id;
-    if (id === 'return') showReturn();
+    onShow[id]?.();
 });
 
 export const showPane = makeTabs(document.querySelector('.switch'), (id) => {

@@ -7,6 +7,7 @@ import { Asker, SUPERSEDED } from './asker.js';
 import { Editor } from './editor.js';
 import { byId, countText, element, sizeText } from './elements.js';
 import { copyText, NotText, readFile, resultName, saveFile } from './files.js';
+import { completing, followMember, tellMember, telling } from './help.js';
 import { showEmptyLists, showLists, showPane, step } from './lists.js';
 import { followLinks, linkable, nextLink, refreshLinks } from './links.js';
 import { copyOf } from './masks.js';
@@ -32,6 +33,8 @@ const input = (editors.input = new Editor(byId('input-editor'), {
     extensions: [
         EditorView.domEventHandlers({ paste }),
         linkable,
+        completing,
+        telling('input'),
         Prec.high(
             keymap.of([
                 { key: 'F8', run: () => step(1) },
@@ -46,7 +49,7 @@ const result = (editors.result = new Editor(byId('result-editor'), {
     label: 'Result: the configuration in the other layout',
     words: 'The result comes here',
     isReadOnly: true,
-    extensions: [linkable, Prec.high(keymap.of([{ key: 'Mod-Enter', run: nextLink }]))],
+    extensions: [linkable, telling('result'), Prec.high(keymap.of([{ key: 'Mod-Enter', run: nextLink }]))],
 }));
 
 const base = (editors.base = new Editor(byId('base-editor'), {
@@ -290,6 +293,7 @@ addEventListener('keydown', (event) => {
     if (isCommand && key === 's') save();
     else if (isCommand && key === 'o') byId('file').click();
     else if (event.key === 'F6') movePart(event.shiftKey ? -1 : 1);
+    else if (event.key === 'F1') tellMember();
     else if (event.key === 'F8' && !event.defaultPrevented) step(event.shiftKey ? -1 : 1);
     else return;
     event.preventDefault();
@@ -329,6 +333,7 @@ addEventListener(
 
 followTheme(byId('theme'));
 followLinks();
+followMember();
 byId('checksum').textContent = checksum;
 byId('drop').hidden = true;
 

@@ -1,7 +1,7 @@
 // What the page asks the worker, one function a question.
 import { apply, convert, diff, explain, losses, section, toNew } from 'k-cnvrt/inline';
 import { differenceSecretsOf, operationsOf } from './difference.js';
-import { memberAt, members, membersOf, skipBlanks } from './json_text.js';
+import { memberMeant, members, membersOf, skipBlanks } from './json_text.js';
 import { secretsOf } from './secrets.js';
 
 const OTHER = { new: 'old', old: 'new' };
@@ -65,13 +65,6 @@ export function thereAndBack(about) {
 /** What of the text the other layout does not hold. */
 export function lossesOf({ text, to, showSecrets }) {
     return losses(text, { to: to ?? undefined, showSecrets }).losses;
-}
-
-// Behind a member, or before it on its line, one means that member and not the object around it.
-function memberMeant(text, offset) {
-    const line = text.lastIndexOf('\n', offset - 1) + 1;
-    const member = memberAt(text, offset);
-    return member !== null && member.start < line ? memberAt(text, skipBlanks(text, line)) : member;
 }
 
 /**

@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import test, { after, before } from 'node:test';
-import { example, openFile, openPage, settled, startBrowser } from './browser.js';
+import { example, openFile, openPage, putCursor, settled, startBrowser } from './browser.js';
 
 const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 const broken = example('home-gateway.old.json').replace('"hour": "1"', '"hour": "soon"');
@@ -44,6 +44,23 @@ const STATES = {
         await page.locator('#return li').first().waitFor();
     },
     'against a base': (page) => page.locator('#base-tab').click(),
+    'with names to choose from': async (page) => {
+        await openFile(page, 'names.json', '{"ntpclient": {}}');
+        await putCursor(page, 'input', '{}', 1);
+        await page.keyboard.press('Control+Space');
+        await page.locator('.cm-completionInfo').waitFor();
+    },
+    'with what is known of a member': async (page) => {
+        await page.keyboard.press('Escape');
+        await openFile(page, 'member.json', '{"ntpclient": {"hour": "1"}}');
+        await putCursor(page, 'input', '"hour"', 1);
+        await page.keyboard.press('F1');
+        await page.locator('#member .line').waitFor();
+    },
+    'under the mouse': async (page) => {
+        await page.locator('#input .cm-line').first().locator('span', { hasText: 'hour' }).first().hover();
+        await page.locator('.cm-tooltip-hover .member').waitFor();
+    },
     'with its keys': (page) => page.locator('#keys').click(),
 };
 

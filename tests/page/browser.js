@@ -95,6 +95,19 @@ export async function openFile(page, name, content) {
 export const textOf = (page, id) =>
     page.evaluate((id) => document.querySelector(`#${id} .cm-content`).cmTile.view.state.doc.toString(), id);
 
+/** Puts the cursor of an editor at a piece of its text, so many letters behind its start. */
+export async function putCursor(page, id, piece, behind = 0) {
+    await page.evaluate(
+        ([id, piece, behind]) => {
+            const { view } = document.querySelector(`#${id} .cm-content`).cmTile;
+            const anchor = view.state.doc.toString().indexOf(piece) + behind;
+            view.focus();
+            view.dispatch({ selection: { anchor }, scrollIntoView: true });
+        },
+        [id, piece, behind],
+    );
+}
+
 export const status = (page) => page.locator('#status .words').textContent();
 
 /** A configuration of about as many bytes: an interface many times, under other names. */
