@@ -2,8 +2,8 @@
 # The WebAssembly module and the npm package around it: build/wasm/package, packed as build/wasm/k-cnvrt-VERSION.tgz.
 #   scripts/wasm.sh           builds them where that is needed
 #   scripts/wasm.sh --test    and shows that they hold: the module imports nothing, keeps to its size and is the same in
-#                             every build, and the package works where it is installed and answers as this machine's
-#                             own library does
+#                             every build, the cases hold on its C library, and the package works where it is installed
+#                             and answers as this machine's own library does
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 . "$root/scripts/jansson.sh"
@@ -19,16 +19,17 @@ install_packages() {
     touch "$wasm/installed/complete"
 }
 
-# build_modules FOLDER: in build/wasm/FOLDER, and each optimized as build/wasm/FOLDER/NAME.wasm.
-build_modules() {
+# build_programs FOLDER TESTS TARGET...: in build/wasm/FOLDER, and each optimized beside its build.ninja. TESTS is ON or
+# OFF.
+build_programs() {
     local name
     export PKG_CONFIG_LIBDIR=$wasm/installed/lib/pkgconfig
-    configure "wasm/$1" wasm OFF -Wno-dev # CMake says that there are no shared libraries
-    build "wasm/$1" k_cnvrt_module k_cnvrt_small_module
+    configure "wasm/$1" wasm "$2" -Wno-dev # CMake says that there are no shared libraries
+    build "wasm/$1" "${@:3}"
     unset PKG_CONFIG_LIBDIR
-    for name in k_cnvrt k_cnvrt_small; do
-        [ "$wasm/$1/$name.wasm" -nt "$wasm/$1/bin/${name}_module.wasm" ] ||
-            quietly wasm-opt -Oz --converge "$wasm/$1/bin/${name}_module.wasm" -o "$wasm/$1/$name.wasm"
+    for name in "${@:3}"; do
+        [ "$wasm/$1/$name.wasm" -nt "$wasm/$1/bin/$name.wasm" ] ||
+            quietly wasm-opt -Oz --converge "$wasm/$1/bin/$name.wasm" -o "$wasm/$1/$name.wasm"
     done
 }
 
@@ -39,7 +40,7 @@ licences=("Jansson=$sources/jansson/LICENSE"
     "The Apache License, version 2.0=/usr/share/common-licenses/Apache-2.0")
 
 make_package() {
-    quietly node "$root/wasm/npm/make.js" "$wasm/release/k_cnvrt.wasm" "$root/text/include/k_cnvrt_text.h" \
+    quietly node "$root/wasm/npm/make.js" "$wasm/release/k_cnvrt_module.wasm" "$root/text/include/k_cnvrt_text.h" \
         "$wasm/package" "${licences[@]}"
     rm -f "$wasm"/*.tgz
     (cd "$wasm" && quietly npm pack --offline --ignore-scripts ./package)
@@ -48,11 +49,11 @@ make_package() {
 # The compiler runs again for every file, whatever its cache has.
 check_second_build() {
     rm -rf "$wasm/again"
-    CCACHE_DISABLE=1 build_modules again
-    cmp "$wasm/release/k_cnvrt.wasm" "$wasm/again/k_cnvrt.wasm"
+    CCACHE_DISABLE=1 build_programs again OFF k_cnvrt_module
+    cmp "$wasm/release/k_cnvrt_module.wasm" "$wasm/again/k_cnvrt_module.wasm"
 }
 
-sizes() { echo "wasm module, bytes = $(stat -c %s "$wasm/release/k_cnvrt.wasm")"; }
+sizes() { echo "wasm module, bytes = $(stat -c %s "$wasm/release/k_cnvrt_module.wasm")"; }
 
 is_test=no
 [ "${1:-}" != --test ] || is_test=yes
@@ -62,12 +63,13 @@ need_packages "${wasm_packages[@]}"
 need_npm
 fetch_jansson
 install_packages
-build_modules release
+build_programs release OFF k_cnvrt_module
 make_package
 if [ $is_test = yes ]; then
-    need_packages "${build_packages[@]}" python3
-    configure release release OFF
-    build release k_cnvrt_text kcnvrt
+    need_packages "${test_packages[@]}" googletest
+    build_programs release ON k_cnvrt_small_module cases
+    configure release release ON
+    build release k_cnvrt_text kcnvrt cases
 fi
 unlock
 say "The package is $(echo "$wasm"/*.tgz)"

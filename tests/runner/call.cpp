@@ -37,9 +37,8 @@ void call_and_observe(const json_t* data, k_err_t* err, Outcome& outcome) {
     Inputs inputs{data};
 
     const Kind& kind = kind_of(name);
-    StdoutCapture capture;
-    const Returned returned = kind.call(inputs, name, err);
-    outcome.printed = capture.finish();
+    Returned returned;
+    outcome.printed = printed_by([&] { returned = kind.call(inputs, name, err); });
     if (kind.places == Places::kToLocate) k_err_locate(err, 0, inputs.tree("source"));
     read_messages(err, inputs, kind.places, outcome);
 

@@ -1,16 +1,20 @@
 // Files of cases are read, and the line of each case is found for messages about it.
 #include "case.h"
 
+#include <ftw.h>
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <string_view>
+#include <utility>
 
 #include "case_defects.h"
 
 namespace {
 
-std::string contents(const std::filesystem::path& file) {
+std::string contents(const std::string& file) {
     std::ifstream stream{file, std::ios::binary};
     return {std::istreambuf_iterator<char>{stream}, {}};
 }
@@ -30,13 +34,16 @@ std::string as_name(const std::string& text) {
     return name;
 }
 
-std::string suite_of(const std::filesystem::path& file) {
-    return as_name(file.parent_path().filename().string() + "_" + file.stem().string());
+// "ifaces_ppp_service" of ".../ifaces/ppp_service.json"
+std::string suite_of(const std::string& file) {
+    const size_t name = file.rfind('/');
+    const size_t folder = name == std::string::npos || name == 0 ? std::string::npos : file.rfind('/', name - 1);
+    return as_name(file.substr(folder + 1, file.rfind('.') - folder - 1));
 }
 
-Case broken_file(const std::filesystem::path& file, int line, const std::string& defect) {
+Case broken_file(const std::string& file, int line, const std::string& defect) {
     Case broken;
-    broken.file = file.string();
+    broken.file = file;
     broken.line = line;
     broken.suite = suite_of(file);
     broken.test = "is_a_file_of_cases";
@@ -51,9 +58,9 @@ int line_of(const std::string& text, const json_t* sentence) {
     return 1 + static_cast<int>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
 }
 
-Case case_of(const std::filesystem::path& file, const std::string& text, const json_t* data) {
+Case case_of(const std::string& file, const std::string& text, const json_t* data) {
     Case loaded;
-    loaded.file = file.string();
+    loaded.file = file;
     loaded.suite = suite_of(file);
     loaded.data = Tree{json_deep_copy(data)};
     const json_t* sentence = json_object_get(data, "case");
@@ -75,9 +82,18 @@ void tell_apart(std::vector<Case>& cases) {
     }
 }
 
+// What a walk has found; it takes nothing along. The library of files of C++ is not in every C++ library.
+std::vector<std::string> files_found;
+
+int add_case_file(const char* path, const struct stat*, int kind, struct FTW* place) {
+    const std::string_view file{path};
+    if (kind == FTW_F && (place->level == 0 || file.ends_with(".json"))) files_found.emplace_back(file);
+    return 0;
+}
+
 }  // namespace
 
-std::vector<Case> load_cases(const std::filesystem::path& file) {
+std::vector<Case> load_cases(const std::string& file) {
     const std::string text = contents(file);
     json_error_t error;
     const Tree root{json_loadb(text.data(), text.size(), JSON_REJECT_DUPLICATES | JSON_ALLOW_NUL, &error)};
@@ -95,12 +111,10 @@ std::vector<Case> load_cases(const std::filesystem::path& file) {
     return cases;
 }
 
-std::vector<std::filesystem::path> case_files(const std::filesystem::path& path) {
-    if (!std::filesystem::is_directory(path)) return {path};
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator{path}) {
-        if (entry.path().extension() == ".json") files.push_back(entry.path());
-    }
-    std::sort(files.begin(), files.end());
-    return files;
+std::vector<std::string> case_files(const std::string& path) {
+    constexpr int kOpenFolders = 16;
+    files_found.clear();
+    nftw(path.c_str(), add_case_file, kOpenFolders, 0);
+    std::sort(files_found.begin(), files_found.end());
+    return std::exchange(files_found, {});
 }

@@ -1,7 +1,6 @@
 // case.h: one case, as data.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,7 @@ struct Case {
 };
 
 // The cases of a file. A file that cannot be read as an array of cases yields one case with a defect.
-std::vector<Case> load_cases(const std::filesystem::path& file);
+std::vector<Case> load_cases(const std::string& file);
 
 // Every *.json at or below a path, in byte order.
-std::vector<std::filesystem::path> case_files(const std::filesystem::path& path);
+std::vector<std::string> case_files(const std::string& path);

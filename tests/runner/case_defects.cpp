@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "function_kinds.h"
+#include "symbol.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ bool are_pointers(const json_t* value) {
 }
 
 bool is_function(const char* name) {
-    return name != nullptr && symbol<void*>(name) != nullptr;
+    return name != nullptr && address_of(name) != nullptr;
 }
 
 std::string defect_of(const MemberRule& rule, const json_t* value) {
@@ -54,7 +55,7 @@ std::string defect_of(const MemberRule& rule, const json_t* value) {
 
 bool is_known(const Kind& kind, const std::string& name) {
     const auto is_it = [&name](const MemberRule& rule) { return name == rule.name; };
-    return name == "case" || name == "call" || std::ranges::any_of(kind.members, is_it);
+    return name == "case" || name == "call" || std::any_of(kind.members.begin(), kind.members.end(), is_it);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "k_cnvrt.h"
 #include "k_conf.h"
+#include "symbol.h"
 
 namespace {
 
@@ -173,7 +174,7 @@ const Kind kKinds[] = {
 
 const Kind& kind_of(const std::string& function) {
     for (const Kind& kind : kKinds) {
-        if (std::ranges::find(kind.functions, function) != kind.functions.end()) return kind;
+        if (std::find(kind.functions.begin(), kind.functions.end(), function) != kind.functions.end()) return kind;
     }
     return kSectionHandler;
 }

@@ -2,7 +2,6 @@
 // and how its functions are called with them.
 #pragma once
 
-#include <dlfcn.h>
 #include <jansson.h>
 
 #include <cstdint>
@@ -41,12 +40,6 @@ struct Returned {
     int result = 0;
     Tree output;
 };
-
-// A function of either library by its name; null when there is none.
-template <class Function>
-Function symbol(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
-}
 
 // The members that a call takes and expects, beside "case" and "call".
 enum class Type { kTree, kText, kInteger, kSwitch, kMessages, kPointers, kHandler };

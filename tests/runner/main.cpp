@@ -40,7 +40,6 @@
 // counts.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -68,7 +67,7 @@ void register_case(Case&& loaded) {
 }
 
 // The number of files, so that a folder without cases does not pass as one whose cases all hold.
-size_t register_cases(const std::filesystem::path& path) {
+size_t register_cases(const std::string& path) {
     const auto files = case_files(path);
     for (const auto& file : files) {
         for (Case& loaded : load_cases(file)) register_case(std::move(loaded));
@@ -77,7 +76,7 @@ size_t register_cases(const std::filesystem::path& path) {
 }
 
 // As register_cases.
-size_t print_cases(const std::filesystem::path& path) {
+size_t print_cases(const std::string& path) {
     const auto files = case_files(path);
     for (const auto& file : files) {
         for (const Case& loaded : load_cases(file)) print_outcome(loaded);

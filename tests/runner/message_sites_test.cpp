@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -143,7 +144,7 @@ using Messages = std::set<Shown>;
 std::map<std::string, Messages> shown_messages() {
     std::map<std::string, Messages> shown;
     for (const auto& file : case_files(KCNVRT_CASES)) {
-        const std::string folder = file.parent_path().filename().string();
+        const std::string folder = std::filesystem::path{file}.parent_path().filename().string();
         for (const Case& loaded : load_cases(file)) {
             const json_t* messages = json_object_get(loaded.data.get(), "messages");
             const json_t* pointers = json_object_get(loaded.data.get(), "pointers");

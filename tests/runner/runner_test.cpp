@@ -89,7 +89,7 @@ namespace {
 Case case_of_text(const std::string& text) {
     const auto file = std::filesystem::temp_directory_path() / ("runner_test_" + std::to_string(getpid()) + ".json");
     std::ofstream{file} << text;
-    std::vector<Case> cases = load_cases(file);
+    std::vector<Case> cases = load_cases(file.string());
     std::filesystem::remove(file);
     return std::move(cases.back());
 }

@@ -10,7 +10,7 @@ const oldHome = example('home-gateway.old.json');
 const compiled = (path) => new WebAssembly.Module(readFileSync(path));
 const whole = compiled(packaged('k_cnvrt.wasm'));
 // Its memory ends at 8 MiB.
-const small = compiled(join(built, 'release/k_cnvrt_small.wasm'));
+const small = compiled(join(built, 'release/k_cnvrt_small_module.wasm'));
 
 const MIB = 1024 * 1024;
 

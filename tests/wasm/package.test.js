@@ -135,5 +135,5 @@ test('what is inline is the module, byte for byte', async () => {
     const { moduleText } = await import(packaged('module_text.js'));
     const digest = (bytes) => createHash('sha256').update(bytes).digest('hex');
     assert.equal(digest(Buffer.from(moduleText, 'base64')), digest(moduleBytes));
-    assert.equal(digest(readFileSync(join(built, 'release/k_cnvrt.wasm'))), digest(moduleBytes));
+    assert.equal(digest(readFileSync(join(built, 'release/k_cnvrt_module.wasm'))), digest(moduleBytes));
 });
