@@ -3,9 +3,7 @@
 #include <sched.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
-#include <string>
 #include <thread>
 
 #include "disk/input.h"
@@ -14,8 +12,6 @@
 namespace kcnvrt {
 
 namespace {
-
-constexpr std::size_t kNoLimit = SIZE_MAX;
 
 std::size_t bound_cores() {
     cpu_set_t cores;
@@ -57,10 +53,10 @@ std::size_t limit_of_older_group(const std::string& folder) {
 }
 
 // The least of a group and of those that it is in.
-std::size_t limit_of(std::size_t (*limit)(const std::string&), const std::string& root, std::string group) {
-    std::size_t least = limit(root);
+std::size_t limit_of(std::size_t (*limit)(const std::string&), const std::string& groups, std::string group) {
+    std::size_t least = limit(groups);
     for (; group.size() > 1 && group[0] == '/'; group.erase(group.rfind('/')))
-        least = std::min(least, limit(root + group));
+        least = std::min(least, limit(groups + group));
     return least;
 }
 
@@ -69,31 +65,32 @@ bool names_cpu(const std::string& controllers) {
 }
 
 // NUMBER:CONTROLLERS:/GROUP
-std::size_t limit_by(const std::string& line) {
+std::size_t limit_by(const std::string& line, const std::string& root) {
     const std::size_t first = line.find(':');
     const std::size_t second = line.find(':', first + 1);
     if (second == std::string::npos) return kNoLimit;
     const std::string controllers = line.substr(first + 1, second - first - 1);
     const std::string group = line.substr(second + 1);
-    if (controllers.empty()) return limit_of(limit_of_group, "/sys/fs/cgroup", group);
-    return names_cpu(controllers) ? limit_of(limit_of_older_group, "/sys/fs/cgroup/cpu", group) : kNoLimit;
+    if (controllers.empty()) return limit_of(limit_of_group, root + "/sys/fs/cgroup", group);
+    if (!names_cpu(controllers)) return kNoLimit;
+    return limit_of(limit_of_older_group, root + "/sys/fs/cgroup/cpu", group);
 }
 
-std::size_t limit_of_groups() {
+}  // namespace
+
+std::size_t cores_of_groups(const std::string& root) {
     std::size_t least = kNoLimit;
-    std::string groups = content_of("/proc/self/cgroup");
+    std::string groups = content_of(root + "/proc/self/cgroup");
     while (!groups.empty()) {
         const std::size_t end = std::min(groups.find('\n'), groups.size());
-        least = std::min(least, limit_by(groups.substr(0, end)));
+        least = std::min(least, limit_by(groups.substr(0, end), root));
         groups.erase(0, end + 1);
     }
     return least;
 }
 
-}  // namespace
-
 std::size_t usable_cores() {
-    return std::max<std::size_t>(std::min(bound_cores(), limit_of_groups()), 1);
+    return std::max<std::size_t>(std::min(bound_cores(), cores_of_groups("")), 1);
 }
 
 }  // namespace kcnvrt
