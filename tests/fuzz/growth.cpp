@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "json/words.h"
 #include "tree.h"
+#include "words.h"
 
 namespace {
 
