@@ -147,6 +147,36 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
     head -n 3 stream | cmp - rejects
 }
 
+@test "a record may be as deep as any JSON text, what is around its configuration included" {
+    deep() { # LEVELS AROUND BRACKETS: LEVELS objects and arrays inside one another, of which AROUND hold the configuration
+        local level=$2 around=$2 text='{"unknown":'
+        for ((; level > 0; --level)); do printf '{"a":'; done
+        printf '%s' "$text"
+        head -c $(($1 - around - 1)) /dev/zero | tr '\0' '['
+        printf '%s' "$3"
+        head -c $(($1 - around - 1)) /dev/zero | tr '\0' ']'
+        head -c $((around + 1)) /dev/zero | tr '\0' '}'
+        echo
+    }
+    local around pointer
+    for around in 1 2 40; do
+        pointer=$(printf '/a%.0s' $(seq "$around"))
+        # Empty arrays may be one deeper than what holds a value, and brackets in texts count nothing.
+        { deep 2048 "$around"; deep 2047 "$around" '"[[[[{{{{"'; } > stream
+        kcnvrt 0 stream --to-new stream --at "$pointer"
+        equal "${#lines[@]}" 2
+        { deep 2049 "$around"; deep 2048 "$around" 1; } > stream
+        kcnvrt 1 stream --to-new stream --at "$pointer" --rejects rejects
+        equal "$output" ""
+        equal "$(members '.line, .pointer, .function')" '[1,null,"parse"] [2,null,"parse"] '
+        cmp stream rejects
+    done
+    deep 2048 0 > stream
+    kcnvrt 0 stream --to-new stream
+    deep 2049 0 > stream
+    kcnvrt 1 stream --to-new stream
+}
+
 @test "a record that is too long is a reject, whatever it takes" {
     local long
     long=$(head -c 100000 /dev/zero | tr '\0' x)

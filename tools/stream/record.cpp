@@ -1,8 +1,10 @@
 #include "record.h"
 
+#include <algorithm>
 #include <new>
 
 #include "json/reader.h"
+#include "json/skip.h"
 #include "json/writer.h"
 #include "owned.h"
 #include "print/printable.h"
@@ -16,6 +18,38 @@ Json read_value(std::string_view value) {
     Json json(text::read(value, {.any_value = true, .nul_in_strings = true}, error));
     if (!json && error.kind == text::ReadErrorKind::kOutOfMemory) throw std::bad_alloc();
     return json;
+}
+
+// '{' and '[' differ in one bit.
+bool opens(char byte) {
+    return (byte | 0x20) == '{';
+}
+
+// Of pieces of a fixed length compilers make vectors, which take next to no time.
+std::size_t count_opening(std::string_view text) {
+    constexpr std::size_t kPiece = 128;
+    std::size_t count = 0;
+    for (; text.size() >= kPiece; text.remove_prefix(kPiece)) {
+        unsigned char in_piece = 0;
+        for (std::size_t i = 0; i < kPiece; ++i) in_piece = static_cast<unsigned char>(in_piece + opens(text[i]));
+        count += in_piece;
+    }
+    return count + static_cast<std::size_t>(std::ranges::count_if(text, opens));
+}
+
+// Objects and arrays inside one another.
+int deepest_level(std::string_view record) {
+    int deepest = 0;
+    int level = 0;
+    for (std::size_t at = 0; at < record.size(); ++at) {
+        if (record[at] == '"')
+            at = text::skip_string(record, at) - 1;
+        else if (opens(record[at]))
+            deepest = std::max(deepest, ++level);
+        else if (record[at] == '}' || record[at] == ']')
+            --level;
+    }
+    return deepest;
 }
 
 std::string_view text_of(const Json& string) {
@@ -33,6 +67,10 @@ text::Sought find_value(std::string_view record, std::string_view pointer) {
 
 std::string_view value_at(std::string_view record, const text::Sought& place) {
     return place.spot.line == 0 ? std::string_view() : record.substr(place.spot.offset, place.length);
+}
+
+bool may_be_too_deep(std::string_view record) {
+    return count_opening(record) >= text::kMostLevels && deepest_level(record) >= text::kMostLevels;
 }
 
 std::string id_of(std::string_view record, const std::optional<std::string>& pointer) {

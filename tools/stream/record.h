@@ -29,6 +29,9 @@ text::Sought find_value(std::string_view record, std::string_view pointer);
 
 std::string_view value_at(std::string_view record, const text::Sought& place);
 
+// Whether a parser could find it too deep: what is read in parts need not be.
+bool may_be_too_deep(std::string_view record);
+
 // As JSON: the text, number, true or false that the pointer leads to, also in a record with errors; null for none.
 std::string id_of(std::string_view record, const std::optional<std::string>& pointer);
 

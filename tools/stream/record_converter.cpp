@@ -81,7 +81,8 @@ bool RecordConverter::is_whole(const Record& record, const text::Sought& at, Rec
     }
     std::string around(record.text.substr(0, at.spot.offset));
     around.append("0").append(record.text.substr(at.spot.offset + at.length));
-    return is_json(around, nullptr) || is_json(record.text, &problems);
+    if (is_json(around, nullptr) && !may_be_too_deep(record.text)) return true;
+    return is_json(record.text, &problems);
 }
 
 // False where there is no text that could be converted.
