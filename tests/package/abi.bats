@@ -1,0 +1,132 @@
+# What the comparison of a library with its description says of changes, each made to a library of its own.
+bats_require_minimum_version 1.5.0
+
+setup() {
+    scripts=$BATS_TEST_DIRNAME/../../scripts/abi
+    cd "$BATS_TEST_TMPDIR" || return 1
+    cp "$BATS_TEST_DIRNAME"/abi/thing.? .
+    printf '# Changelog\n\n## Unreleased\n\n## 1.0.0\n' > CHANGELOG.md
+    printf '@thing_1 1.0.0\nk_hide\nk_number\nk_sum\n\n@thing_1.1 1.1.0\nk_later\n' > thing.symbols
+    describe before
+}
+
+# describe NAME [SONAME]: what there is now.
+describe() {
+    awk '
+        /^@/ { print end substr($1, 2) " { global:"; end = "};" }
+        /^k/ { print $0 ";" }
+        END { print "local: *; };" }' thing.symbols > thing.map
+    "${CC:-cc}" -g -fPIC -shared "-Wl,-soname,${2:-libthing.so.1},--version-script=thing.map" thing.c -o thing.so
+    "$scripts/describe.sh" thing.so "$1.abi" .
+}
+
+# becomes STATUS [SONAME]: what is said of what there is now.
+becomes() {
+    describe after "${@:2}"
+    run "-$1" "$scripts/compare.sh" thing.symbols before.abi after.abi CHANGELOG.md
+}
+
+breaks() {
+    becomes 1
+    [[ $output = *"Programs that use thing as abi/ describes it would break."*"raise the major version"* ]]
+    [[ $output = *"$1"* ]]
+}
+
+change() { sed -i "$1" thing.h thing.c; }
+
+@test "what stays the same is no change, wherever it was built" {
+    becomes 0
+    [ "$output" = "" ]
+    mkdir elsewhere
+    cp thing.h thing.c thing.symbols elsewhere
+    cd elsewhere
+    describe after
+    cmp ../before.abi after.abi
+    run ! grep -F "$BATS_TEST_TMPDIR" after.abi
+}
+
+@test "what nobody outside can know may change" {
+    change 's/    int what;/    long what, ever;/; s/int more/int another/; s/pair->second + more/another/'
+    becomes 0
+    [ "$output" = "" ]
+}
+
+@test "a name that is exported no longer breaks programs" {
+    sed -i '/k_hide/d' thing.symbols
+    breaks "[D] 'function k_hidden_t* k_hide()'"
+}
+
+@test "a name in another node breaks programs" {
+    sed -i '/^k_hide/d; s/^k_later/&\nk_hide/' thing.symbols
+    breaks "[D] 'function k_hidden_t* k_hide()'"
+}
+
+@test "another parameter breaks programs" {
+    change 's/int more/long more/'
+    breaks "parameter 2 of type 'int' changed"
+}
+
+@test "another result breaks programs" {
+    change 's/^long k_sum/int k_sum/'
+    breaks "return type changed"
+}
+
+@test "a structure's member of another type breaks programs" {
+    change 's/    long second;/    short second;/'
+    breaks "type of 'long int second' changed"
+}
+
+@test "a member more breaks programs where they do not say the size" {
+    change 's/    long second;/&\n    long third;/'
+    breaks "1 data member insertion"
+}
+
+@test "a structure with its size gets members at its end" {
+    change 's/    const char\* words;/&\n    long more;/'
+    becomes 0
+    [ "$output" = "" ]
+}
+
+@test "no other change is hidden by one at the end" {
+    change 's/    int number;/    long number;/; s/    const char\* words;/&\n    long more;/'
+    breaks "k_text_thing_t"
+}
+
+@test "a structure with its size gets no members in the middle" {
+    change 's/    int number;/&\n    int more;/'
+    breaks "k_text_thing_t"
+}
+
+@test "with another SONAME everything may change" {
+    sed -i '/k_hide/d' thing.symbols
+    becomes 0 libthing.so.2
+    [[ $output = "libthing.so.2 is another library than libthing.so.1"*"scripts/abi.sh --renew"* ]]
+}
+
+@test "more functions break nothing, and are to be described" {
+    printf 'int k_more(void);\n' >> thing.h
+    printf 'int k_more(void) { return 1; }\n' >> thing.c
+    echo k_more >> thing.symbols
+    becomes 0
+    [[ $output = *"k_more"*"thing has more than abi/ describes"*"scripts/abi.sh --renew"* ]]
+}
+
+@test "what no release has had may be meant to change, but not unseen" {
+    change 's/k_later(int/k_later(long/'
+    becomes 2
+    [[ $output = *"in what no release has had yet"*"scripts/abi.sh --renew describes it anew"* ]]
+    printf '\n## 1.1.0\n' >> CHANGELOG.md
+    breaks "k_later"
+}
+
+@test "a change of both is a break" {
+    change 's/k_later(int/k_later(long/; s/int more/long more/'
+    breaks "parameter 2 of type 'int' changed"
+}
+
+@test "what is no description is no success" {
+    describe after
+    echo nothing > before.abi
+    run -1 "$scripts/compare.sh" thing.symbols before.abi after.abi CHANGELOG.md
+    [[ $output = *"abidiff cannot compare"* ]]
+}
