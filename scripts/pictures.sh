@@ -16,7 +16,7 @@ draw() { /usr/bin/python3 -B "$root/scripts/docs/$1.py" "${@:2}"; }
 # make_pictures KCNVRT
 make_pictures() {
     draw side_by_side "$1" "$kept/small.old.json" > "$made/side-by-side.svg"
-    jq --indent 4 '.ifaces.eth4.mac = 5 | .ifaces.eth4.services.ppp0 += {auth: "pap", password: 5}' \
+    jq --indent 4 '.max_table_id = "many" | .ifaces.eth4.mac = 5 | .sysusers[0].password = 5' \
         "$root/examples/home-gateway.old.json" > "$made/home.json"
     (cd "$made" && PATH=$(dirname "$1"):$PATH draw terminal "A configuration with mistakes, and what the tool says" \
         "kcnvrt to-new home.json -o new.json") > "$made/mistakes.svg"

@@ -9,9 +9,9 @@ from html import escape
 
 INDENT = 2
 LETTER = 7.5  # how wide a letter of the code is; the browser spaces its own font by it
-ROW = 18
+ROW = 16.5
 MARGIN = 16  # around the code in a panel
-CAPTION = 44
+CAPTION = 40
 GAP = 96  # between the panels
 GROUND = 12  # around the panels
 LEGEND_ROW = 24
@@ -147,7 +147,7 @@ class Panel:
         self.left = left
         longest = max(INDENT * row.depth + row.length() for row in rows)
         self.width = round(longest * LETTER) + 2 * MARGIN
-        self.height = CAPTION + len(rows) * ROW + MARGIN
+        self.height = round(CAPTION + len(rows) * ROW + MARGIN)
         self.right = left + self.width
 
     def row_at(self, pointer):

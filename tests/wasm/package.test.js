@@ -84,6 +84,16 @@ examples.forEach(([, code, printed], i) => {
     });
 });
 
+test('the first page shows lines that work', () => {
+    const [, lines] = /```js\n(.*?)```/s.exec(readFileSync(join(root, 'README.md'), 'utf8'));
+    writeFileSync(join(folder, 'gateway.old.json'), document);
+    writeFileSync(join(folder, 'first_page.js'), `import { readFileSync } from 'node:fs';
+        const text = readFileSync('gateway.old.json');
+        ${lines}
+        console.log(status, problems.length, JSON.parse(output).Device !== undefined);`);
+    assert.equal(runScript('first_page.js').stdout, 'converted 0 true\n');
+});
+
 test('the module in the bundle is the same', () => {
     assert.deepEqual(inline.toNew(document), node.toNew(document));
     assert.deepEqual(Object.keys(inline), Object.keys(node));
