@@ -8,7 +8,6 @@ set -euo pipefail
 
 packages=$root/build/packages
 version=$("$root/scripts/version.sh")
-maintainer=$(sed -n 's/^Maintainer: //p' "$root/debian/control")
 export SOURCE_DATE_EPOCH
 SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct)
 
@@ -17,23 +16,12 @@ fail() {
     exit 1
 }
 
-# The version stands in CMakeLists.txt and nowhere else, and so this file is made.
-write_changelog() {
-    cat << END
-k-cnvrt ($version) unstable; urgency=medium
-
-  * Version $version; CHANGELOG.md lists what is new.
-
- -- $maintainer  $(date --utc --rfc-email --date="@$SOURCE_DATE_EPOCH")
-END
-}
-
 # build_in FOLDER: the packages stand beside its folder "source".
 build_in() {
     rm -rf "$1"
     mkdir -p "$1/source"
     git -C "$root" archive HEAD | tar -x -C "$1/source"
-    write_changelog > "$1/source/debian/changelog"
+    "$1/source/scripts/debian_changelog.sh" "$SOURCE_DATE_EPOCH" > "$1/source/debian/changelog"
     (cd "$1/source" && quietly env DEB_BUILD_OPTIONS="parallel=$(nproc) nocheck" nice \
         dpkg-buildpackage --build=full --unsigned-source --unsigned-changes --no-check-builddeps)
 }

@@ -52,8 +52,8 @@ if [ -s "$scratch/structures" ] || differences broken "${allowed[@]}"; then
     unreleased > "$scratch/unreleased.ini"
     if differences released "${allowed[@]}" --suppressions "$scratch/unreleased.ini"; then
         echo "Programs that use $name as abi/ describes it would break."
-        echo "Undo that. Or, if it is meant, make another library of it: raise the major version in CMakeLists.txt, which"
-        echo "raises the SONAME, and put all names of abi/*.symbols below one node of that version."
+        echo "Undo that. Or, if it is meant, make another library of it: raise the major version in CMakeLists.txt," \
+            "and with it the SONAME, and put all names of abi/*.symbols below one node of that version."
         exit 1
     fi
     echo "$name is not what abi/ describes, in what no release has had yet."

@@ -18,6 +18,7 @@ check() {
     echo "$soname needs $needed"
 }
 
-check "$1" "libc.so.6 libjansson.so.4" libk_support.so.1
-check "$2" "libc.so.6 libjansson.so.4 libk_support.so.1" libk_cnvrt.so.1
-check "$3" "libc.so.6 libjansson.so.4 libk_cnvrt.so.1 libk_support.so.1" libk_cnvrt_text.so.1
+major=$("$(dirname "$0")/../../scripts/version.sh" --major)
+check "$1" "libc.so.6 libjansson.so.4" "libk_support.so.$major"
+check "$2" "libc.so.6 libjansson.so.4 libk_support.so.$major" "libk_cnvrt.so.$major"
+check "$3" "libc.so.6 libjansson.so.4 libk_cnvrt.so.$major libk_support.so.$major" "libk_cnvrt_text.so.$major"
