@@ -18,19 +18,6 @@ namespace describe {
 namespace {
 
 constexpr size_t kMostEntries = 3;  // of a list that are asked
-constexpr size_t kMostResults = 6;  // that are named one by one
-constexpr size_t kMostLeaves = 8;   // that one value may bring
-
-std::string common_container(const std::vector<std::string>& places) {
-    Names common = names_of(places.front());
-    for (const std::string& place : places) {
-        const Names names = names_of(place);
-        size_t length = 0;
-        while (length < std::min(common.size(), names.size()) && common[length] == names[length]) ++length;
-        common.resize(length);
-    }
-    return pointer_of(common) + "/**";
-}
 
 }  // namespace
 
@@ -58,95 +45,6 @@ Answer Asker::answer_without_any(const Subject& subject, const std::string& plac
 
 std::string Asker::result_place(const Subject& subject, json_t* result, const Names& names) const {
     return names_.place(other(subject.side), {base_.result.get(), result}, names);
-}
-
-// Those that every place is asked with, what stands there, and what is known to be chosen there.
-std::vector<Tree> Asker::probes_of(const Subject& subject, const Spot& spot) const {
-    std::vector<Tree> probes = probes_of_every_type();
-    for (const std::string& sample : texts_.samples()) probes.push_back(string(sample));
-    const auto add = [&probes](json_t* value) {
-        const auto is_same = [value](const Tree& probe) { return json_equal(probe.get(), value) != 0; };
-        if (std::none_of(probes.begin(), probes.end(), is_same)) probes.emplace_back(json_incref(value));
-    };
-    const Path path = path_to(subject.document, spot.names);
-    for (const Row& row : rows_) {
-        if (!row.says("values") || !row.is_of(subject.side) || !row.matches(path)) continue;
-        size_t position;
-        json_t* value;
-        json_array_foreach(row["values"], position, value) add(value);
-    }
-    add(path.back().value);
-    return probes;
-}
-
-Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
-    Finding finding;
-    finding.place = spot.place;
-    json_t* const value = at(subject.document, spot.names);
-    finding.example.reset(json_incref(value));
-    std::vector<Asked> asked;
-    std::set<Names> places;
-    Seen seen;
-    seen.name = spot.names.back();
-    seen.keys.insert(seen.name);
-    const auto ask = [&](Tree probe) {
-        const auto is_same = [&](const Asked& one) { return json_equal(one.value.get(), probe.get()) != 0; };
-        if (std::any_of(asked.begin(), asked.end(), is_same)) return;
-        Answer given =
-            probe == nullptr ? answer_without_any(subject, spot.place) : answer_with(subject, spot.names, probe.get());
-        // What is absent everywhere tells what is given instead, and not whether this entry is heard.
-        if (given.is_silent() && probe != nullptr)
-            for (const Names& place : changes(base_.result.get(), given.result.get())) {
-                if (place.empty()) continue;
-                if (!places.insert(place).second) continue;
-                seen.keys.insert(place.back());
-                add_once(finding.results, result_place(subject, given.result.get(), place));
-            }
-        asked.push_back({std::move(probe), std::move(given)});
-    };
-    for (Tree& probe : probes_of(subject, spot)) ask(std::move(probe));
-    for (const auto& [taken, refused] :
-         has_number_codes(asked) ? std::vector<std::pair<json_int_t, json_int_t>>{} : bounds(asked)) {
-        json_int_t inside = taken;
-        json_int_t outside = refused;
-        while (std::abs(inside - outside) > 1) {
-            const json_int_t middle = inside + (outside - inside) / 2;
-            ask(integer(middle));
-            (asked.back().answer.is_silent() ? inside : outside) = middle;
-        }
-    }
-    if (has_number_codes(asked))
-        for (json_int_t number = 0; number < 256; ++number) ask(integer(number));
-    const bool is_member = json_is_object(at(subject.document, {spot.names.begin(), spot.names.end() - 1}));
-    if (is_member && spot.place.back() != '*') ask(nullptr);
-
-    finding.is_dropped = places.empty();
-    const auto look = [&] {
-        finding.results = innermost(finding.results);
-        seen.place = telling_place(asked, places, base_.result.get(), spot.names);
-        const Names above{seen.place.begin(), seen.place.empty() ? seen.place.end() : seen.place.end() - 1};
-        if (is_json_of(value, at(base_.result.get(), above))) seen.place = above;
-        seen.is_in_text = is_member_of_text(value, at(base_.result.get(), seen.place), seen.name);
-        seen.are_names =
-            is_name(value, base_.result.get(), seen.place) && seen.place.back() == json_string_value(value);
-        seen.is_all = false;
-        const bool is_large = !seen.place.empty() && std::any_of(asked.begin(), asked.end(), [&](const Asked& one) {
-            return one.answer.is_silent() && leaves(at(one.answer.result.get(), seen.place)) > kMostLeaves &&
-                   (json_is_string(one.value.get()) || json_is_integer(one.value.get()));
-        });
-        finding.is_name = seen.are_names;
-        finding.is_selector = !seen.are_names && (finding.results.size() > kMostResults || is_large);
-        if (finding.is_selector) seen.is_all = true;
-    };
-    look();
-    if (!seen.are_names && !seen.is_all && replies_of(texts_, asked, seen).has_codes()) {
-        for (const std::string& literal : texts_.literals()) ask(string(literal));
-        look();
-    }
-    if (finding.results.size() > kMostResults) finding.results = {common_container(finding.results)};
-    if (finding.is_name) finding.results = {result_place(subject, base_.result.get(), seen.place)};
-    finding.behaviour = replies_of(texts_, asked, seen).behaviour();
-    return finding;
 }
 
 // Whether any value at all is in the result as it is.

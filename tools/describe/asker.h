@@ -31,6 +31,8 @@ public:
     void find_types(const Subject& subject);
 
 private:
+    class Leaf;
+
     struct Spot {
         Names names;
         std::string place;
