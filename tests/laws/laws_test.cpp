@@ -75,14 +75,6 @@ std::string defect_of(Side side, json_t* document, uint8_t flags, const Losses& 
     return defect_of_told_losses(side, document, (flags & K_CNVRT_DSL_VLAN) != 0, back.document.get());
 }
 
-// An old document needs users to come back: a new one without "version" is rejected.
-Tree complete(Side side, Tree document) {
-    const bool has_users =
-        json_object_get(document.get(), "passwd") != nullptr || json_object_get(document.get(), "users") != nullptr;
-    if (side == Side::kOld && !has_users) json_object_set_new(document.get(), "passwd", json_array());
-    return document;
-}
-
 class Laws : public testing::TestWithParam<Section> {};
 
 // How many documents are made of a section, and at most how many times as many where chance leaves something out.
@@ -111,7 +103,7 @@ TEST_P(Laws, ComeBackButForTheDeclaredLosses) {
     size_t documents = 0;
     do {
         for (const size_t end = documents + least; documents < end; ++documents) {
-            const Tree document = complete(side, generator.like(example.get()));
+            const Tree document = with_users(side, generator.like(example.get()));
             const std::string defect = defect_of(side, document.get(), 0, declared);
             if (!defect.empty()) FAIL() << defect;
         }

@@ -107,3 +107,10 @@ std::vector<Section> sections_of_examples() {
     add_new_sections(sections, other_generation(load_example("dsl-gateway.new.json")).get(), "_of_other_generation");
     return sections;
 }
+
+Tree with_users(Side side, Tree document) {
+    const bool has_users =
+        json_object_get(document.get(), "passwd") != nullptr || json_object_get(document.get(), "users") != nullptr;
+    if (side == Side::kOld && !has_users) json_object_set_new(document.get(), "passwd", json_array());
+    return document;
+}

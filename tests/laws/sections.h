@@ -25,3 +25,6 @@ std::vector<Section> sections_of(Side side, json_t* document, const std::string&
 
 // An example as a whole.
 Tree load_example(const std::string& name);
+
+// An old document needs users to come back: a new one without "version" is rejected. They are added where it has none.
+Tree with_users(Side side, Tree document);

@@ -116,6 +116,7 @@ Finding Asker::of_container(const Subject& subject, const Spot& spot) {
         for (const Names& place : changes(base_.result.get(), given.result.get()))
             finding.carries_others |= json_equal(at(given.result.get(), place), extra.get()) != 0;
     }
+    if (finding.container == "list") finding.entries = entries_of(subject, spot.names);
     finding.behaviour = replies_of(texts_, asked, {spot.names.back(), {}, {spot.names.back()}}).behaviour();
     return finding;
 }

@@ -226,10 +226,14 @@ Tree messages_of(const Chosen& refused) {
         add(message);
     }
     for (const Reply* reply : refused) {
-        const auto says_it = [&](std::string message) {
-            if (is_shown(reply))
-                replace_all(message, json_is_string(reply->value.get()) ? "TEXT" : "N", shown(reply->value.get()));
+        const auto says = [&](std::string message, const std::string& value) {
+            replace_all(message, json_is_string(reply->value.get()) ? "TEXT" : "N", value);
             return message == reply->message;
+        };
+        const auto says_it = [&](const std::string& message) {
+            if (!is_shown(reply)) return message == reply->message;
+            const Tree read = number_of(reply->value.get());
+            return says(message, shown(reply->value.get())) || (read != nullptr && says(message, shown(read.get())));
         };
         if (std::none_of(general.begin(), general.end(), says_it)) add(reply->message);
     }

@@ -44,6 +44,8 @@ void keep(Finding finding, std::vector<Finding>& findings) {
         findings.push_back(std::move(finding));
     } else if (known->is_dropped && !finding.is_dropped) {
         *known = std::move(finding);
+    } else if (!finding.container.empty()) {
+        if (known->entries == nullptr) known->entries = std::move(finding.entries);
     } else if (!finding.is_selector && !known->is_selector) {
         for (const std::string& place : finding.results) add_once(known->results, place);
     }

@@ -15,6 +15,7 @@ struct Finding {
     bool carries_others = false;       // an object whose other members are carried, a list whose length is
     std::string word;                  // of the table that has it; "" where none has
     std::vector<std::string> results;  // the places of the other layout that it decides
+    Tree entries;                      // what names a numbered list's entries may have; null for any number from 1
     bool is_name = false;              // is the name of a member of the other layout
     bool is_selector = false;          // decides so many that only their common container is named
     Tree behaviour;

@@ -24,6 +24,8 @@ Tree load(const std::string& file) {
     return tree;
 }
 
+constexpr const char* kFlag = "dsl-vlan";
+
 struct Layouts {
     std::vector<Finding> old_findings;
     std::vector<Finding> new_findings;
@@ -74,13 +76,14 @@ void print_list(const char* name, const std::vector<Tree>& rows, const char* end
     std::printf("\n]%s\n", end);
 }
 
-std::vector<Tree> containers(const Layouts& layouts, Behaviours& behaviours) {
-    std::vector<Tree> rows;
+void add_containers(std::vector<Tree>& rows, const Layouts& layouts, const char* flag, Behaviours& behaviours) {
     const auto add = [&](const char* layout, const std::vector<Finding>& findings) {
         for (const Finding& finding : findings) {
             if (finding.container.empty()) continue;
             Tree row{json_pack("{s:s, s:s}", layout, finding.place.c_str(), "is", finding.container.c_str())};
             if (finding.carries_others) json_object_set_new(row.get(), "carries others", json_true());
+            if (finding.entries != nullptr) json_object_set(row.get(), "entries", finding.entries.get());
+            if (flag != nullptr) json_object_set_new(row.get(), "flag", json_string(flag));
             if (json_array_size(finding.behaviour.get()) > 0)
                 json_object_set_new(
                     row.get(), "asked",
@@ -90,7 +93,6 @@ std::vector<Tree> containers(const Layouts& layouts, Behaviours& behaviours) {
     };
     add("old", layouts.old_findings);
     add("new", layouts.new_findings);
-    return rows;
 }
 
 // What the findings of another run add to those of the first.
@@ -184,8 +186,10 @@ int main(int argc, char** argv) {
     for (const Line& line : lines_of(layouts.old_findings, layouts.new_findings))
         lines.push_back(as_json(line, nullptr, behaviours));
     for (const Line& line : lines_of(with_flag.old_findings, with_flag.new_findings))
-        lines.push_back(as_json(line, "dsl-vlan", behaviours));
-    const std::vector<Tree> held = containers(layouts, behaviours);
+        lines.push_back(as_json(line, kFlag, behaviours));
+    std::vector<Tree> held;
+    add_containers(held, layouts, nullptr, behaviours);
+    add_containers(held, with_flag, kFlag, behaviours);
     std::vector<Tree> numbered;
     for (json_t* behaviour : behaviours.all()) numbered.emplace_back(json_incref(behaviour));
     std::vector<Tree> examples;

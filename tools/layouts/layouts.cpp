@@ -52,11 +52,13 @@ std::vector<LayoutContainer> Layouts::containers(Layout layout) const {
         const char* const place = json_string_value(json_object_get(row, name_of(layout)));
         if (place == nullptr) continue;
         json_t* const asked = json_object_get(row, "asked");
+        json_t* const behaviour = asked == nullptr
+                                      ? nullptr
+                                      : json_array_get(json_object_get(root_.get(), "behaviours"),
+                                                       static_cast<std::size_t>(json_integer_value(asked)));
         containers.push_back({place, json_string_value(json_object_get(row, "is")),
                               json_object_get(row, "carries others") != nullptr,
-                              asked == nullptr ? nullptr
-                                               : json_array_get(json_object_get(root_.get(), "behaviours"),
-                                                                static_cast<std::size_t>(json_integer_value(asked)))});
+                              json_object_get(row, "flag") != nullptr, behaviour, json_object_get(row, "entries")});
     }
     return containers;
 }

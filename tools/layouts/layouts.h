@@ -44,7 +44,9 @@ struct LayoutContainer {
     std::string place;
     std::string is;  // "object", "array", "list" (numbered), "names" (members under names of their own)
     bool carries_others;
-    json_t* asked;  // its behaviour, or null
+    bool has_flag;    // it is read with --dsl-vlan only
+    json_t* asked;    // its behaviour, or null
+    json_t* entries;  // of a numbered list what names they have (tools/describe), or null for any number from 1
 };
 
 class Layouts {

@@ -53,6 +53,8 @@ void add_line(PlaceNode& root, const LayoutLine& line, Layout layout) {
                 const bool is_whole = steps.back() == "**";
                 if (is_whole) steps.pop_back();
                 PlaceNode& node = node_at(root, place_of(steps));
+                // What is there without the flag has been told.
+                if (line.has_flag() && !node.behaviours.empty()) continue;
                 node.is_whole = node.is_whole || is_whole;
                 node.behaviours.push_back(line.behaviour(layout));
                 if (node.counterparts.empty()) node.counterparts = counterparts_of(line, layout);
@@ -74,10 +76,11 @@ std::unique_ptr<PlaceNode> place_tree(const Layouts& layouts, Layout layout) {
         PlaceNode& node = node_at(*root, container.place);
         node.is = container.is;
         node.carries_others = container.carries_others;
+        node.entries = container.entries;
         if (container.asked != nullptr) node.behaviours.push_back(container.asked);
     }
     for (const LayoutLine& line : layouts.lines())
-        if (line.behaviour(layout) != nullptr && !line.has_flag()) add_line(*root, line, layout);
+        if (line.behaviour(layout) != nullptr) add_line(*root, line, layout);
     return root;
 }
 

@@ -13,6 +13,7 @@ struct PlaceNode {
     std::string step;  // a name, "*", or "[type]" for the entries of one type
     std::string is;    // as a container; "" for a leaf
     bool carries_others = false;
+    json_t* entries = nullptr;        // of a numbered list, as LayoutContainer has it
     bool is_whole = false;            // carried whole
     std::vector<json_t*> behaviours;  // one for each form of its section
     std::string counterparts;         // the places that it becomes

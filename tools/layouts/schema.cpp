@@ -124,6 +124,12 @@ bool is_required(const PlaceNode& node) {
            std::all_of(node.behaviours.begin(), node.behaviours.end(), is_reported_when_absent);
 }
 
+// Names of entries. Those of a bounded list are numbers of at most this; all bounded lists have the same bound.
+constexpr json_int_t kMostEntries = 65535;
+constexpr const char* kAboveMostEntries =
+    "^0*(?:[1-9][0-9]{5}|[7-9][0-9]{4}|6[6-9][0-9]{3}|65[6-9][0-9]{2}|655[4-9][0-9]|6553[6-9])";
+constexpr const char* kNoNumber = "^(?!0*[1-9]|max_instance$)";
+
 class Maker {
 public:
     Maker(const Layouts& layouts, bool is_closed) : layouts_(layouts), is_closed_(is_closed) {}
@@ -139,8 +145,7 @@ public:
 private:
     JsonTree leaf(const PlaceNode& node) {
         JsonTree schema = empty();
-        JsonTree forms = list();
-        for (json_t* behaviour : node.behaviours) append(forms, values_taken(layouts_, behaviour));
+        const JsonTree forms = forms_of(node);
         if (json_array_size(forms.get()) == 1 && !node.is_whole)
             json_object_update(schema.get(), json_array_get(forms.get(), 0));
         else if (json_array_size(forms.get()) > 1 && !node.is_whole)
@@ -151,6 +156,21 @@ private:
             set(schema, "format", text("password"));
         }
         return schema;
+    }
+
+    // What each form takes, each once; where one takes everything, that alone.
+    JsonTree forms_of(const PlaceNode& node) {
+        JsonTree forms = list();
+        for (json_t* behaviour : node.behaviours) {
+            JsonTree form = values_taken(layouts_, behaviour);
+            if (json_object_size(form.get()) == 0) return JsonTree(json_pack("[o]", form.release()));
+            bool is_known = false;
+            std::size_t index;
+            json_t* known;
+            json_array_foreach(forms.get(), index, known) is_known = is_known || json_equal(known, form.get()) != 0;
+            if (!is_known) append(forms, std::move(form));
+        }
+        return forms;
     }
 
     void describe(const JsonTree& schema, const PlaceNode& node) {
@@ -170,15 +190,29 @@ private:
         JsonTree length = empty();
         if (!node.carries_others) length.reset(json_pack("{s:s, s:i}", "type", "integer", "minimum", 0));
         JsonTree schema(json_pack("{s:s, s:{s:o}}", "type", "object", "properties", "max_instance", length.release()));
+        if (is_closed_) set(schema, "additionalProperties", JsonTree(json_false()));
         for (const auto& inner : node.inner)
             if (inner->step == "*")
-                json_object_set_new(schema.get(), "patternProperties",
-                                    json_pack("{s:o}", "^[1-9][0-9]*$", make(*inner).release()));
+                add_entries(schema, make(*inner), node.entries);
             else
                 json_object_set_new(json_object_get(schema.get(), "properties"), inner->step.c_str(),
                                     make(*inner).release());
-        if (is_closed_) set(schema, "additionalProperties", JsonTree(json_false()));
+        if (json_integer_value(json_object_get(node.entries, "to")) == kMostEntries)
+            set(schema, "propertyNames", JsonTree(json_pack("{s:{s:s}}", "not", "pattern", kAboveMostEntries)));
         return schema;
+    }
+
+    static bool says(json_t* entries, const char* what, const char* word) {
+        const char* const said = json_string_value(json_object_get(entries, what));
+        return said != nullptr && std::string(said) == word;
+    }
+
+    void add_entries(const JsonTree& schema, JsonTree entry, json_t* entries) {
+        if (says(entries, "names", "any")) return set(schema, "additionalProperties", std::move(entry));
+        const char* const names = json_object_get(entries, "from") == nullptr ? "^[1-9][0-9]*$" : "^[0-9]+$";
+        set(schema, "patternProperties", JsonTree(json_pack("{s:o}", names, entry.release())));
+        if (says(entries, "names", "numbers"))
+            json_object_set_new(json_object_get(schema.get(), "patternProperties"), kNoNumber, json_false());
     }
 
     // Entries that say their type have members by it.
