@@ -88,6 +88,11 @@ case ${1:-} in
         ;;
     --memory) exec "$programs/bench_memory" "${@:2}" ;;
     --processes) processes 1 10 100 ;;
+    --wasm)
+        "$root/scripts/wasm.sh"
+        make_documents 1 10 100
+        node "$root/benchmarks/wasm.js" "$programs" "$documents" "$root/build/wasm/package" 1 10 100
+        ;;
     --plots)
         processes 1 3 10 30 100 | tee "$root/build/bench/figures"
         gnuplot -e "figures = '$root/build/bench/figures'; folder = '$root/docs'" "$root/scripts/plots.gp"
