@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds the Debian packages into build/packages, from what git has.
+# Builds the Debian packages into build/packages, from what git has, or where git is not from what there is.
 #   scripts/package.sh            builds them; lintian has nothing to say
 #   scripts/package.sh --check    builds them again in another folder and time zone, and compares every byte
 #   scripts/package.sh --test     installs them in a Debian of their own, and uses them there; needs root
@@ -8,19 +8,28 @@ set -euo pipefail
 
 packages=$root/build/packages
 version=$("$root/scripts/version.sh")
-export SOURCE_DATE_EPOCH
-SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct)
-
 fail() {
     say "$@"
     exit 1
 }
 
+# In an unpacked source archive every file has the time of the commit.
+committed_at() {
+    if [ -e "$root/.git" ]; then git -C "$root" log -1 --format=%ct; else stat -c %Y "$root/CMakeLists.txt"; fi
+}
+
+source_files() {
+    if [ -e "$root/.git" ]; then git -C "$root" archive HEAD; else tar -c -C "$root" --exclude=./build .; fi
+}
+
+export SOURCE_DATE_EPOCH
+SOURCE_DATE_EPOCH=$(committed_at)
+
 # build_in FOLDER: the packages stand beside its folder "source".
 build_in() {
     rm -rf "$1"
     mkdir -p "$1/source"
-    git -C "$root" archive HEAD | tar -x -C "$1/source"
+    source_files | tar -x -C "$1/source"
     "$1/source/scripts/debian_changelog.sh" "$SOURCE_DATE_EPOCH" > "$1/source/debian/changelog"
     (cd "$1/source" && quietly env DEB_BUILD_OPTIONS="parallel=$(nproc) nocheck" nice \
         dpkg-buildpackage --build=full --unsigned-source --unsigned-changes --no-check-builddeps)

@@ -5,7 +5,8 @@ build_packages=(g++ cmake ninja-build pkg-config libjansson-dev)
 docs_packages=(jq python3 python3-rich)
 abi_packages=(abigail-tools)
 test_packages=("${build_packages[@]}" "${docs_packages[@]}" "${abi_packages[@]}" libgtest-dev bats python3-jsonschema
-    parallel openssh-server mypy python3-dask python3-distributed python3-fsspec zsh fish groff-base)
+    parallel openssh-server mypy python3-dask python3-distributed python3-fsspec zsh fish groff-base
+    systemd git)
 # Besides those:
 lint_packages=(git clang-format-14 clang-tidy-14 shellcheck)
 clang_packages=(clang-14)
