@@ -148,7 +148,7 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
 }
 
 @test "a record may be as deep as any JSON text, what is around its configuration included" {
-    deep() { # LEVELS AROUND BRACKETS: LEVELS objects and arrays inside one another, of which AROUND hold the configuration
+    deep() { # LEVELS AROUND INNERMOST: so many objects and arrays inside one another, of which AROUND are of the record
         local level=$2 around=$2 text='{"unknown":'
         for ((; level > 0; --level)); do printf '{"a":'; done
         printf '%s' "$text"
