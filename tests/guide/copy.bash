@@ -32,6 +32,7 @@ restore_all() {
     local file
     mapfile -t file < <(comm -13 <(files "$source_tree") <(files "$copy"))
     (cd "$copy" && rm -f "${file[@]}")
+    find "$copy" -type d -empty ! -path "$copy/build/*" -delete
     mapfile -t file < <(files "$source_tree")
     restore "${file[@]}"
 }
