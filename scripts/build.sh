@@ -6,6 +6,9 @@
 root=$(dirname "$(dirname "$(realpath "${BASH_SOURCE[0]}")")")
 . "$root/scripts/packages.sh"
 
+# The compiler's cache takes objects for the same wherever the tree lies, as a copy of it inside of build/ does.
+export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
 build_failed=125 # none of the tool's own exit statuses
 
 # say WORD...: standard output is left to the programs that are built.
