@@ -25,6 +25,13 @@ quietly() {
     fi
 }
 
+# wait_for PROCESS...: for all of them, and fails where one did.
+wait_for() {
+    local process failed=0
+    for process; do wait "$process" || failed=1; done
+    return "$failed"
+}
+
 # One process at a time configures and builds.
 lock() {
     mkdir -p "$root/build"

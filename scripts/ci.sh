@@ -40,8 +40,7 @@ step() {
 install_everything() (
     need_packages "${test_packages[@]}" "${lint_packages[@]}" "${clang_packages[@]}" "${fuzz_packages[@]}" \
         "${count_packages[@]}" "${cross_packages[@]}" "${coverage_packages[@]}" "${wasm_packages[@]}" \
-        "${package_packages[@]}" \
-        "${page_test_packages[@]}" ccache
+        "${package_packages[@]}" "${abi_packages[@]}" "${page_test_packages[@]}" ccache
     need_npm
 )
 
@@ -80,6 +79,7 @@ step cross     "The cases on a 32-bit and on a big-endian machine"              
 step wasm      "The WebAssembly module and its npm package"                         ./test --wasm
 step page      "The page, in a browser"                                             ./test --page
 step variants  "What nothing else builds: without the tool, and for debugging"      scripts/variants.sh
+step abi       "The libraries against descriptions of those that were released"      scripts/abi.sh
 step debian    "Debian packages: the same bytes twice, and at work"                 scripts/package.sh --check --test
 step static    "Static libraries: no C++ library, the same results, their sizes"    scripts/static.sh
 step limits    "Sizes, relocations, allocations and instructions in their limits"   scripts/limits.sh

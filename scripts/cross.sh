@@ -85,6 +85,12 @@ for triplet in "${!emulators[@]}"; do
 done
 unlock
 outcomes "$root/build/release" > "$cross/outcomes"
-for triplet in "${!emulators[@]}"; do check_on "$triplet"; done
+# An emulator has one core.
+checks=()
+for triplet in "${!emulators[@]}"; do
+    check_on "$triplet" &
+    checks+=($!)
+done
+wait_for "${checks[@]}"
 for triplet in "${!emulators[@]}"; do sizes_on "$triplet"; done > "$cross/figures"
 check_limits cross < "$cross/figures"

@@ -31,7 +31,7 @@ build_in() {
     mkdir -p "$1/source"
     source_files | tar -x -C "$1/source"
     "$1/source/scripts/debian_changelog.sh" "$SOURCE_DATE_EPOCH" > "$1/source/debian/changelog"
-    (cd "$1/source" && quietly env DEB_BUILD_OPTIONS="parallel=$(nproc) nocheck" nice \
+    (cd "$1/source" && quietly env --unset=KCNVRT_WERROR DEB_BUILD_OPTIONS="parallel=$(nproc) nocheck" nice \
         dpkg-buildpackage --build=full --unsigned-source --unsigned-changes --no-check-builddeps)
 }
 
