@@ -46,11 +46,18 @@ make_package() {
     (cd "$wasm" && quietly npm pack --offline --ignore-scripts ./package)
 }
 
-# The compiler runs again for every file, whatever its cache has.
+# A copy of the sources in another folder makes the same package. The compiler runs again for every file, whatever its
+# cache has.
 check_second_build() {
-    rm -rf "$wasm/again"
-    CCACHE_DISABLE=1 build_programs again OFF k_cnvrt_module
-    cmp "$wasm/release/k_cnvrt_module.wasm" "$wasm/again/k_cnvrt_module.wasm"
+    local copy=$wasm/again
+    rm -rf "$copy"
+    mkdir -p "$copy/build"
+    tar --directory "$root" --exclude=./build --exclude=./.git -cf - . | tar --directory "$copy" -xf -
+    cp -r "$sources" "$copy/build"
+    CCACHE_DISABLE=1 "$copy/scripts/wasm.sh"
+    cmp "$wasm/package/k_cnvrt.wasm" "$copy/build/wasm/package/k_cnvrt.wasm"
+    cmp "$wasm"/*.tgz "$copy"/build/wasm/*.tgz
+    rm -rf "$copy"
 }
 
 sizes() { echo "wasm module, bytes = $(stat -c %s "$wasm/release/k_cnvrt_module.wasm")"; }

@@ -23,26 +23,11 @@ test('a configuration becomes one of the other layout', () => {
     }
 });
 
-test('a text is a string or bytes', () => {
-    const bytes = new TextEncoder().encode(oldHome);
-    const answer = toNew(oldHome);
-    const larger = new Uint8Array([32, ...bytes, 32]);
-    assert.deepEqual(toNew(bytes), answer);
-    assert.deepEqual(toNew(bytes.buffer), answer);
-    assert.deepEqual(toNew(larger.subarray(1, -1)), answer);
-    assert.deepEqual(toNew(Buffer.from(oldHome)), answer);
-});
-
 test('an output is indented by four, as asked, or not at all', () => {
     assert.equal(diff('{"a": 1}', '{}', { mergePatch: true }).output, '{\n    "a": null\n}');
     assert.equal(diff('{"a": 1}', '{}', { mergePatch: true, indent: 2 }).output, '{\n  "a": null\n}');
     assert.equal(diff('{"a": 1}', '{}', { mergePatch: true, indent: 0 }).output, '{"a": null}');
     assert.equal(diff('{"a": 1}', '{}', { mergePatch: true, ...compact }).output, '{"a":null}');
-});
-
-test('nothing is lost of numbers and texts', () => {
-    const values = '[9007199254740993,1.0,-0.0,1e-7,0.30000000000000004,"\u{1F600}\\u0000"]';
-    assert.equal(apply('[]', `[{"op":"replace","path":"","value":${values}}]`, compact).output, values);
 });
 
 test('a rejected text is an answer, and has what can be converted of it where that is asked for', () => {
@@ -95,30 +80,6 @@ test('a problem without a place has none', () => {
     const [problem] = section('none', '{}', { to: 'new' }).problems;
     const { pointer, line, column, offset, length } = problem;
     assert.deepEqual([pointer, line, column, offset, length], [null, null, null, null, null]);
-});
-
-test('a text that is no JSON is unreadable, and so is one that is no text', () => {
-    const cases = [
-        ['', 'there is nothing: the text is empty', 0, 0],
-        ['{"a": 1,}', 'the comma before this } is one too many', 8, 0],
-        ['{"\u20ac": 1, "\u20ac": 2}', '"\u20ac" is given twice in the same object', 9, 0],
-        ['\ufeff{}', 'the text begins with a byte-order mark: save it as UTF-8 without one', 0, 0],
-        ['{"a\ud83d": 1}', 'this is half of a character, whose other half is missing', 3, 1],
-        ['{"\u{1F600}": "\udc00"}', 'this is half of a character, whose other half is missing', 8, 1],
-    ];
-    for (const [text, message, offset, length] of cases) {
-        const { status, output, problems } = toNew(text);
-        assert.equal(status, 'unreadable', text);
-        assert.equal(output, null);
-        assert.deepEqual(problems.map((problem) => [problem.message, problem.offset, problem.length]),
-            [[message, offset, length]]);
-    }
-    assert.equal(toNew(new Uint8Array([0x7b, 0x22, 0xff, 0x22, 0x7d])).status, 'unreadable');
-});
-
-test('the half of a character is at its line and column', () => {
-    const [problem] = diff('{}', '{\n  "é\u{1F600}": 1,\n  "é\u{1F600}x": "\ud800"\n}').problems;
-    assert.deepEqual([problem.which, problem.line, problem.column], ['other', 3, 11]);
 });
 
 test('another layout is refused, unless it is forced', () => {

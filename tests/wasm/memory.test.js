@@ -51,6 +51,13 @@ test('a text that does not fit into the memory is an answer, and the next call w
     assert.equal(memories.length, 9);
 });
 
+test('find says by an error that a text does not fit, and the next call works', () => {
+    const { during, works } = watched(small);
+    const place = () => during(({ find }) => find(list(16 * MIB), '/5'));
+    assert.throws(place, { name: 'ModuleError', message: 'there is not enough memory for this' });
+    assert.ok(works());
+});
+
 test('wherever memory ends, the answer says so and the next call works', () => {
     const { during, works, memories } = watched(small);
     const statuses = new Map();

@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import test from 'node:test';
 import * as converter from 'k-cnvrt';
 import { documents, numbers } from './documents.js';
-import { root } from './tools.js';
+import { example, root } from './tools.js';
 
 const native = join(root, 'build/release');
 const library = join(native, 'lib/libk_cnvrt_text.so.1');
@@ -19,13 +19,13 @@ const RENAMED = {
     showSecrets: 'show_secrets',
 };
 
-// A pointer to something in the text, or to nothing.
-function pointerInto(text, random) {
+// A pointer to something in the text and what is there, or a pointer to nothing. Of a text that is no JSON, the whole.
+function placeIn(text, random) {
     let value;
     try {
         value = JSON.parse(text);
     } catch {
-        return '';
+        return { pointer: '' };
     }
     let pointer = '';
     while (typeof value === 'object' && value !== null && random(6) !== 0) {
@@ -34,7 +34,7 @@ function pointerInto(text, random) {
         pointer += `/${name.replaceAll('~', '~0').replaceAll('/', '~1')}`;
         value = value[name];
     }
-    return pointer;
+    return { pointer, value };
 }
 
 // Every function about a document, and about the one before it.
@@ -56,7 +56,7 @@ function callsAbout(text, other, i) {
         call('apply', {}, { texts: [text, converter.diff(text, other).output ?? '[]'] }),
         call('check', chosen('dslVlan', 'force')),
         call('losses', chosen('showSecrets')),
-        call('explain', chosen('fromResult'), { pointers: [pointerInto(text, random)] }),
+        call('explain', chosen('fromResult'), { pointers: [placeIn(text, random).pointer] }),
     ];
 }
 
@@ -90,10 +90,13 @@ function expected(answer, { texts, options }) {
     };
 }
 
-test(`every function answers what the native library does, of ${COUNT} documents`, () => {
+const folder = join(root, 'examples');
+const examples = readdirSync(folder).filter((name) => name.endsWith('.json'));
+
+test(`every function answers what the native library does, of the examples and ${COUNT} documents`, () => {
     const calls = [];
     let other = '{}';
-    for (const text of documents(COUNT)) {
+    for (const text of [...examples.map(example), ...documents(COUNT)]) {
         calls.push(...callsAbout(text, other, calls.length));
         other = text;
     }
@@ -119,12 +122,33 @@ test(`every function answers what the native library does, of ${COUNT} documents
     for (const each of ['converted', 'rejected', 'wrong-layout', 'unreadable']) assert.ok(statuses[each] > 100, each);
 });
 
+test(`a value is found where JSON.parse has it, in ${COUNT} documents`, () => {
+    const counts = { found: 0, nothing: 0 };
+    for (const [i, text] of [...documents(COUNT)].entries()) {
+        const { pointer, value } = placeIn(text, numbers(i + 3));
+        const place = converter.find(text, pointer);
+        if (value !== undefined) {
+            assert.deepEqual(JSON.parse(text.slice(place.offset, place.offset + place.length)), value, pointer);
+            ++counts.found;
+        } else if (pointer !== '') {
+            assert.equal(place, null, pointer);
+            ++counts.nothing;
+        }
+    }
+    console.log(`find: ${JSON.stringify(counts)}`);
+    assert.ok(counts.found > COUNT / 2 && counts.nothing > COUNT / 100);
+});
+
+const tool = (...options) => spawnSync(join(native, 'bin/kcnvrt'), options, { encoding: 'utf8' }).stdout;
+
+test('the names of the sections are those of the tool', () => {
+    const lines = ['old', 'new'].flatMap((layout) => converter.sections(layout).map((name) => `${layout}\t${name}\n`));
+    assert.equal(lines.join(''), tool('sections'));
+});
+
 test('the outputs of the examples are those of the tool', () => {
-    const tool = (...options) => spawnSync(join(native, 'bin/kcnvrt'), options, { encoding: 'utf8' }).stdout;
-    const folder = join(root, 'examples');
-    const names = readdirSync(folder).filter((name) => name.endsWith('.json'));
-    assert.ok(names.length >= 4);
-    for (const name of names) {
+    assert.ok(examples.length >= 4);
+    for (const name of examples) {
         const path = join(folder, name);
         const text = readFileSync(path, 'utf8');
         const { output, direction } = converter.convert(text);

@@ -2,20 +2,38 @@
 
 const encoder = new TextEncoder();
 
+// Told by what they are, not by `instanceof`: they may come from another frame, or another context of Node.
+function bytesOf(text) {
+    const kind = Object.prototype.toString.call(text);
+    if (kind === '[object ArrayBuffer]') return new Uint8Array(text);
+    if (kind === '[object Uint8Array]') return new Uint8Array(text.buffer, text.byteOffset, text.byteLength);
+    return null;
+}
+
+// What an array cannot be made of has been detached.
+function givenBytes(text, name) {
+    try {
+        return bytesOf(text);
+    } catch {
+        throw new TypeError(`the bytes of ${name} are gone: their buffer has been transferred elsewhere`);
+    }
+}
+
 /**
  * The bytes of a text, and the string that it was given as, null where it was not one. `name` is what messages call the
  * argument.
  */
 export function sourceOf(text, name) {
     if (typeof text === 'string') return { bytes: encoder.encode(text), string: text };
-    if (text instanceof Uint8Array) return { bytes: text, string: null };
-    if (text instanceof ArrayBuffer) return { bytes: new Uint8Array(text), string: null };
-    throw new TypeError(`${name} is neither a string nor a Uint8Array nor an ArrayBuffer`);
+    const bytes = givenBytes(text, name);
+    if (bytes === null) throw new TypeError(`${name} is neither a string nor a Uint8Array nor an ArrayBuffer`);
+    return { bytes, string: null };
 }
 
-/** A NUL-terminated name, for C. */
+/** A NUL-terminated name, for C. Half of a character would become another one in silence. */
 export function nameOf(name, what) {
-    if (typeof name !== 'string' || name.includes('\0')) throw new TypeError(`${what} is not a string without NUL`);
+    if (typeof name !== 'string' || name.includes('\0') || !name.isWellFormed())
+        throw new TypeError(`${what} is not a string without NUL and without halves of characters`);
     return encoder.encode(`${name}\0`);
 }
 

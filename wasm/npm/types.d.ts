@@ -1,4 +1,4 @@
-/** A text as a string, or as bytes in UTF-8. */
+/** A text as a string, or as bytes in UTF-8, also in shared memory (a Uint8Array over it). */
 export type Text = string | Uint8Array | ArrayBuffer;
 
 export type Layout = 'old' | 'new';
@@ -132,7 +132,8 @@ export interface SectionOptions extends ConversionOptions, BaseOptions {
 
 /*
  * What the functions throw is a TypeError for an argument of another type, a layout other than these two and an option
- * that there is not. Whatever happens to a text is an answer.
+ * that there is not, for bytes whose buffer was transferred elsewhere, and for a name or a pointer with a NUL or half
+ * of a character in it. Whatever happens to a text is an answer.
  */
 export interface Converter {
     /** An old configuration in the new layout. */
@@ -153,7 +154,10 @@ export interface Converter {
      *     {"pointer": ..., "value": ..., "sources": [{"pointer", "value", "without"}, ...]}      with `fromResult`
      */
     explain(text: Text, pointer: string, options?: ExplainOptions): Answer;
-    /** Where in a JSON text the value is that a JSON Pointer leads to, in UTF-16 units; null where there is none. */
+    /**
+     * Where in a JSON text the value is that a JSON Pointer leads to, in UTF-16 units; null where there is none. It is
+     * the one function that throws an Error where memory runs out.
+     */
     find(text: Text, pointer: string): { offset: number; length: number } | null;
     /** One section, by a name of `sections`. */
     section(name: string, text: Text, options: SectionOptions): Answer;
