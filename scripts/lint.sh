@@ -50,7 +50,7 @@ check_shell() {
 }
 
 check_links() {
-    "$root/tests/docs/links.sh" "$root" || complain "These links lead nowhere"
+    "$root/tests/docs/links.pl" "$root" || complain "These links lead nowhere"
 }
 
 # Everything that is compiled but the tests and the benchmarks.
