@@ -89,11 +89,13 @@ export class Reference {
         );
     }
 
+    // Whether the innermost container that is known above a path does.
     #carriesOthers(layout, path) {
-        return this.#containers[layout].some(
-            ({ steps, carriesOthers }) =>
-                carriesOthers && path.length > steps.length && isAt(path.slice(0, steps.length), steps),
+        const above = this.#containers[layout].filter(
+            ({ steps }) => path.length > steps.length && isAt(path.slice(0, steps.length), steps),
         );
+        const depth = Math.max(...above.map(({ steps }) => steps.length));
+        return above.some(({ steps, carriesOthers }) => carriesOthers && steps.length === depth);
     }
 
     /** The names of the members that an object can have: [{ name, is }]; `is` is null for what holds no others. */

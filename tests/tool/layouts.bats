@@ -68,6 +68,24 @@ load setup
     equal "$(grep -c unheard new.json)" 1
 }
 
+@test "the innermost object that is known says what becomes of a member that is not" {
+    # The list carries its length, its entries carry nothing.
+    kcnvrt 0 mapping /voip/VoiceService/1/unheard
+    contains "$output" "it would be dropped without a message"
+    # In an entry that becomes a JSON text.
+    kcnvrt 0 mapping /Device/Services/tr069/misc/arp/1/unheard
+    contains "$output" "its object carries every member"
+}
+
+@test "a place that is not known has the nearest name beside it that is" {
+    kcnvrt 0 mapping /wifi/Chanel
+    contains "$output" 'dropped without a message, did you mean "/wifi/Channel"?'
+    kcnvrt 0 mapping /Device/Ifaces/ethernt/1/mac
+    contains "$output" 'did you mean "/Device/Ifaces/ethernet"?'
+    kcnvrt 0 mapping '/ifaces/a~1b/servces'
+    contains "$output" 'did you mean "/ifaces/a~1b/services"?'
+}
+
 # wrong WORDS ARGUMENT...: status 2 and no output.
 wrong() {
     kcnvrt 2 "${@:2}"
@@ -80,6 +98,9 @@ wrong() {
     wrong 'there is no section "nothing like it"' mapping "nothing like it"
     wrong 'there is no place "/wfi/Channel", did you mean "/wifi"?' mapping /wfi/Channel
     wrong 'there is no place "/Device/WiFy", did you mean "/Device/WiFi"?' mapping /Device/WiFy
+    wrong 'there is no place "/Device/Serices/dns", did you mean "/Device/Services"?' mapping /Device/Serices/dns
+    wrong 'there is no place "/Device/a~1b"' mapping '/Device/a~1b'
+    wrong 'there is no section "wifi/Channel", did you mean "/wifi/Channel"?' mapping wifi/Channel
     wrong 'there is no place "/"' mapping /
     wrong '"/wifi/~2" is no JSON Pointer' mapping "/wifi/~2"
 }
@@ -131,4 +152,34 @@ wrong() {
     kcnvrt 0 example new QoS --all --compact
     equal "$(jq -c 'map(.QosVersion)' <<< "$output")" '[2,1]'
     wrong 'there is no old section "wfi", did you mean "wifi"?' example old wfi
+}
+
+# The members of what a section is converted to that no example of it has; what its names are is anybody's, none. A line
+# before them says whether all of these are of one type.
+compared() { # EXAMPLES RESULT SCHEMA
+    jq -n -r --slurpfile forms "$1" --slurpfile result "$2" --slurpfile schema "$3" '
+        ([$forms[0][], $result[0] | type] | unique | length == 1),
+        ($result[0] | select(type == "object" and $schema[0].additionalProperties == null)
+            | keys - ([$forms[0][] | keys] | add) | .[] | select(test("^[0-9]+$") | not))'
+}
+
+@test "every section that is converted alone has a mapping, a schema, and an example of what it is converted to" {
+    for layout in old new; do
+        "$KCNVRT" example "$layout" > "$layout.json"
+        "$KCNVRT" example "$layout" --all | jq '.[1]' > "$layout.dsl.json"
+    done
+    while read -r layout name; do
+        local other=old source
+        [ "$layout" = new ] || other=new
+        source=$other.json
+        case $name in DSL_Vlan | dsl_vlan) source=$other.dsl.json ;; esac
+        "$KCNVRT" mapping "$name" > mapping.txt
+        "$KCNVRT" schema "$layout" "$name" > schema.json
+        "$KCNVRT" example "$layout" "$name" --all > forms.json
+        "$KCNVRT" section "$name" "--to-$layout" "$source" > result.json 2> /dev/null
+        compared forms.json result.json schema.json > members.txt
+        equal "$layout $name $(head -n 1 members.txt)" "$layout $name true"
+        # What the other layout is made of, but is not read, is in no example.
+        while read -r member; do grep -qE "[/|]$member([/|]|\$)" mapping.txt; done < <(tail -n +2 members.txt)
+    done < <("$KCNVRT" sections)
 }

@@ -50,17 +50,22 @@ std::size_t distance(std::string_view word, std::string_view name) {
 
 }  // namespace
 
-std::string suggestion(std::string_view word, const std::vector<std::string_view>& names) {
+std::string nearest(std::string_view word, const std::vector<std::string_view>& names) {
     std::size_t fewest = std::numeric_limits<std::size_t>::max();
-    std::string_view nearest;
+    std::string_view found;
     if (word.size() > kLongestWord) return "";
     for (const std::string_view name : names) {
         const std::size_t errors = distance(word, name);
         if (errors >= fewest || errors > std::max(word.size(), name.size()) / kLettersForAnError) continue;
         fewest = errors;
-        nearest = name;
+        found = name;
     }
-    return nearest.empty() ? "" : ", did you mean \"" + std::string(nearest) + "\"?";
+    return std::string(found);
+}
+
+std::string suggestion(std::string_view word, const std::vector<std::string_view>& names) {
+    const std::string name = nearest(word, names);
+    return name.empty() ? "" : ", did you mean \"" + name + "\"?";
 }
 
 }  // namespace kcnvrt

@@ -7,7 +7,9 @@
 
 namespace kcnvrt {
 
-// ", did you mean "NAME"?" with the name that is most like the word; empty where none is.
+// The name that is most like the word; empty where none is.
+std::string nearest(std::string_view word, const std::vector<std::string_view>& names);
+// ", did you mean "NAME"?" with that name; empty where none is.
 std::string suggestion(std::string_view word, const std::vector<std::string_view>& names);
 
 }  // namespace kcnvrt

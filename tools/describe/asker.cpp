@@ -113,8 +113,11 @@ Finding Asker::of_container(const Subject& subject, const Spot& spot) {
         Names member = spot.names;
         member.push_back(finding.container == "list" ? "max_instance" : "of no name");
         const Answer given = answer_with(subject, member, extra.get());
-        for (const Names& place : changes(base_.result.get(), given.result.get()))
-            finding.carries_others |= json_equal(at(given.result.get(), place), extra.get()) != 0;
+        for (const Names& place : changes(base_.result.get(), given.result.get())) {
+            json_t* const result = at(given.result.get(), place);
+            finding.carries_others |=
+                json_equal(result, extra.get()) != 0 || is_member_of_text(extra.get(), result, member.back());
+        }
     }
     if (finding.container == "list") finding.entries = entries_of(subject, spot.names);
     finding.behaviour = replies_of(texts_, asked, {spot.names.back(), {}, {spot.names.back()}}).behaviour();
@@ -174,7 +177,10 @@ void Asker::ask(const Subject& subject, std::vector<Finding>& findings) {
         const Spot spot{at_names, names_.place(subject.side, {subject.document}, at_names)};
         const bool is_container = json_is_object(value) || json_is_array(value);
         if (whole_.count({subject.side, spot.place}) != 0) return false;
-        if (asked_[{subject.side, spot.place}]++ >= kMostEntries) return is_container;
+        if (asked_[{subject.side, spot.place}]++ >= kMostEntries) {
+            if (!is_container) add_results(of_further_leaf(subject, spot), findings);
+            return is_container;
+        }
         Finding finding = is_container ? of_container(subject, spot) : of_leaf(subject, spot);
         const bool goes_on = is_container && !finding.is_whole;
         if (finding.is_whole) whole_.insert({subject.side, spot.place});

@@ -46,6 +46,8 @@ private:
     Answer answer_with(const Subject& subject, const Names& names, json_t* value);
     Finding of_container(const Subject& subject, const Spot& spot);
     Finding of_leaf(const Subject& subject, const Spot& spot);
+    // Of one more entry only where its values arrive.
+    Finding of_further_leaf(const Subject& subject, const Spot& spot);
     // What a numbered list says of the names of its entries; null where they are plain numbers from 1.
     Tree entries_of(const Subject& subject, const Names& list);
     bool is_carried_whole(const Subject& subject, const Spot& spot, Finding& finding);

@@ -51,4 +51,13 @@ void keep(Finding finding, std::vector<Finding>& findings) {
     }
 }
 
+void add_results(const Finding& finding, std::vector<Finding>& findings) {
+    const auto known = std::find_if(findings.begin(), findings.end(), [&](const Finding& one) {
+        const bool has_places = !one.is_dropped && !one.is_name && !one.is_selector;
+        return one.place == finding.place && one.container.empty() && has_places;
+    });
+    if (known == findings.end() || finding.results.size() > known->results.size()) return;
+    for (const std::string& place : finding.results) add_once(known->results, place);
+}
+
 }  // namespace describe

@@ -28,5 +28,7 @@ void add_once(std::vector<std::string>& places, const std::string& place);
 // Beside the others, or into one that says the same of the place: another form of a section, or another entry, may
 // treat it in another way.
 void keep(Finding finding, std::vector<Finding>& findings);
+// Where one more entry arrives, beside where the known ones do.
+void add_results(const Finding& finding, std::vector<Finding>& findings);
 
 }  // namespace describe

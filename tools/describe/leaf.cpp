@@ -72,7 +72,22 @@ public:
         return told();
     }
 
+    Finding find_results() {
+        for (Tree& probe : few_probes()) ask(std::move(probe));
+        finding_.results = innermost(finding_.results);
+        return std::move(finding_);
+    }
+
 private:
+    // One or two of which are taken in most places, and are not what stands there.
+    static std::vector<Tree> few_probes() {
+        std::vector<Tree> probes;
+        probes.push_back(string("7"));
+        probes.push_back(integer(7));
+        probes.push_back(string("as it is"));
+        return probes;
+    }
+
     json_t* value() const { return at(subject_.document, spot_.names); }
 
     bool can_be_absent() const {
@@ -157,6 +172,10 @@ private:
 
 Finding Asker::of_leaf(const Subject& subject, const Spot& spot) {
     return Leaf{*this, subject, spot}.find();
+}
+
+Finding Asker::of_further_leaf(const Subject& subject, const Spot& spot) {
+    return Leaf{*this, subject, spot}.find_results();
 }
 
 }  // namespace describe

@@ -84,11 +84,24 @@ std::string section_at(const Steps& names) {
     return sections.empty() || names == Steps{"Device"} ? "" : sections.front();
 }
 
-bool is_below(const Steps& names, const LayoutContainer& container) {
-    const std::size_t length = steps_of(container.place).size();
-    if (names.size() <= length) return false;
-    const Steps above(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(length));
-    return match(above, container.place) == Match::kExact;
+bool is_below(const Steps& names, const Steps& container) {
+    if (names.size() <= container.size()) return false;
+    const Steps above(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(container.size()));
+    return match(above, place_of(container)) == Match::kExact;
+}
+
+// Whether the innermost container that is known above these names carries what it does not know.
+bool is_carried(const Layouts& layouts, const Steps& names) {
+    std::size_t depth = 0;
+    bool is_carried = false;
+    for (const Layout layout : {kOld, kNew})
+        for (const LayoutContainer& container : layouts.containers(layout)) {
+            const Steps steps = steps_of(container.place);
+            if (steps.size() < depth || !is_below(names, steps)) continue;
+            is_carried = container.carries_others || (is_carried && steps.size() == depth);
+            depth = steps.size();
+        }
+    return is_carried;
 }
 
 }  // namespace
@@ -107,11 +120,22 @@ AtPointer lines_at(const Layouts& layouts, const Steps& names) {
             for (const std::string& place : line.places(layout))
                 // What is chosen has lines of its own.
                 if (line.kind() != "chooses" || line.behaviour(layout) != nullptr) look_at(place, line);
-    if (!found.lines.empty()) return found;
-    for (const Layout layout : {kOld, kNew})
-        for (const LayoutContainer& container : layouts.containers(layout))
-            found.is_carried = found.is_carried || (container.carries_others && is_below(names, container));
+    found.is_carried = found.lines.empty() && is_carried(layouts, names);
     return found;
+}
+
+std::vector<std::string> names_beside(const Layouts& layouts, const Steps& names) {
+    std::vector<std::string> beside;
+    if (names.empty()) return beside;
+    const Steps above(names.begin(), names.end() - 1);
+    for (const LayoutLine& line : layouts.lines())
+        for (const Layout layout : {kOld, kNew})
+            for (const std::string& place : plain_places(line.places(layout))) {
+                const Steps steps = steps_of(place);
+                if (steps.size() <= above.size() || match(above, place) == Match::kNone) continue;
+                if (steps[above.size()].front() != '*') add_once(beside, steps[above.size()]);
+            }
+    return beside;
 }
 
 }  // namespace kcnvrt

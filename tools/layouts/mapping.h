@@ -31,5 +31,7 @@ struct AtPointer {
     bool is_in_section = false;            // its section at least is known
 };
 AtPointer lines_at(const Layouts& layouts, const Steps& names);
+// The names that are known in the object that a pointer leads into.
+std::vector<std::string> names_beside(const Layouts& layouts, const Steps& names);
 
 }  // namespace kcnvrt

@@ -192,28 +192,49 @@ std::string markdown_index(const Layouts& layouts) {
 
 // What somebody asks for.
 
-[[noreturn]] void fail_by_unknown(const std::string& what, const std::string& name,
-                                  const std::vector<std::string>& known) {
+// A pointer without its first slash is no section.
+[[noreturn]] void fail_by_unknown_section(const Layouts& layouts, const std::string& name) {
+    const std::vector<std::string> known = section_names(layouts);
     const std::vector<std::string_view> names(known.begin(), known.end());
-    fail_by_usage("there is no " + what + " \"" + name + "\"" + suggestion(name, names), find_command("mapping"));
+    Steps steps;
+    const bool is_place = read_pointer("/" + name, steps) && !lines_at(layouts, steps).lines.empty();
+    fail_by_usage("there is no section \"" + name + "\"" +
+                      (is_place ? ", did you mean \"/" + name + "\"?" : suggestion(name, names)),
+                  find_command("mapping"));
 }
 
-// The nearest section is looked for among those at the same depth.
+Steps names_in(const std::string& pointer) {
+    Steps names;
+    read_pointer(pointer, names);
+    return names;
+}
+
+// The pointer up to the outermost name that is not known.
+std::string known_but_for_last(const Layouts& layouts, const std::string& pointer) {
+    std::string unknown = pointer;
+    for (std::string above = pointer; above.find('/', 1) != std::string::npos; unknown = above) {
+        above.resize(above.rfind('/'));
+        if (!lines_at(layouts, names_in(above)).lines.empty()) break;
+    }
+    return unknown;
+}
+
+// ", did you mean" the nearest of the names that are known there, with the way there.
+std::string nearest_place(const Layouts& layouts, const std::string& pointer) {
+    const std::string unknown = known_but_for_last(layouts, pointer);
+    const Steps names = names_in(unknown);
+    if (names.empty()) return "";
+    const std::vector<std::string> known = names_beside(layouts, names);
+    const std::string name = nearest(names.back(), std::vector<std::string_view>(known.begin(), known.end()));
+    return name.empty() ? "" : ", did you mean \"" + unknown.substr(0, unknown.rfind('/') + 1) + name + "\"?";
+}
+
 [[noreturn]] void fail_by_unknown_pointer(const Layouts& layouts, const std::string& pointer) {
-    const std::string above = pointer.starts_with("/Device/Services/") ? "/Device/Services/"
-                              : pointer.starts_with("/Device/")        ? "/Device/"
-                                                                       : "/";
-    std::vector<std::string> known;
-    for (const std::string& name : section_names(layouts))
-        if (!lines_at(layouts, steps_of(above + name)).lines.empty()) known.push_back(above + name);
-    if (above != "/Device/Services/") known.push_back(above + "Services");
-    const std::string section = pointer.substr(0, pointer.find('/', above.size()));
-    const std::vector<std::string_view> names(known.begin(), known.end());
-    fail_by_usage("there is no place \"" + pointer + "\"" + suggestion(section, names), find_command("mapping"));
+    fail_by_usage("there is no place \"" + pointer + "\"" + nearest_place(layouts, pointer), find_command("mapping"));
 }
 
 // Nothing of it is in the description: what becomes of it all the same.
-ExitStatus tell_of_unknown(const AtPointer& found, const Options& options) {
+ExitStatus tell_of_unknown(const AtPointer& found, const std::string& hint, const Options& options) {
     const std::string& pointer = options.asked;
     if (options.as_json) {
         const bool is_new = pointer.starts_with("/Device");
@@ -225,8 +246,10 @@ ExitStatus tell_of_unknown(const AtPointer& found, const Options& options) {
         write_json(line.get(), options);
     } else {
         write_text(options.output,
-                   pointer + (found.is_carried ? "\n       is not known: its object carries every member, as it is\n"
-                                               : "\n       is not known: it would be dropped without a message\n"));
+                   pointer +
+                       (found.is_carried ? "\n       is not known: its object carries every member, as it is"
+                                         : "\n       is not known: it would be dropped without a message") +
+                       hint + "\n");
     }
     return kConverted;
 }
@@ -280,7 +303,7 @@ ExitStatus mapping(const Options& options) {
     }
     if (name.front() != '/') {
         const Lines lines = options.as_markdown ? lines_of_page(layouts, name) : lines_of_section(layouts, name);
-        if (lines.empty()) fail_by_unknown("section", name, section_names(layouts));
+        if (lines.empty()) fail_by_unknown_section(layouts, name);
         return tell({name, lines}, options);
     }
     Steps names;
@@ -288,7 +311,7 @@ ExitStatus mapping(const Options& options) {
     const AtPointer found = lines_at(layouts, names);
     if (!found.lines.empty()) return tell({name, found.lines, found.is_exact}, options);
     if (!found.is_in_section) fail_by_unknown_pointer(layouts, name);
-    return tell_of_unknown(found, options);
+    return tell_of_unknown(found, nearest_place(layouts, name), options);
 }
 
 }  // namespace kcnvrt

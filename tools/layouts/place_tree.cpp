@@ -84,18 +84,11 @@ std::unique_ptr<PlaceNode> place_tree(const Layouts& layouts, Layout layout) {
     return root;
 }
 
-const PlaceNode* find_section(const PlaceNode& root, const std::string& name) {
-    std::vector<const PlaceNode*> level{&root};
-    for (int depth = 0; depth < 3; ++depth) {
-        std::vector<const PlaceNode*> next;
-        for (const PlaceNode* node : level)
-            for (const auto& inner : node->inner) {
-                if (inner->step == name) return inner.get();
-                next.push_back(inner.get());
-            }
-        level = std::move(next);
-    }
-    return nullptr;
+PlaceNode* find_place(PlaceNode& root, const std::string& place) {
+    PlaceNode* node = &root;
+    for (const std::string& step : steps_of(place))
+        if (node != nullptr) node = node->find(step);
+    return node;
 }
 
 }  // namespace kcnvrt

@@ -25,7 +25,7 @@ struct PlaceNode {
 // The root of the layout.
 std::unique_ptr<PlaceNode> place_tree(const Layouts& layouts, Layout layout);
 
-// The outermost node of that name; null where there is none.
-const PlaceNode* find_section(const PlaceNode& root, const std::string& name);
+// The node at a place; null where there is none.
+PlaceNode* find_place(PlaceNode& root, const std::string& place);
 
 }  // namespace kcnvrt

@@ -1,10 +1,14 @@
 // kcnvrt schema and kcnvrt example: a layout for an editor, and by example.
+#include <algorithm>
+
 #include "commands/arguments.h"
 #include "commands/nearest.h"
 #include "disk/output.h"
 #include "layout_commands.h"
 #include "mapping.h"
+#include "places.h"
 #include "schema.h"
+#include "section_place.h"
 #include "sentences.h"
 
 namespace kcnvrt {
@@ -21,7 +25,7 @@ Layout layout_of(const Options& options, const char* command) {
                                           const char* command) {
     std::vector<std::string> known;
     for (const std::string& name : section_names(layouts))
-        if (find_section(root, name) != nullptr) known.push_back(name);
+        if (place_of_section(root, layout_of(options, command), name)) known.push_back(name);
     const std::vector<std::string_view> names(known.begin(), known.end());
     fail_by_usage(
         "there is no " + options.layout + " section \"" + options.asked + "\"" + suggestion(options.asked, names),
@@ -34,13 +38,35 @@ void write_json(json_t* value, const Options& options) {
                json_text(value, (options.compact ? JSON_COMPACT : JSON_INDENT(blanks)) | JSON_ENCODE_ANY) + "\n");
 }
 
+struct Asked {
+    std::unique_ptr<PlaceNode> root;
+    SectionPlace section;
+};
+
+Asked what_is_asked(const Layouts& layouts, const Options& options, const char* command) {
+    const Layout layout = layout_of(options, command);
+    Asked asked{place_tree(layouts, layout), {}};
+    if (options.asked.empty()) return asked;
+    const auto section = place_of_section(*asked.root, layout, options.asked);
+    if (!section) fail_by_unknown_section(layouts, *asked.root, options, command);
+    asked.section = *section;
+    return asked;
+}
+
+void keep_members(PlaceNode& node, const std::vector<std::string>& names) {
+    if (names.empty()) return;
+    std::erase_if(node.inner, [&](const auto& member) {
+        return std::find(names.begin(), names.end(), member->step) == names.end();
+    });
+}
+
 }  // namespace
 
 ExitStatus schema(const Options& options) {
     const Layouts layouts;
-    const auto root = place_tree(layouts, layout_of(options, "schema"));
-    const PlaceNode* const node = options.asked.empty() ? root.get() : find_section(*root, options.asked);
-    if (node == nullptr) fail_by_unknown_section(layouts, *root, options, "schema");
+    const Asked asked = what_is_asked(layouts, options, "schema");
+    PlaceNode* const node = find_place(*asked.root, asked.section.place);
+    keep_members(*node, asked.section.members);
     const std::string what = options.asked.empty() ? "configuration" : "section " + options.asked;
     const JsonTree made =
         schema_of(layouts, *node, "A gateway's " + what + ", " + options.layout + " layout", options.closed);
@@ -50,20 +76,19 @@ ExitStatus schema(const Options& options) {
 
 namespace {
 
-// The outermost member of that name; null where there is none.
-json_t* find_member(json_t* document, const std::string& name) {
-    std::vector<json_t*> level{document};
-    for (int depth = 0; depth < 3; ++depth) {
-        std::vector<json_t*> next;
-        for (json_t* object : level) {
-            if (json_t* const found = json_object_get(object, name.c_str())) return found;
-            const char* member;
-            json_t* inner;
-            json_object_foreach(object, member, inner) next.push_back(inner);
-        }
-        level = std::move(next);
-    }
-    return nullptr;
+json_t* value_at(json_t* document, const std::string& place) {
+    for (const std::string& name : steps_of(place)) document = json_object_get(document, name.c_str());
+    return document;
+}
+
+// Nothing where the example does not have it.
+JsonTree form_of(json_t* example, const SectionPlace& section) {
+    json_t* const value = value_at(example, section.place);
+    if (section.members.empty() || value == nullptr) return JsonTree(json_incref(value));
+    JsonTree part(json_object());
+    for (const std::string& name : section.members)
+        json_object_set(part.get(), name.c_str(), json_object_get(value, name.c_str()));
+    return part;
 }
 
 }  // namespace
@@ -71,20 +96,12 @@ json_t* find_member(json_t* document, const std::string& name) {
 ExitStatus example(const Options& options) {
     const Layouts layouts;
     const Layout layout = layout_of(options, "example");
-    std::vector<json_t*> forms;
-    for (const bool is_other : {false, true}) {
-        json_t* const document = layouts.example(layout, is_other);
-        json_t* const form = options.asked.empty() ? document : find_member(document, options.asked);
-        if (form != nullptr) forms.push_back(form);
-    }
-    if (forms.empty()) fail_by_unknown_section(layouts, *place_tree(layouts, layout), options, "example");
-    if (!options.all) {
-        write_json(forms.front(), options);
-        return kConverted;
-    }
-    const JsonTree array(json_array());
-    for (json_t* form : forms) json_array_append(array.get(), form);
-    write_json(array.get(), options);
+    const Asked asked = what_is_asked(layouts, options, "example");
+    const JsonTree forms(json_array());
+    for (const bool is_other : {false, true})
+        if (const JsonTree form = form_of(layouts.example(layout, is_other), asked.section))
+            json_array_append(forms.get(), form.get());
+    write_json(options.all ? forms.get() : json_array_get(forms.get(), 0), options);
     return kConverted;
 }
 
