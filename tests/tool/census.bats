@@ -73,6 +73,8 @@ END
     "$KCNVRT" census fleet --at /config --html page.html > table
     "$KCNVRT" census fleet --at /config --json > json
     equal "$(grep -c sesame page.html table json)" $'page.html:0\ntable:0\njson:0'
+    contains "$(cat page.html)" '<dt>dropped</dt><dd>nothing uses it</dd>'
+    equal "$(grep -c '<dt>cut</dt>' page.html)" 0
     equal "$(grep -ciE 'https?:|<script|<img|<link|url\(' page.html)" 0
     printf '%s\n' '{"serial":"<b>&\"","config":{"<i>x":1,"ifaces":{"a":{"type":"ethernet","<u>&":1}}}}' > odd
     "$KCNVRT" census odd --at /config --id /serial --html page.html > table

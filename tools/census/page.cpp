@@ -42,6 +42,10 @@ td { padding: .4rem .75rem .4rem 0; vertical-align: top; border-bottom: 1px soli
 td:last-child, th:last-child { padding-right: 0; }
 .number { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
 .dot { display: inline-block; width: .75rem; height: .75rem; margin-right: .5rem; border-radius: .15rem; }
+dl { display: grid; grid-template-columns: max-content 1fr; gap: .15rem 1rem; margin: 0 0 1rem; font-size: .9rem;
+  color: var(--faint); }
+dt { color: var(--ink); }
+dd { margin: 0; }
 td.place, td.id { font-family: ui-monospace, monospace; font-size: .88rem; overflow-wrap: anywhere; }
 .bar { width: 22%; min-width: 5rem; }
 .bar div { height: .7rem; margin-top: .4rem; border-radius: .15rem; background: var(--track); }
@@ -101,6 +105,30 @@ std::string table_of_shares(const Report& report) {
     return table + "</table>\n";
 }
 
+struct Meaning {
+    const char* kind;
+    const char* words;
+};
+
+constexpr Meaning kMeanings[] = {
+    {"error", "the configuration is rejected"},
+    {"warning", "something is left out"},
+    {"dropped", "nothing uses it"},
+    {"cut", "only its beginning comes back from the other layout"},
+    {"changed", "comes back from the other layout as something else"},
+    {"defaulted", "comes back from the other layout although it was not there"},
+    {"renumbered", "an entry of a list, which comes back under another number"},
+};
+
+// Of the kinds that there are.
+std::string meanings_of(const Report& report) {
+    std::string list = "<dl>\n";
+    for (const Meaning& meaning : kMeanings)
+        if (std::ranges::find(report.troubles, meaning.kind, &Trouble::kind) != report.troubles.end())
+            list += std::string("<dt>") + meaning.kind + "</dt><dd>" + meaning.words + "</dd>\n";
+    return list + "</dl>\n";
+}
+
 std::string row_of(const Trouble& trouble, std::size_t most) {
     return "<tr><td class=\"number\">" + grouped(trouble.devices) + "</td><td class=\"bar\"><div><span class=\"" +
            color_of(trouble.kind) + "\" " + width_of(trouble.devices, most) + "></span></div></td><td>" +
@@ -112,6 +140,7 @@ std::string row_of(const Trouble& trouble, std::size_t most) {
 std::string table_of_places(const Report& report) {
     if (report.troubles.empty()) return "<p>Nothing is lost, and nothing is left out.</p>\n";
     std::string table =
+        meanings_of(report) +
         "<table>\n<tr><th class=\"number\">Devices</th><th class=\"bar\"></th><th>What</th><th>Place</th>"
         "<th class=\"id\">For example</th></tr>\n";
     for (const Trouble& trouble : report.troubles) table += row_of(trouble, report.troubles.front().devices);
