@@ -161,9 +161,14 @@ def _result_of(configuration: bytes, options: Options) -> kcnvrt.Result:
     )
 
 
+# Objects and arrays inside one another that the library reads.
+_MOST_LEVELS = 2048
+
+
 def _is_whole(text: bytes, place: Optional[slice], options: Options, problems: _Problems) -> bool:
     """Whether there is a configuration, and what stands around it is JSON."""
-    if place is not None and _is_json(text[:place.start] + b"0" + text[place.stop:]):
+    may_be_too_deep = text.count(b"{") + text.count(b"[") >= _MOST_LEVELS
+    if place is not None and not may_be_too_deep and _is_json(text[:place.start] + b"0" + text[place.stop:]):
         return True
     read = kcnvrt.diff(text, b"0", show_secrets=options.show_secrets)
     if read.status is kcnvrt.Status.UNREADABLE:
