@@ -39,11 +39,9 @@ install_it() {
     for command in "$blocks/Install it"/*.command; do
         case $(< "$command") in
             scripts/package.sh | "sudo apt install "*) ;;
-            *uninstall*) uninstall=$command ;;
             *) run_shown "$command" ;;
         esac
     done
-    [ -n "${uninstall:-}" ] || fail "$readme does not say how to take it away."
     prefix=$root/system/usr/local
     [ -x "$prefix/bin/kcnvrt" ] || fail "kcnvrt is not below /usr/local."
     [ -e "$root/known-to-the-loader" ] || fail "The loader does not know the libraries."
@@ -127,7 +125,9 @@ convert_a_fleet() {
 }
 
 take_it_away() {
-    run_shown "$uninstall"
+    sed -n 's/^.\(sudo .* uninstall\). takes it away again.*/\1/p' "$source_tree/$readme" > "$blocks/uninstall.command"
+    [ -s "$blocks/uninstall.command" ] || fail "$readme does not say how to take it away."
+    run_shown "$blocks/uninstall.command"
     [ -z "$(files_of "$root/system")" ] || fail "$(files_of "$root/system")" "This is left when it is taken away."
 }
 
