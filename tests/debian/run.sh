@@ -48,6 +48,7 @@ install /new/libk-cnvrt1_*.deb /new/kcnvrt_*.deb /new/python3-kcnvrt_*.deb
 expect "the tool" "kcnvrt $version" "$(inside kcnvrt --version)"
 inside kcnvrt to-new --compact "$old" > "$packages/expected"
 [ -s "$packages/expected" ] || fail "The tool converts nothing."
+inside sh -c 'kcnvrt schema old --indent 1 | cmp - /usr/share/k_cnvrt/old.schema.json' || fail "There are no schemas."
 inside python3 -c 'import kcnvrt, sys; print(kcnvrt.to_new(open(sys.argv[1], "rb").read()).text)' "$old" |
     same "the Python package"
 
