@@ -29,18 +29,21 @@ check_tree() {
     [ -z "$changed" ] || fail "A release is made of a commit, and this is in none:" $'\n'"$changed"
 }
 
-# section NAME: the lines of CHANGELOG.md below a heading that begins so.
+# section NAME PATTERN: how many such lines CHANGELOG.md has below a heading that begins so.
 section() {
-    awk -v name="$1" '/^## / { inside = index($0 " ", "## " name " ") == 1; next } inside' "$root/CHANGELOG.md"
+    awk -v name="$1" -v pattern="$2" '
+        /^## / { inside = index($0 " ", "## " name " ") == 1; next }
+        inside && $0 ~ pattern { ++count }
+        END { print count + 0 }' "$root/CHANGELOG.md"
 }
 
 check_changelog() {
     local first
-    first=$(grep '^## ' "$root/CHANGELOG.md" | grep -v '^## Unreleased$' | head -n 1)
+    first=$(awk '/^## / && !/^## Unreleased$/ { print; exit }' "$root/CHANGELOG.md")
     [[ "$first" =~ ^"## $version ("20[0-9][0-9]-[01][0-9]-[0-3][0-9]")"$ ]] ||
         fail "The first version in CHANGELOG.md is \"$first\" instead of \"## $version ($(date --utc +%F))\"."
-    section "$version" | grep -q '^- ' || fail "CHANGELOG.md says nothing about version $version."
-    ! section Unreleased | grep -q . || fail "CHANGELOG.md has something left under Unreleased."
+    [ "$(section "$version" '^- ')" -gt 0 ] || fail "CHANGELOG.md says nothing about version $version."
+    [ "$(section Unreleased .)" -eq 0 ] || fail "CHANGELOG.md has something left under Unreleased."
 }
 
 make_archive() {

@@ -105,6 +105,17 @@ kcnvrt_1.2.3_amd64.deb" ]
     scripts/release.sh 1.2.3 --check
 }
 
+@test "a version may bring much, and much may be left" {
+    seq --format '- Something, which is said in many words, the %.0fth of it.' 5000 > much
+    sed -i '/Something/r much' CHANGELOG.md
+    rm much
+    committed
+    scripts/release.sh 1.2.3 --check
+    sed -i 's/^## 1.2.3.*/## Unreleased/; s/^## 1.2.2.*/## 1.2.3 (2026-01-31)/' CHANGELOG.md
+    committed
+    refused "CHANGELOG.md has something left under Unreleased." 1.2.3
+}
+
 @test "abi/ describes the libraries of the version" {
     stand_in abi 'echo "abi/ is not what the libraries are" && exit 1'
     committed
