@@ -22,15 +22,16 @@ const SIGNS = {
 const NOT_SECTIONS = new Set(['Device', 'Services']);
 
 /** The section that a place is in, as a person calls it. */
-export function sectionOf(pointer) {
-    if (pointer === null) return 'Without a place';
+function sectionOf({ pointer, line }) {
+    if (pointer === null && line === null) return 'Without a place';
+    if (pointer === null) return 'The whole text';
     return namesOf(pointer).find((name) => !NOT_SECTIONS.has(name)) ?? 'The whole text';
 }
 
 function grouped(items) {
     const groups = new Map();
     for (const item of items) {
-        const section = sectionOf(item.pointer);
+        const section = sectionOf(item);
         if (!groups.has(section)) groups.set(section, []);
         groups.get(section).push(item);
     }
@@ -49,7 +50,7 @@ function row(item, onChoose) {
         { type: 'button', onclick: choose },
         element('span', { class: 'sign', 'data-kind': item.kind, role: 'img', 'aria-label': words }, sign),
         element('span', { class: 'place' }, placeText(item)),
-        element('code', {}, item.pointer || '/'),
+        element('code', {}, item.pointer === '' ? '/' : (item.pointer ?? '')),
         ...item.details,
     );
     return element('li', {}, button);

@@ -45,8 +45,8 @@ function put(option) {
 }
 
 async function info({ path, layout }) {
-    const known = await describer.ask('outlook', { path, layout });
-    return known === SUPERSEDED ? null : panel(known);
+    const known = await describer.ask('outlook', { path, layout }).catch(() => null);
+    return known === SUPERSEDED || known === null ? null : panel(known);
 }
 
 async function complete(context) {
@@ -54,7 +54,7 @@ async function complete(context) {
     const isTyped = !context.explicit;
     if (isTyped && (state.doc.length > LARGEST_AT_TYPING || !context.matchBefore(/["\w.-]+$/))) return null;
     const about = { text: state.doc.toString(), offset: pos, to: settings().to };
-    const answer = await proposer.ask('proposals', about);
+    const answer = await proposer.ask('proposals', about).catch(() => null);
     if (answer === SUPERSEDED || answer === null || context.aborted) return null;
     return {
         from: answer.from,
@@ -86,7 +86,7 @@ function layoutOf(side) {
 
 async function ask(side, offset) {
     if (settings().section !== null) return null;
-    return describer.ask('description', { text: editors[side].text, offset, layout: layoutOf(side) });
+    return describer.ask('description', { text: editors[side].text, offset, layout: layoutOf(side) }).catch(() => null);
 }
 
 // Not in the empty places of an object that has many lines.

@@ -84,14 +84,22 @@ function rest(side, offset) {
     timer = setTimeout(() => ask(side, offset()), REST);
 }
 
+// Why nothing can be asked; null where something can.
+function obstacle() {
+    if (settings().section !== null) return 'Links are those of a whole configuration: choose everything above.';
+    if (editors.base.length > 0) return 'Links are those of a whole result: choose without a base below.';
+    if (page.answer !== null && page.answer.output === null) return 'Nothing is converted, so nothing is linked.';
+    return null;
+}
+
+const hint = () => obstacle() ?? 'Rest on a member, on either side, to see what belongs to it on the other.';
+
 async function ask(side, offset) {
-    const isPossible = isOn && offset !== null && page.answer?.output != null && editors.base.length === 0;
-    if (!isPossible) return show(null);
+    if (!isOn || offset === null || page.answer === null || obstacle() !== null) return show(null);
     const { section, ...about } = settings();
-    if (section !== null) return show(null);
     if (lit?.side === side && isInside(lit.place, offset)) return;
     const isCurrent = [unchanged(editors.input), unchanged(editors.result)];
-    const answer = await asker.ask('links', { ...about, output: editors.result.text, side, offset });
+    const answer = await asker.ask('links', { ...about, output: editors.result.text, side, offset }).catch(() => null);
     if (answer === SUPERSEDED || !isOn || !isCurrent.every((is) => is())) return;
     show(answer && { side, ...answer });
 }
@@ -109,7 +117,14 @@ const WORDS = {
     lost: 'is lost.',
 };
 
-function words({ side, answer, partners }) {
+// With what it is in, where that is left out.
+function isLeftOut(pointer) {
+    const left = page.answer.problems.filter((problem) => problem.function === 'partial');
+    return left.some((problem) => `${pointer}/`.startsWith(`${problem.pointer}/`));
+}
+
+function words({ side, pointer, answer, partners }) {
+    if (side === 'input' && isLeftOut(pointer)) return 'is left out of the result, because of an error.';
     if (answer in WORDS) return WORDS[answer];
     if (side === 'result') return partners.length > 0 ? 'is made of' : 'is made by the conversion itself.';
     return partners.length > 0 ? 'becomes' : 'is read, and would matter if it said something else.';
@@ -137,8 +152,7 @@ function showPlaces() {
     const parent = byId('links-places');
     parent.replaceChildren();
     if (lit === null) {
-        const hint = 'Rest on a member, on either side, to see what belongs to it on the other.';
-        byId('links-words').textContent = isOn ? hint : '';
+        byId('links-words').textContent = isOn ? hint() : '';
         return;
     }
     byId('links-words').replaceChildren(element('code', {}, lit.pointer), ` ${words(lit)}`);

@@ -51,18 +51,45 @@ export function showEmptyLists() {
     byId('loss-status').hidden = true;
 }
 
+// An error that a note says nothing more of than what was done with its member has that note in its row.
+function withNotes(problems) {
+    const errors = new Map();
+    for (const { severity, pointer, offset } of problems) if (severity === 'error') errors.set(pointer, offset);
+    const isOfError = ({ severity, pointer, offset, message }) =>
+        severity === 'note' && errors.get(pointer) === offset && !message.includes(':');
+    const notes = new Map(problems.filter(isOfError).map(({ pointer, message }) => [pointer, message]));
+    const rows = problems.filter((problem) => !isOfError(problem));
+    return rows.map((row) => ({ ...row, note: row.severity === 'error' ? notes.get(row.pointer) : undefined }));
+}
+
+function problemItem(problem) {
+    const note = problem.note === undefined ? null : element('span', { class: 'also' }, ` · ${problem.note}`);
+    const message = element('span', {}, problem.message, note);
+    return { ...problem, kind: problem.severity, details: [message, by(problem.function)] };
+}
+
 function showProblems() {
     const { problems } = page.answer;
-    const items = problems.map((problem) => ({
-        ...problem,
-        kind: problem.severity,
-        details: [element('span', {}, problem.message), by(problem.function)],
-    }));
+    const items = withNotes(problems).map(problemItem);
     const bad = problems.filter(({ severity }) => severity !== 'note');
-    setCount('problems', bad.length, bad.some(({ severity }) => severity === 'error') ? 'bad' : 'caution');
+    const hasErrors = bad.some(({ severity }) => severity === 'error');
+    setCount('problems', bad.length, hasErrors ? 'bad' : 'caution');
     byId('problems').dataset.stale = 'false';
     if (items.length === 0) showWords(byId('problems'), 'No problems.');
     else showFindings(byId('problems'), items, goTo);
+    showFirst(bad[0]);
+    if (hasErrors && page.isFresh) showTab('problems');
+    page.isFresh = false;
+}
+
+// On a narrow screen the list is further down than one sees.
+function showFirst(problem) {
+    const button = byId('first-problem');
+    button.hidden = problem === undefined;
+    if (problem === undefined) return;
+    const place = problem.line === null ? [] : [element('span', { class: 'place' }, `Line ${problem.line}`)];
+    button.replaceChildren(...place, element('span', {}, problem.message));
+    button.onclick = () => goTo(problem);
 }
 
 function goTo(item, row) {
@@ -86,6 +113,15 @@ export function step(direction) {
     return true;
 }
 
+const UNKNOWN_LOSSES = 'What is lost could not be found out: kcnvrt losses tells it of the largest texts, too.';
+
+// What a worker answers, null where it cannot; SUPERSEDED also when the text is another one by then.
+async function answerTo(asker, question, about) {
+    const isCurrent = unchanged(editors.input);
+    const answer = await asker.ask(question, about).catch(() => null);
+    return isCurrent() ? answer : SUPERSEDED;
+}
+
 // The losses are asked for by themselves: what will be lost is the third question that everybody has.
 async function showLosses() {
     const parent = byId('losses');
@@ -94,9 +130,9 @@ async function showLosses() {
     if (page.answer.output === null) return showNoLosses('Nothing is converted, so nothing can be said about losses.');
     if (section !== null) return showNoLosses('Losses are those of a whole configuration: choose everything above.');
     parent.dataset.stale = 'true';
-    const isCurrent = unchanged(editors.input);
-    const losses = await lossFinder.ask('lossesOf', about);
-    if (losses === SUPERSEDED || !isCurrent()) return;
+    const losses = await answerTo(lossFinder, 'lossesOf', about);
+    if (losses === SUPERSEDED) return;
+    if (losses === null) return showNoLosses(UNKNOWN_LOSSES);
     parent.dataset.stale = 'false';
     setCount('losses', losses.length, 'caution');
     showLossStatus(losses);
@@ -132,9 +168,8 @@ async function showReturn() {
     if (section !== null)
         return showWords(parent, 'There and back goes a whole configuration: choose everything above.');
     parent.dataset.stale = 'true';
-    const isCurrent = unchanged(editors.input);
-    const operations = await traveller.ask('thereAndBack', { ...about, section });
-    if (operations === SUPERSEDED || !isCurrent()) return;
+    const operations = await answerTo(traveller, 'thereAndBack', { ...about, section });
+    if (operations === SUPERSEDED) return;
     parent.dataset.stale = 'false';
     if (operations === null) return showWords(parent, 'Nothing can be converted there and back.');
     setCount('return', operations.length);

@@ -12,7 +12,7 @@ import { showEmptyLists, showLists, showPane, step } from './lists.js';
 import { followLinks, linkable, nextLink, refreshLinks } from './links.js';
 import { copyOf } from './masks.js';
 import { editors, page, settings, unchanged } from './page.js';
-import { CONVERTING, EMPTY, failureState, layoutMade, stateOf } from './states.js';
+import { CONVERTING, EMPTY, failed, layoutMade, stateOf } from './states.js';
 import { followTheme } from './theme.js';
 
 // How long typing has to rest before a text of some length is converted, in milliseconds.
@@ -72,6 +72,7 @@ function paste(event) {
 function load(name, text, note = null) {
     page.name = name;
     page.isExample = false;
+    page.isFresh = true;
     page.note = note;
     input.load(text);
     input.focus();
@@ -109,7 +110,7 @@ async function convert() {
         const answer = await converter.ask(...question());
         if (answer !== SUPERSEDED && isCurrent()) showAnswer(answer);
     } catch (error) {
-        showState(failureState(error));
+        showAnswer(failed(error));
     }
     clearTimeout(slow);
 }
@@ -132,7 +133,9 @@ function showAnswer(answer) {
     showStale(false);
     showState(stateOf(answer));
     input.secrets = answer.inputSecrets ?? [];
-    result.replace(answer.output ?? '', answer.outputSecrets ?? []);
+    page.isKept = answer.status === 'unreadable' && result.length > 0 && !page.isFresh;
+    if (!page.isKept) result.replace(answer.output ?? '', answer.outputSecrets ?? []);
+    byId('result').dataset.kept = String(page.isKept);
     input.problems = answer.problems.filter(({ which }) => which === 'text');
     base.problems = answer.problems.filter(({ which }) => which === 'other');
     showFacts();
@@ -145,6 +148,8 @@ function showAnswer(answer) {
 
 function showEmpty() {
     page.answer = null;
+    page.isKept = false;
+    byId('result').dataset.kept = 'false';
     showStale(false);
     showState(EMPTY);
     result.replace('', []);
@@ -159,6 +164,8 @@ function isIncomplete() {
     return page.answer?.status === 'rejected' && page.answer.output !== null;
 }
 
+const KEPT = 'As it was when the input could be read last.';
+
 function showFacts() {
     const { answer } = page;
     const layout = answer && layoutMade(answer);
@@ -169,10 +176,11 @@ function showFacts() {
     const kind = base.length > 0 ? { patch: 'JSON Patch', merge: 'JSON Merge Patch' }[byId('base-result').value] : null;
     byId('result-facts').textContent =
         result.length > 0 ? facts(kind ?? (layout && `${layout} layout`), size(result)) : '';
-    for (const id of ['copy', 'save']) byId(id).disabled = result.length === 0;
+    for (const id of ['copy', 'save']) byId(id).disabled = result.length === 0 || page.isKept;
     showBanner('input-banner', page.note);
     const left = answer?.problems.filter((problem) => problem.function === 'partial').length;
-    showBanner('result-banner', isIncomplete() && `Incomplete: ${countText(left, 'member')} with errors left out.`);
+    const incomplete = isIncomplete() && `Incomplete: ${countText(left, 'member')} with errors left out.`;
+    showBanner('result-banner', page.isKept ? KEPT : incomplete);
 }
 
 function showBanner(id, words) {
@@ -214,7 +222,7 @@ async function openFile(file, editor = input) {
 }
 
 function save() {
-    if (result.length === 0) return;
+    if (byId('save').disabled) return;
     const kind = byId('base-result').value;
     const what =
         base.length === 0
@@ -346,7 +354,7 @@ async function start() {
         input.load(example);
         page.name = name;
     } catch (error) {
-        showState(failureState(error));
+        showState(stateOf(failed(error)));
     }
 }
 

@@ -41,7 +41,7 @@ function lineOf(layout, { kind, needsDslVlan, places, told, isPart }, most) {
     return element(
         'div',
         { class: 'line' },
-        paragraph(sign, ' ', ...where, needsDslVlan ? ' (only with --dsl-vlan)' : ''),
+        paragraph(sign, element('span', {}, ...where, needsDslVlan ? ' (only with --dsl-vlan)' : '')),
         ...(kind in KINDS ? [paragraph(KINDS[kind])] : []),
         ...(isPart ? [paragraph('Is a part of a value that is carried whole.')] : []),
         ...told.slice(0, most).flatMap(toldOf),

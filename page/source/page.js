@@ -5,7 +5,9 @@ export const page = {
     name: 'example.old.json',
     note: null,
     isExample: true,
+    isFresh: false, // just loaded, and not yet answered
     showsSecrets: false,
+    isKept: false, // the result is of an earlier input, since this one cannot be read
     answer: null, // the one that is shown
     sections: { new: [], old: [] },
 };

@@ -59,12 +59,14 @@ export function thereAndBack(about) {
     const dslVlan = to === 'old' && tiesVlansToDsl(about.text);
     const back = convert(there.output, { to, partial: true, dslVlan });
     if (back.output === null) return null;
-    return operationsOf(about.text, diff(about.text, back.output).output, about.showSecrets);
+    const difference = diff(about.text, back.output).output;
+    return difference === null ? null : operationsOf(about.text, difference, about.showSecrets);
 }
 
-/** What of the text the other layout does not hold. */
+/** What of the text the other layout does not hold; null where that cannot be found. */
 export function lossesOf({ text, to, showSecrets }) {
-    return losses(text, { to: to ?? undefined, showSecrets }).losses;
+    const { status, losses: found } = losses(text, { to: to ?? undefined, showSecrets });
+    return status === 'stopped' || status === 'out-of-memory' ? null : found;
 }
 
 /**

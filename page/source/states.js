@@ -38,6 +38,10 @@ const STATES = {
         kind: 'bad',
         words: 'The conversion stopped by a fault of its own. The next change starts it anew',
     }),
+    failed: ({ message }) => ({
+        kind: 'bad',
+        words: `The conversion does not run: ${message}. The next change tries again`,
+    }),
 };
 
 export const EMPTY = { kind: 'none', words: 'Paste, drop or open a configuration' };
@@ -45,6 +49,9 @@ export const CONVERTING = { kind: 'busy', words: 'Converting' };
 
 export const stateOf = (answer) => STATES[answer.status](answer);
 
-export const failureState = ({ message }) => ({ kind: 'bad', words: `The conversion does not run here: ${message}` });
+/** The answer where a worker gives none. */
+export function failed({ message }) {
+    return { status: 'failed', direction: null, output: null, problems: [], message };
+}
 
 export const layoutMade = ({ direction }) => NAMES[direction] ?? null;

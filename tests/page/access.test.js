@@ -44,6 +44,18 @@ const STATES = {
         await page.locator('#return li').first().waitFor();
     },
     'against a base': (page) => page.locator('#base-tab').click(),
+    'with one section': async (page) => {
+        await openFile(page, 'section.json', example('home-gateway.old.json'));
+        await page.locator('#section').selectOption({ label: 'ssh' });
+        await settled(page);
+    },
+    'while the input cannot be read': async (page) => {
+        await page.locator('#section').selectOption('');
+        await settled(page);
+        await putCursor(page, 'input', '{', 1);
+        await page.keyboard.type('?');
+        await page.locator('#result[data-kept=true]').waitFor({ state: 'attached' });
+    },
     'with names to choose from': async (page) => {
         await openFile(page, 'names.json', '{"ntpclient": {}}');
         await putCursor(page, 'input', '{}', 1);

@@ -1,8 +1,10 @@
 // A browser with the page in it, and what a person does there.
+import assert from 'node:assert/strict';
 import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
 import { createServer } from 'node:http';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
+import { after, before } from 'node:test';
 import { fileURLToPath, pathToFileURL } from 'node:url';
 import { chromium } from 'playwright-core';
 
@@ -118,3 +120,78 @@ export function large(bytes) {
     for (let i = 0; i * one < bytes; ++i) configuration.ifaces[`eth${100 + i}`] = pattern;
     return JSON.stringify(configuration, null, 4);
 }
+
+/**
+ * A browser for the tests of a file: within(OPTIONS, async (page) => ...) is a test's own window, whose page must not
+ * complain.
+ */
+export function browserForTests() {
+    let browser;
+    let close;
+    before(async () => ({ browser, close } = await startBrowser()));
+    after(() => close());
+    return async (options, work) => {
+        const page = await openPage(browser, options);
+        try {
+            await work(page);
+            assert.deepEqual(page.complaints, []);
+        } finally {
+            await page.context().close();
+        }
+    };
+}
+
+/** Waits until something is so. */
+export async function until(page, isDone) {
+    for (let i = 0; i < 600 && !(await isDone()); ++i) await page.waitForTimeout(50);
+    assert.ok(await isDone());
+}
+
+export const rows = (page, list) => page.locator(`#${list} li > button`);
+
+/** The text that is selected in an editor. */
+export const selected = (page, id) =>
+    page.evaluate((id) => {
+        const { state } = document.querySelector(`#${id} .cm-content`).cmTile.view;
+        return state.sliceDoc(state.selection.main.from, state.selection.main.to);
+    }, id);
+
+/** What is framed in an editor. */
+export const framed = (page, id, kind) => page.locator(`#${id} .cm-${kind}`).allTextContents();
+
+/** Pastes into the input as the browser's menu does. */
+export async function paste(page, text) {
+    await page.evaluate((text) => {
+        const clipboardData = new DataTransfer();
+        clipboardData.setData('text/plain', text);
+        const target = document.querySelector('#input .cm-content');
+        target.focus();
+        target.dispatchEvent(new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true }));
+    }, text);
+    await settled(page);
+}
+
+/** Drops a file on a part of the page. */
+export async function drop(page, part, name, content) {
+    await page.evaluate(
+        ([part, name, content]) => {
+            const dataTransfer = new DataTransfer();
+            dataTransfer.items.add(new File([content], name));
+            const target = document.querySelector(part);
+            target.dispatchEvent(new DragEvent('dragover', { dataTransfer, bubbles: true, cancelable: true }));
+            target.dispatchEvent(new DragEvent('drop', { dataTransfer, bubbles: true, cancelable: true }));
+        },
+        [part, name, content],
+    );
+}
+
+/** A configuration with three errors, in two sections. */
+export const broken = JSON.stringify(
+    {
+        ifaces: { eth4: { type: 'ethernet', mac: 5, services: { ppp0: { type: 'ppp', auth: 'often' } } } },
+        ntpclient: { enable: '1', hour: 'soon' },
+        users: { list: { admin: { pass: 'Harbor-5-violet' } } },
+    },
+    null,
+    2,
+);

@@ -1,85 +1,32 @@
-// What the page does for a person, by mouse and by keyboard, from a file and from a server.
+// The page as a whole: how it opens, converts, refuses, says what it does, and is used by keyboard alone.
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import test, { after, before } from 'node:test';
 import {
+    broken,
+    browserForTests,
     example,
     input,
     openFile,
-    openPage,
     packaged,
     pageFile,
-    result,
+    paste,
+    rows,
+    selected,
     serve,
     settled,
-    startBrowser,
     status,
     textOf,
+    until,
 } from './browser.js';
 
-const { convert, section } = await import(packaged('node.js'));
+const { convert } = await import(packaged('node.js'));
 const old = example('home-gateway.old.json');
-const broken = JSON.stringify(
-    {
-        ifaces: { eth4: { type: 'ethernet', mac: 5, services: { ppp0: { type: 'ppp', auth: 'often' } } } },
-        ntpclient: { enable: '1', hour: 'soon' },
-        users: { list: { admin: { pass: 'Harbor-5-violet' } } },
-    },
-    null,
-    2,
-);
+const within = browserForTests();
 
-let browser;
-let close;
 let server;
-before(async () => {
-    ({ browser, close } = await startBrowser());
-    server = await serve();
-});
-after(async () => {
-    await close();
-    await server.close();
-});
-
-// within(OPTIONS, async (page) => ...): a test's own window; the page must not complain in it.
-async function within(options, work) {
-    const page = await openPage(browser, options);
-    try {
-        await work(page);
-        assert.deepEqual(page.complaints, []);
-    } finally {
-        await page.context().close();
-    }
-}
-
-const rows = (page, list) => page.locator(`#${list} li > button`);
-
-// The text that is selected in an editor.
-const selected = (page, id) =>
-    page.evaluate((id) => {
-        const { state } = document.querySelector(`#${id} .cm-content`).cmTile.view;
-        return state.sliceDoc(state.selection.main.from, state.selection.main.to);
-    }, id);
-
-async function paste(page, text) {
-    await page.evaluate((text) => {
-        const clipboardData = new DataTransfer();
-        clipboardData.setData('text/plain', text);
-        const target = document.querySelector('#input .cm-content');
-        target.focus();
-        target.dispatchEvent(new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true }));
-    }, text);
-    await settled(page);
-}
-
-async function copied(page, id) {
-    return page.evaluate((id) => {
-        const clipboardData = new DataTransfer();
-        const target = document.querySelector(`#${id} .cm-content`);
-        target.dispatchEvent(new ClipboardEvent('copy', { clipboardData, bubbles: true, cancelable: true }));
-        return clipboardData.getData('text/plain');
-    }, id);
-}
+before(async () => (server = await serve()));
+after(() => server.close());
 
 for (const origin of ['a file', 'a server']) {
     test(`from ${origin}, without a network, it opens with an example and converts each layout`, async () => {
@@ -156,43 +103,6 @@ test('the example goes with the first paste, a later one goes to the cursor', as
         await page.keyboard.press('Control+End');
         await paste(page, ' ');
         assert.equal(await textOf(page, 'input'), '{"lang": "de"} ');
-    });
-});
-
-test('a file can be dropped', async () => {
-    await within({}, async (page) => {
-        await page.evaluate(() => {
-            const dataTransfer = new DataTransfer();
-            dataTransfer.items.add(new File(['{"lang": "de"}'], 'dropped.json'));
-            const target = document.querySelector('#result');
-            target.dispatchEvent(new DragEvent('dragover', { dataTransfer, bubbles: true, cancelable: true }));
-            target.dispatchEvent(new DragEvent('drop', { dataTransfer, bubbles: true, cancelable: true }));
-        });
-        await page.waitForFunction(() => document.querySelector('#input-facts').textContent.startsWith('dropped.json'));
-        await settled(page);
-        assert.equal(await textOf(page, 'input'), '{"lang": "de"}');
-        assert.equal(await page.locator('#drop').isHidden(), true);
-    });
-});
-
-test('problems are listed by section, marked at their line, and lead there', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', broken);
-        assert.equal(await status(page), 'Rejected: 3 errors. The result is incomplete');
-        assert.match(
-            await page.locator('#result-banner').textContent(),
-            /^Incomplete: [34] members? with errors left out/,
-        );
-        const sections = await page.locator('#problems h3').allTextContents();
-        assert.deepEqual(
-            sections.map((words) => words.split(' ')[0]),
-            ['ifaces', 'ntpclient'],
-        );
-        assert.equal(await page.locator('#problems-count').textContent(), '3');
-        assert.ok((await page.locator('#input .cm-lint-marker-error').count()) >= 3);
-        await rows(page, 'problems').filter({ hasText: '/ifaces/eth4/services/ppp0/auth' }).first().click();
-        assert.equal(await selected(page, 'input'), '"often"');
-        assert.equal(await page.evaluate(() => document.activeElement.closest('.pane')?.id), 'input');
     });
 });
 
@@ -304,74 +214,11 @@ test('the wrong direction is refused, with a button that mends it', async () => 
     await within({}, async (page) => {
         await openFile(page, 'gateway.old.json', old);
         await page.locator('#towards').selectOption('old');
-        await settledAfter(page, () => page.locator('#remedy').isVisible());
+        await until(page, () => page.locator('#remedy').isVisible());
         assert.match(await status(page), /^Another layout: /);
         await page.locator('#remedy').click();
-        await settledAfter(page, async () => (await status(page)) === 'Converted to the new layout');
+        await until(page, async () => (await status(page)) === 'Converted to the new layout');
         assert.equal(await page.locator('#remedy').isVisible(), false);
-    });
-});
-
-async function settledAfter(page, isDone) {
-    for (let i = 0; i < 600 && !(await isDone()); ++i) await page.waitForTimeout(50);
-    assert.ok(await isDone());
-}
-
-test('one section alone', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.old.json', old);
-        const names = await page.locator('#section option').allTextContents();
-        assert.ok(names.includes('ssh') && names.includes('wifi') === false, names.join());
-        await page.locator('#section').selectOption({ label: 'ssh' });
-        await settledAfter(page, async () => (await textOf(page, 'result')).length < 200);
-        assert.equal(await textOf(page, 'result'), section('ssh', old, { to: 'new' }).output);
-    });
-});
-
-test('secrets are masked on the screen, in messages and in copies, until one asks', async () => {
-    const document =
-        '{"users": {"list": {"admin": {"pass": "Harbor-5-violet"}}}, "sysusers": {"list": [{"password": 5}]}}';
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', document);
-        const screen = () => page.evaluate(() => document.body.innerText);
-        assert.doesNotMatch(await screen(), /Harbor/);
-        await input(page).focus();
-        await page.keyboard.press('Control+A');
-        assert.equal(
-            await copied(page, 'input'),
-            document.replace('"Harbor-5-violet"', '"***"').replace('5}', '"***"}'),
-        );
-        await result(page).focus();
-        await page.keyboard.press('Control+A');
-        assert.doesNotMatch(await copied(page, 'result'), /Harbor|SGFyYm9y/);
-        await page.locator('#secrets').click();
-        await settledAfter(page, async () => /Harbor-5-violet/.test(await screen()));
-        await input(page).focus();
-        await page.keyboard.press('Control+A');
-        assert.equal(await copied(page, 'input'), document);
-        await page.reload();
-        await settled(page);
-        assert.equal(await page.locator('#secrets').getAttribute('aria-pressed'), 'false');
-    });
-});
-
-test('a secret that is typed is masked when the cursor leaves it, and moving a piece keeps it', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', '{"lang": "de"}');
-        await page.keyboard.press('Control+Home');
-        await page.keyboard.press('ArrowRight');
-        await page.keyboard.type('"pass": "Quartz"', { delay: 5 });
-        await settled(page);
-        assert.equal(await page.locator('#input .cm-mask').count(), 0);
-        await page.keyboard.type(', ');
-        await settled(page);
-        assert.equal(await page.locator('#input .cm-mask').count(), 1);
-        await page.keyboard.press('Control+A');
-        const clipboard = await copied(page, 'input');
-        assert.match(clipboard, /"pass": "\*\*\*"/);
-        await paste(page, clipboard);
-        assert.match(await textOf(page, 'input'), /"pass": "Quartz"/);
-        assert.equal(await page.locator('#input .cm-mask').count(), 1);
     });
 });
 
@@ -391,114 +238,6 @@ test('the result is saved under a name that says what it is', async () => {
         await input(page).focus();
         const [download] = await Promise.all([page.waitForEvent('download'), page.keyboard.press('Control+S')]);
         assert.equal(download.suggestedFilename(), 'example.new.json');
-    });
-});
-
-// What comes back from the new layout whether it was there or not.
-const allThere = '{"lang": "de", "ifaces": {}, "route": [], "tr069": {"DeviceInfo": {}}, "passwd": []';
-
-test('losses are said without a click, and listed with what comes back', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', `${allThere}, "nobody": {"pass": "Quartz"}, "max_table_id": "12"}`);
-        await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === '2 losses');
-        await page.locator('#loss-status').click();
-        const list = rows(page, 'losses');
-        assert.equal(await list.count(), 2);
-        assert.match(
-            await list.filter({ hasText: '/nobody' }).innerText(),
-            /^−\s+1:\d+\s+\/nobody\s+\{"pass": "\*\*\*"\}\s+dropped$/,
-        );
-        assert.match(await list.filter({ hasText: '/max_table_id' }).innerText(), /"12"\s*→\s*12\s+changed$/);
-        await list.filter({ hasText: '/max_table_id' }).click();
-        assert.equal(await selected(page, 'input'), '"12"');
-        await openFile(page, 'more.json', '{"lang": "de"}');
-        await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === '1 addition');
-        await openFile(page, 'nothing.json', `${allThere}}`);
-        await settledAfter(page, async () => (await page.locator('#loss-status').textContent()) === 'Nothing is lost');
-        assert.equal(await page.locator('#losses-count').textContent(), '');
-    });
-});
-
-// What is framed in an editor.
-const framed = (page, id, kind) => page.locator(`#${id} .cm-${kind}`).allTextContents();
-
-test('what belongs to the member at the cursor lights up on the other side, and a key leads there', async () => {
-    await within({}, async (page) => {
-        await page.locator('#input .cm-line', { hasText: '"mtu": 1492' }).click();
-        await settledAfter(page, async () => (await framed(page, 'result', 'partner')).join('') === '"mtu": 1492');
-        assert.equal((await framed(page, 'input', 'asked')).join(''), '"mtu": 1492');
-        const words = () => page.locator('#links-words').textContent();
-        assert.equal(await words(), '/ifaces/eth4/services/ppp0/mtu becomes');
-        assert.ok((await page.locator('#result .cm-links').getByText('◆').count()) >= 1);
-        await page.keyboard.press('Control+Enter');
-        assert.equal(await page.evaluate(() => document.activeElement.closest('.pane').id), 'result');
-        const line = () => page.locator('#result .cm-activeLine').textContent();
-        assert.match(await line(), /"mtu": 1492/);
-
-        for (let i = 0; i < 8; ++i) await page.keyboard.press('ArrowUp');
-        assert.match(await line(), /"is_wan": true/);
-        await settledAfter(page, async () =>
-            (await framed(page, 'input', 'partner')).join('').includes('"is_wan": true'),
-        );
-        assert.equal(await words(), '/Device/Ifaces/ethernet/1/is_wan is made of');
-        const places = await page.locator('#links-places code').allTextContents();
-        assert.deepEqual(places, ['/ifaces/eth4/is_wan', '/ifaces/eth4/type']);
-
-        await page.locator('#links-switch').click();
-        assert.deepEqual(await framed(page, 'input', 'partner'), []);
-        await page.locator('#input .cm-line', { hasText: '"lang"' }).click();
-        await page.waitForTimeout(600);
-        assert.deepEqual(await framed(page, 'result', 'partner'), []);
-    });
-});
-
-test('the resting mouse asks, too; a member that is lost or made anew is said to be', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', '{\n"lang": "de",\n"nobody": 1\n}');
-        await page.locator('#input .cm-line', { hasText: 'nobody' }).hover();
-        const words = () => page.locator('#links-words').textContent();
-        await settledAfter(page, async () => (await words()) === '/nobody is lost.');
-        await page.locator('#input .cm-line', { hasText: 'lang' }).hover();
-        await settledAfter(page, async () => (await words()) === '/lang becomes');
-        const [name] = (await page.locator('#links-places code').first().textContent()).split('/').slice(-1);
-        await page.locator('#links-places button').first().click();
-        assert.ok((await page.locator('#result .cm-activeLine').textContent()).includes(`"${name}": `), name);
-    });
-});
-
-test('there and back shows what does not come back, and leads there', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', '{"lang": "de", "nobody": 1, "max_table_id": "12"}');
-        await page.locator('#return-tab').click();
-        await rows(page, 'return').filter({ hasText: '/nobody' }).waitFor();
-        const changed = rows(page, 'return').filter({ hasText: '/max_table_id' });
-        assert.match(await changed.innerText(), /^~\s+1:\d+\s+\/max_table_id\s+"12"\s*→\s*12$/);
-        await rows(page, 'return').filter({ hasText: '/nobody' }).click();
-        assert.equal(await selected(page, 'input'), '1');
-    });
-});
-
-test('against a base: a JSON Patch, a JSON Merge Patch, and the base with the changes', async () => {
-    await within({}, async (page) => {
-        await openFile(page, 'gateway.json', '{"lang": "de"}');
-        const converted = JSON.parse(await textOf(page, 'result'));
-        await page.locator('#base-tab').click();
-        const content = JSON.stringify({ Device: { ...converted.Device, DeviceInfo: { lang: 'en' } } });
-        await page
-            .locator('#base-file')
-            .setInputFiles({ name: 'base.json', mimeType: 'application/json', buffer: Buffer.from(content) });
-        const answer = async (kind, isDone) => {
-            await page.locator('#base-result').selectOption(kind);
-            await settledAfter(page, async () => isDone(JSON.parse((await textOf(page, 'result')) || 'null')));
-        };
-        await answer(
-            'patch',
-            (patch) => Array.isArray(patch) && patch.length === 1 && patch[0].path === '/Device/DeviceInfo/lang',
-        );
-        await answer('merge', (patch) => patch?.Device?.DeviceInfo?.lang === 'de' && !('Users' in patch.Device));
-        await answer('applied', (applied) => applied?.Device?.DeviceInfo?.lang === 'de' && 'Users' in applied.Device);
-        await page.locator('#clear-base').click();
-        await settledAfter(page, async () => !Array.isArray(JSON.parse(await textOf(page, 'result'))));
     });
 });
 
