@@ -43,8 +43,11 @@ JsonTree taken(const Layouts& layouts, const std::string& type, json_t* takes) {
     JsonTree schema = of_type(type);
     if (json_t* const texts = json_object_get(takes, "texts"))
         set(schema, "pattern", text(layouts.pattern(json_string_value(texts))));
-    if (json_t* const from = json_object_get(takes, "from")) json_object_set(schema.get(), "minimum", from);
-    if (json_t* const to = json_object_get(takes, "to")) json_object_set(schema.get(), "maximum", to);
+    json_t* const from = json_object_get(takes, "from");
+    json_t* const to = json_object_get(takes, "to");
+    if (from != nullptr) json_object_set(schema.get(), "minimum", from);
+    // The one number that an entry takes is its position: the next entry takes the next one.
+    if (to != nullptr && !json_equal(from, to)) json_object_set(schema.get(), "maximum", to);
     return schema;
 }
 
