@@ -16,7 +16,7 @@ describe() {
         /^@/ { print end substr($1, 2) " { global:"; end = "};" }
         /^k/ { print $0 ";" }
         END { print "local: *; };" }' thing.symbols > thing.map
-    "${CC:-cc}" -g -fPIC -shared "-Wl,-soname,${2:-libthing.so.1},--version-script=thing.map" thing.c -o thing.so
+    gcc -g -fPIC -shared "-Wl,-soname,${2:-libthing.so.1},--version-script=thing.map" thing.c -o thing.so
     "$scripts/describe.sh" thing.so "$1.abi" .
 }
 
