@@ -318,6 +318,25 @@ class Cluster(InFolder):
         self.assertEqual((status, said.count("done already")), (command.REJECTED, 1), said)
         self.compare("out", self.stream(*self.WORDS, here + "/fleet.ndjson"))
 
+    def test_ends_when_too_many_are_rejected(self):
+        self.write("fleet.ndjson", b'{"lang": "en"}\nx\n' * 20000)
+        here = os.getcwd()
+        words = ["--to-new", here + "/fleet.ndjson", "--output", here + "/out", "--part-size", "3K"]
+        status, said = self.fleet(*words, "--max-rejects", "700")
+        self.assertEqual(status, command.REJECTED)
+        self.assertIn("more records were rejected than --max-rejects allows", said)
+        done = len(os.listdir("out/tallies"))
+        self.assertLess(done, len(json.loads(self.read("out/plan.json"))["parts"]))
+        self.assertGreater(done, 3)
+        self.assertFalse(os.path.exists("out/census.json"))
+        status, said = self.fleet(*words, "--max-rejects", "700", "--resume")
+        self.assertEqual((status, "--max-rejects allows" in said), (command.REJECTED, True))
+        self.assertFalse(os.path.exists("out/census.json"))
+        status, said = self.fleet(*words, "--max-rejects", "20000", "--resume")
+        self.assertEqual((status, "--max-rejects allows" in said), (command.REJECTED, False))
+        self.compare("out", self.stream("--to-new", here + "/fleet.ndjson"))
+        self.assertEqual(glob.glob("out/*/.*"), [])
+
     def test_refuses_what_would_mix_two_runs(self):
         self.write("fleet.ndjson", b'{"lang": "en"}\n')
         here = os.getcwd()

@@ -39,6 +39,12 @@ def pointer_of(text: str) -> str:
     return text
 
 
+def count_of(text: str) -> int:
+    if not (text.isascii() and text.isdigit()):
+        raise argparse.ArgumentTypeError('"%s" is no number' % text)
+    return int(text)
+
+
 def workers_of(text: str) -> int:
     if not (text.isascii() and text.isdigit()) or int(text) == 0:
         raise argparse.ArgumentTypeError('"%s" is no number of workers' % text)
@@ -70,6 +76,8 @@ def parser() -> argparse.ArgumentParser:
     add("--losses", action="store_true", help="count what the other layout does not hold, which takes longer")
     add("--on-reject", choices=("skip", "null"), default="skip",
         help="a rejected record has no line in the output (default), or the line null")
+    add("--max-rejects", type=count_of, metavar="N",
+        help="end early, with 1, when more than N records are rejected in the parts that are done")
     add("--max-record", type=size_of, default=64 << 20, metavar="SIZE", help="reject longer records (64M)")
     add("--part-size", type=size_of, default=64 << 20, metavar="SIZE",
         help="about how much of the input is one part (64M)")
@@ -134,7 +142,7 @@ def run(arguments: argparse.Namespace) -> int:
         with client_of(arguments) as client:
             _run.check_workers(client)
             parts = _run.plan(client, arguments.inputs, job, arguments.part_size, arguments.resume)
-            outcome = _run.convert(client, job, parts, progress)
+            outcome = _run.convert(client, job, parts, progress, arguments.max_rejects)
     except _run.Refusal as refusal:
         progress.say(str(refusal))
         return WRONG_USAGE
@@ -144,6 +152,8 @@ def run(arguments: argparse.Namespace) -> int:
     except (_run.Failure, OSError) as failure:
         progress.say(str(failure))
         return UNUSABLE_FILE
+    if outcome.is_cut:
+        progress.say("more records were rejected than --max-rejects allows: the run ends here; --resume goes on")
     progress.finish(outcome.census, outcome.failed)
     if arguments.losses:
         print_places(outcome.census)

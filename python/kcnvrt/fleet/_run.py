@@ -1,7 +1,8 @@
 """A run: the plan, its parts on the workers of a cluster, and the census."""
 
+import contextlib
 import json
-from typing import Any, Callable, Dict, Iterator, List, NamedTuple, Optional, Tuple
+from typing import Any, Callable, Dict, Generator, List, NamedTuple, Optional, Tuple
 
 import distributed
 import kcnvrt
@@ -30,20 +31,28 @@ class Outcome(NamedTuple):
     failed: int
     """How many parts were not converted, by another fault than their records'."""
 
+    is_cut: bool
+    """Whether more records were rejected than are allowed."""
+
 
 def _on_workers(
     client: Any, what: str, function: Callable[..., Any], arguments: List[Any]
-) -> Iterator[Tuple[int, Any]]:
-    """The numbers of the arguments, and the futures of their results, as they come."""
+) -> Generator[Tuple[int, Any], None, None]:
+    """The numbers of the arguments, and the futures of their results, as they come. Whoever closes it has all he
+    wanted: what no worker is at yet is not begun."""
     futures = client.map(function, arguments, pure=False, key="kcnvrt-" + what)
     numbers = {future.key: number for number, future in enumerate(futures)}
     done = distributed.as_completed(futures)
     del futures  # what is done can be forgotten
-    for future in done:
-        # With its worker a result is gone, and is made again.
-        while future.status in ("pending", "lost"):
-            distributed.wait([future])
-        yield numbers[future.key], future
+    try:
+        for future in done:
+            # With its worker a result is gone, and is made again.
+            while future.status in ("pending", "lost"):
+                distributed.wait([future])
+            yield numbers.pop(future.key), future
+    finally:
+        if numbers:
+            client.cancel([distributed.Future(key, client) for key in numbers])
 
 
 def _words(error: BaseException) -> str:
@@ -113,30 +122,43 @@ def plan(client: Any, urls: List[str], job: _part.Job, part_size: int, resume: b
     return parts
 
 
-def convert(client: Any, job: _part.Job, parts: List[_plan.Part], progress: Progress) -> Outcome:
-    """Converts the parts that have no tally yet. One that cannot be converted does not stop the others."""
+def convert(client: Any, job: _part.Job, parts: List[_plan.Part], progress: Progress,
+            max_rejects: Optional[int] = None) -> Outcome:
+    """Converts the parts that have no tally yet. One that cannot be converted does not stop the others, but more
+    rejects than are allowed do."""
     storage = _storage.Storage(job.output)
     names = set(storage.names(_part.TALLIES))
-    done = [part for part in parts if part.name + ".json" in names]
+    done = {part for part in parts if part.name + ".json" in names}
     todo = [part for part in parts if part.name + ".json" not in names]
-    census = _census_of(storage, done)
+    census = _census_of(storage, [part for part in parts if part in done])
     progress.start(census, len(parts), len(done), sum(part.end - part.start for part in todo))
-    failed = set()
-    for number, future in _on_workers(client, "convert", _Converter(job), todo):
-        if future.status == "finished":
-            census.add(_part.tally_of(storage, todo[number]))
-            progress.step(census)
-        else:
+    failed = 0
+    is_cut = _is_spent(max_rejects, census)
+    with contextlib.closing(_on_workers(client, "convert", _Converter(job), [] if is_cut else todo)) as converted:
+        for number, future in converted:
             part = todo[number]
-            failed.add(part)
-            progress.say("%s, bytes %d to %d: %s" % (part.file, part.start, part.end, _why(future)))
-    for folder in _part.FOLDERS:
-        storage.remove_passing(folder)
+            if future.status == "finished":
+                done.add(part)
+                census.add(_part.tally_of(storage, part))
+                progress.step(census)
+            else:
+                failed += 1
+                progress.say("%s, bytes %d to %d: %s" % (part.file, part.start, part.end, _why(future)))
+            is_cut = _is_spent(max_rejects, census)
+            if is_cut:
+                break
+    if not is_cut:  # else workers may be at parts
+        for folder in _part.FOLDERS:
+            storage.remove_passing(folder)
     # In the order of the input, so that the examples are the first ones.
-    census = _census_of(storage, [part for part in parts if part not in failed])
-    if not failed:
+    census = _census_of(storage, [part for part in parts if part in done])
+    if len(done) == len(parts):
         storage.write(CENSUS, census.to_json())
-    return Outcome(census, len(failed))
+    return Outcome(census, failed, is_cut)
+
+
+def _is_spent(max_rejects: Optional[int], census: Tally) -> bool:
+    return max_rejects is not None and census.rejected > max_rejects
 
 
 def _census_of(storage: _storage.Storage, parts: List[_plan.Part]) -> Tally:
