@@ -50,6 +50,10 @@ renew() {
     say "abi/ describes version $("$root/scripts/version.sh")."
 }
 
+case ${1:-} in
+    "" | --renew | --same) ;;
+    *) say "There is no $1"; exit 2 ;;
+esac
 [ "$(uname -m)" = x86_64 ] || { say "The descriptions in abi/ are of x86-64, and this is $(uname -m)."; exit 1; }
 build_libraries
 describe
@@ -66,6 +70,5 @@ case ${1:-} in
         done
         [ $failed -eq 0 ] || say "abi/ is not what the libraries are: scripts/abi.sh --renew describes them."
         ;;
-    *) say "There is no $1"; exit 2 ;;
 esac
 exit "$failed"
