@@ -165,6 +165,28 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     [ ! -e out ]
 }
 
+@test "what else is written takes the place of no input and of no result" {
+    fleet
+    refused() { # MESSAGE ARGUMENT...
+        kcnvrt 2 to-new in "${@:2}"
+        contains "$stderr" "$1"
+        equal "$(cat in/1.json)" "$good"
+    }
+    ln in/1.json same
+    refused '"in/1.json" is read, so it cannot be written too' --output-dir out --rejects in/1.json
+    refused '"same" is read, so it cannot be written too' --output-dir out --problems same
+    refused '"out/a/2.json" is to be written twice' --output-dir out --problems out/a/2.json
+    [ ! -e out ]
+    mkdir out
+    refused '"./out//1.json" is to be written twice' --output-dir out --rejects ./out//1.json
+    equal "$(files out)" ""
+    write out/1.json old
+    refused '"out/1.json" is to be written twice' --output-dir out --rejects out/1.json
+    equal "$(cat out/1.json)" old
+    kcnvrt 1 to-new in --output-dir out --rejects out/rejects --problems in/.problems
+    equal "$(files out)" "./1.json ./a/2.json ./a/deep/4.json ./rejects "
+}
+
 @test "a folder is as open as the one that it is made of" {
     fleet
     chmod 750 in/a

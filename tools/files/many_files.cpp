@@ -12,8 +12,8 @@
 #include "commands/answer.h"
 #include "commands/arguments.h"
 #include "commands/loss_lines.h"
+#include "conflicts.h"
 #include "disk/output.h"
-#include "file_list.h"
 #include "print/printable.h"
 #include "stream/named_files.h"
 #include "stream/ordered_run.h"
@@ -41,17 +41,6 @@ void make_folders(const FileList& files) {
         struct stat status;
         const bool is_known = stat(folder.input.empty() ? "." : folder.input.c_str(), &status) == 0;
         make_folder(folder.output, is_known ? (status.st_mode & kAll) | kOwner : kOwner);
-    }
-}
-
-void refuse_to_replace_inputs(const FileList& files) {
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const FilePair file = files[i];
-        struct stat from;
-        struct stat to;
-        const bool is_there = stat(file.input.c_str(), &from) == 0 && stat(file.output.c_str(), &to) == 0;
-        if (is_there && from.st_dev == to.st_dev && from.st_ino == to.st_ino)
-            throw Failure{kWrongUsage, "kcnvrt", "usage", file.input + " would be replaced by what it becomes"};
     }
 }
 
@@ -186,7 +175,7 @@ bool are_many_files(const Options& options, const char* command) {
 
 ExitStatus convert_files(const FileTask& task, const Options& options) {
     const FileList files(options.stream.files, options.stream.output_dir);
-    refuse_to_replace_inputs(files);
+    refuse_conflicts(files, options, task.command);
     check_files(options, task.command);
     make_folders(files);
     const bool is_report = task.report != nullptr;
