@@ -37,7 +37,7 @@ thing_1.2 { global: four; local: *; } thing_1.1; " ]
 
 @test "another major version begins with one node" {
     sed -i 's/1\.1\.4/2.0.0/' CMakeLists.txt
-    refused 'libthing.so.2 cannot have the node "@thing_1 1.0.0": in abi/libthing.symbols all names stand below "@thing_2' \
+    refused 'libthing.so.2 cannot have the node "@thing_1 1.0.0": in abi/libthing.symbols all names stand below' \
         '@thing_1 1.0.0' one '@thing_2 2.0.0' two
     script 0 '@thing_2 2.0.0' one two
 }
