@@ -87,10 +87,14 @@ export class Editor {
         this.view.dispatch({ changes, effects });
     }
 
-    /** Another text altogether: from its top, and not to be undone into the one before by accident. */
-    load(text) {
+    /**
+     * Another text altogether: from its top, and not to be undone into the one before by accident. Its secrets are
+     * looked for here unless they are given.
+     */
+    load(text, secrets = null) {
         this.view.dispatch({
             changes: { from: 0, to: this.length, insert: text },
+            effects: secrets === null ? [] : [setSecrets.of(secrets)],
             selection: { anchor: 0 },
             scrollIntoView: true,
             userEvent: 'input.load',

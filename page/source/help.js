@@ -13,7 +13,7 @@ import { Asker, SUPERSEDED } from './asker.js';
 import { byId, element } from './elements.js';
 import { showTab, tabShown, whenTabShown } from './lists.js';
 import { memberElements } from './member.js';
-import { editors, page, settings } from './page.js';
+import { choice, editors, page } from './page.js';
 import { layoutMade } from './states.js';
 
 // Larger texts are not sent to the worker with every letter, but when one asks.
@@ -53,7 +53,7 @@ async function complete(context) {
     const { state, pos } = context;
     const isTyped = !context.explicit;
     if (isTyped && (state.doc.length > LARGEST_AT_TYPING || !context.matchBefore(/["\w.-]+$/))) return null;
-    const about = { text: state.doc.toString(), offset: pos, to: settings().to };
+    const about = { text: state.doc.toString(), offset: pos, to: choice().to };
     const answer = await proposer.ask('proposals', about).catch(() => null);
     if (answer === SUPERSEDED || answer === null || context.aborted) return null;
     return {
@@ -81,11 +81,11 @@ export const completing = [
 // Which layout a side has; null where its own names tell.
 function layoutOf(side) {
     if (side === 'result') return editors.base.length > 0 ? null : page.answer && layoutMade(page.answer);
-    return { new: 'old', old: 'new' }[settings().to] ?? null;
+    return { new: 'old', old: 'new' }[choice().to] ?? null;
 }
 
 async function ask(side, offset) {
-    if (settings().section !== null) return null;
+    if (choice().section !== null) return null;
     return describer.ask('description', { text: editors[side].text, offset, layout: layoutOf(side) }).catch(() => null);
 }
 
@@ -117,7 +117,7 @@ async function showMember() {
     const editor = editors[side];
     const known = await ask(side, editor.view.state.selection.main.head);
     if (known === SUPERSEDED) return;
-    const words = settings().section === null ? HINT : ONLY_WHOLE;
+    const words = choice().section === null ? HINT : ONLY_WHOLE;
     parent.replaceChildren(...(known === null ? [element('p', {}, words)] : memberElements(known)));
 }
 

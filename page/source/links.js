@@ -5,7 +5,7 @@ import { Decoration, EditorView, gutter, GutterMarker } from '@codemirror/view';
 import { Asker, SUPERSEDED } from './asker.js';
 import { byId, countText, element } from './elements.js';
 import { showPane } from './lists.js';
-import { editors, page, settings, unchanged } from './page.js';
+import { choice, editors, page, settings, unchanged } from './page.js';
 
 // How long the cursor or the mouse has to rest, in milliseconds.
 const REST = 300;
@@ -86,7 +86,7 @@ function rest(side, offset) {
 
 // Why nothing can be asked; null where something can.
 function obstacle() {
-    if (settings().section !== null) return 'Links are those of a whole configuration: choose everything above.';
+    if (choice().section !== null) return 'Links are those of a whole configuration: choose everything above.';
     if (editors.base.length > 0) return 'Links are those of a whole result: choose without a base below.';
     if (page.answer !== null && page.answer.output === null) return 'Nothing is converted, so nothing is linked.';
     return null;

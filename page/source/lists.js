@@ -2,7 +2,7 @@
 import { Asker, SUPERSEDED } from './asker.js';
 import { byId, countText, element, numberText } from './elements.js';
 import { beforeAndAfter, showFindings, showWords } from './findings.js';
-import { editors, page, settings, unchanged } from './page.js';
+import { choice, editors, page, settings, unchanged } from './page.js';
 import { makeTabs } from './tabs.js';
 
 // Each has a worker of its own, so that neither waits for the other.
@@ -113,12 +113,13 @@ export function step(direction) {
     return true;
 }
 
+const ONLY_WHOLE_LOSSES = 'Losses are those of a whole configuration: choose everything above.';
 const UNKNOWN_LOSSES = 'What is lost could not be found out: kcnvrt losses tells it of the largest texts, too.';
 
 // What a worker answers, null where it cannot; SUPERSEDED also when the text is another one by then.
-async function answerTo(asker, question, about) {
+async function answerTo(asker, question) {
     const isCurrent = unchanged(editors.input);
-    const answer = await asker.ask(question, about).catch(() => null);
+    const answer = await asker.ask(question, settings()).catch(() => null);
     return isCurrent() ? answer : SUPERSEDED;
 }
 
@@ -126,11 +127,10 @@ async function answerTo(asker, question, about) {
 async function showLosses() {
     const parent = byId('losses');
     byId('loss-status').hidden = true;
-    const { section, ...about } = settings();
     if (page.answer.output === null) return showNoLosses('Nothing is converted, so nothing can be said about losses.');
-    if (section !== null) return showNoLosses('Losses are those of a whole configuration: choose everything above.');
+    if (choice().section !== null) return showNoLosses(ONLY_WHOLE_LOSSES);
     parent.dataset.stale = 'true';
-    const losses = await answerTo(lossFinder, 'lossesOf', about);
+    const losses = await answerTo(lossFinder, 'lossesOf');
     if (losses === SUPERSEDED) return;
     if (losses === null) return showNoLosses(UNKNOWN_LOSSES);
     parent.dataset.stale = 'false';
@@ -163,12 +163,11 @@ function showNoLosses(words) {
 
 async function showReturn() {
     const parent = byId('return');
-    const { section, ...about } = settings();
     if (page.answer === null) return;
-    if (section !== null)
+    if (choice().section !== null)
         return showWords(parent, 'There and back goes a whole configuration: choose everything above.');
     parent.dataset.stale = 'true';
-    const operations = await answerTo(traveller, 'thereAndBack', { ...about, section });
+    const operations = await answerTo(traveller, 'thereAndBack');
     if (operations === SUPERSEDED) return;
     parent.dataset.stale = 'false';
     if (operations === null) return showWords(parent, 'Nothing can be converted there and back.');

@@ -22,7 +22,10 @@ const REST = [
     [Infinity, 500],
 ];
 
+const LARGE = 64e3;
+
 const converter = new Asker();
+const masker = new Asker();
 
 // Editors
 
@@ -69,12 +72,15 @@ function paste(event) {
     return true;
 }
 
-function load(name, text, note = null) {
+// A large text is shown when its secrets are known: to look for them here would hold the page up.
+async function load(name, text, note = null) {
+    const secrets = text.length > LARGE ? await masker.ask('secretsIn', { text }).catch(() => null) : null;
+    if (secrets === SUPERSEDED) return;
     page.name = name;
     page.isExample = false;
     page.isFresh = true;
     page.note = note;
-    input.load(text);
+    input.load(text, secrets);
     input.focus();
 }
 

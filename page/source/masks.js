@@ -61,16 +61,15 @@ export const secretsField = StateField.define({
     create: () => ({ all: RangeSet.empty, hidden: RangeSet.empty, isShown: false, isTyping: false }),
     update(value, transaction) {
         let { all, isShown, isTyping } = value;
+        const known = transaction.effects.find((effect) => effect.is(setSecrets));
+        if (known !== undefined) all = RangeSet.of(ranges(known.value));
         if (transaction.docChanged) {
-            all = mapped(all, transaction);
+            if (known === undefined) all = mapped(all, transaction);
             isTyping = transaction.isUserEvent('input.type');
         } else if (transaction.selection) {
             isTyping = false;
         }
-        for (const effect of transaction.effects) {
-            if (effect.is(setSecrets)) all = RangeSet.of(ranges(effect.value));
-            if (effect.is(setShown)) isShown = effect.value;
-        }
+        for (const effect of transaction.effects) if (effect.is(setShown)) isShown = effect.value;
         if (all === value.all && isShown === value.isShown && isTyping === value.isTyping) return value;
         const hidden = isTyping ? without(all, transaction.newSelection.main.head) : all;
         return { all, hidden: isShown ? RangeSet.empty : hidden, isShown, isTyping };

@@ -15,15 +15,15 @@ export const page = {
 /** The editors by their names: input, result, base. */
 export const editors = {};
 
-/** How the person wants the text to be converted. */
-export function settings() {
+/** What the person wants: the layout to come to, null for the other one, and a section, null for all. */
+export function choice() {
     const [to, section] = byId('section').value.split(' ');
-    return {
-        text: editors.input.text,
-        to: section === undefined ? byId('towards').value || null : to,
-        section: section ?? null,
-        showSecrets: page.showsSecrets,
-    };
+    return { to: section === undefined ? byId('towards').value || null : to, section: section ?? null };
+}
+
+/** What is converted, and how. */
+export function settings() {
+    return { text: editors.input.text, ...choice(), showSecrets: page.showsSecrets };
 }
 
 /** Whether an editor still has the text that it had when this was called. */

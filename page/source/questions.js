@@ -63,6 +63,9 @@ export function thereAndBack(about) {
     return difference === null ? null : operationsOf(about.text, difference, about.showSecrets);
 }
 
+/** The secrets of a text that is about to be shown. */
+export const secretsIn = ({ text }) => secretsOf(text);
+
 /** What of the text the other layout does not hold; null where that cannot be found. */
 export function lossesOf({ text, to, showSecrets }) {
     const { status, losses: found } = losses(text, { to: to ?? undefined, showSecrets });

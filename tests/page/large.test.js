@@ -40,6 +40,12 @@ test("a document of 4 MB: every call of the module is the worker's, and typing i
     assert.equal((await textOf(page, 'input')).length, text.length + '\n    "nobody": 1,'.length);
     assert.equal(await status(page), 'Converted to the new layout');
     assert.ok((await textOf(page, 'result')).length > 4e6);
+    await page.keyboard.type(' ');
+    await page.keyboard.press('Control+Space');
+    await page.locator('.cm-tooltip-autocomplete [role=option]').first().waitFor();
+    await page.keyboard.press('Escape');
+    await page.keyboard.press('F1');
+    await page.locator('#member').getByText('/nobody').waitFor();
     assert.equal(await page.evaluate(() => window.moduleCalls), 0);
     await page.context().close();
 });

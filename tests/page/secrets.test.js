@@ -1,7 +1,7 @@
 // Passwords and keys: masked until one asks, and never lost.
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { browserForTests, input, openFile, paste, result, settled, textOf, until } from './browser.js';
+import { browserForTests, input, large, openFile, paste, result, settled, textOf, until } from './browser.js';
 
 const within = browserForTests();
 
@@ -59,5 +59,25 @@ test('a secret that is typed is masked when the cursor leaves it, and moving a p
         await paste(page, clipboard);
         assert.match(await textOf(page, 'input'), /"pass": "Quartz"/);
         assert.equal(await page.locator('#input .cm-mask').count(), 1);
+    });
+});
+
+test('a large text is never shown without its masks, not before its conversion either', async () => {
+    await within({}, async (page) => {
+        await page.evaluate(() => {
+            window.seen = { secrets: 0, masks: 0 };
+            const content = document.querySelector('#input .cm-content');
+            const look = () => {
+                window.seen.secrets += content.textContent.includes('Harbor');
+                window.seen.masks += content.querySelector('.cm-mask') !== null;
+            };
+            new MutationObserver(look).observe(content, { childList: true, subtree: true });
+        });
+        const { users, ...rest } = JSON.parse(large(2e5));
+        const list = { admin: { pass: 'Harbor-5-violet' } };
+        await openFile(page, 'large.json', JSON.stringify({ users: { list }, ...rest }, null, 4));
+        const { secrets, masks } = await page.evaluate(() => window.seen);
+        assert.equal(secrets, 0);
+        assert.ok(masks > 0);
     });
 });
