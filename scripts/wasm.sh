@@ -2,8 +2,8 @@
 # The WebAssembly module and the npm package around it: build/wasm/package, packed as build/wasm/k-cnvrt-VERSION.tgz.
 #   scripts/wasm.sh           builds them where that is needed
 #   scripts/wasm.sh --test    and shows that they hold: the module imports nothing, keeps to its size and is the same in
-#                             every build, the cases hold on its C library, and the package works where it is installed
-#                             and answers as this machine's own library does
+#                             every build, the cases and the text layer's tests hold on its C library, and the package
+#                             works where it is installed and answers as this machine's own library does
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 . "$root/scripts/jansson.sh"
@@ -22,14 +22,16 @@ install_packages() {
 # build_programs FOLDER TESTS TARGET...: in build/wasm/FOLDER, and each optimized beside its build.ninja. TESTS is ON or
 # OFF.
 build_programs() {
-    local name
+    local name passes
     export PKG_CONFIG_LIBDIR=$wasm/installed/lib/pkgconfig
     configure "wasm/$1" wasm "$2" -Wno-dev # CMake says that there are no shared libraries
     build "wasm/$1" "${@:3}"
     unset PKG_CONFIG_LIBDIR
     for name in "${@:3}"; do
+        passes=(-Oz)
+        [[ $name != *_module ]] || passes+=(--converge) # of what is shipped every byte counts
         [ "$wasm/$1/$name.wasm" -nt "$wasm/$1/bin/$name.wasm" ] ||
-            quietly wasm-opt -Oz --converge "$wasm/$1/bin/$name.wasm" -o "$wasm/$1/$name.wasm"
+            quietly wasm-opt "${passes[@]}" "$wasm/$1/bin/$name.wasm" -o "$wasm/$1/$name.wasm"
     done
 }
 
@@ -74,7 +76,7 @@ build_programs release OFF k_cnvrt_module
 make_package
 if [ $is_test = yes ]; then
     need_packages "${test_packages[@]}" googletest
-    build_programs release ON k_cnvrt_small_module cases
+    build_programs release ON k_cnvrt_small_module cases text_requests text_unit
     configure release release ON
     build release k_cnvrt_text kcnvrt cases
 fi

@@ -1,7 +1,6 @@
 // Each operation of the text layer: what it makes of texts, and what it says when it makes nothing.
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
 #include "ask.h"
@@ -149,17 +148,6 @@ TEST(TextConversion, NeedsNoByteBehindATextAndEndsItsOutputByANul) {
     const char* const output = k_text_output(result.get(), &length);
     EXPECT_EQ(length, 3u);
     EXPECT_EQ(output[length], '\0');
-}
-
-TEST(TextConversion, RunsOnManyThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    std::vector<std::string> outputs(4);
-    for (std::string& output : outputs)
-        threads.emplace_back([&output] {
-            for (int i = 0; i < 200; ++i) output = output_of(section(K_TEXT_SECTION_TO_NEW, kOldPvid, "wan_pvid"));
-        });
-    for (std::thread& thread : threads) thread.join();
-    for (const std::string& output : outputs) EXPECT_EQ(output, kNewPvid);
 }
 
 }  // namespace

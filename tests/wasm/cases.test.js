@@ -1,4 +1,5 @@
-// The cases on the module's C library: the objects that the module is made of, linked with the runner and run by Node.
+// The cases and the tests of the text layer on the module's C library: the objects that the module is made of, linked
+// with these and run by Node.
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
@@ -11,17 +12,33 @@ const cases = join(root, 'tests/cases');
 
 const run = (command, ...words) => spawnSync(command, words, { encoding: 'utf8', maxBuffer: 2 ** 28 });
 const here = (...options) => run(join(root, 'build/release/bin/cases'), ...options, cases);
-const program = ['--no-warnings', join(folder, 'cases.js'), join(built, 'release/cases.wasm')];
-const inNode = (path, ...options) => run(process.execPath, ...program, path, ...options);
+// inNode(PROGRAM, FOLDER, OPTION...): the program sees this folder and nothing else.
+const inNode = (program, ...words) => {
+    const module = join(built, `release/${program}.wasm`);
+    return run(process.execPath, '--no-warnings', join(folder, 'program.js'), module, ...words);
+};
+
+function allHold({ stdout, stderr, status }, least) {
+    assert.deepEqual([stderr, status], ['', 0], stdout);
+    const [, count] = /\[ {2}PASSED {2}\] (\d+) tests/.exec(stdout);
+    assert.ok(Number(count) >= least, stdout);
+    assert.doesNotMatch(stdout, /SKIPPED/);
+}
 
 test('every case holds', () => {
-    const { stdout, stderr, status } = inNode(cases, '--gtest_brief=1');
-    assert.deepEqual([stderr, status], ['', 0], stdout);
-    assert.match(stdout, /\[ {2}PASSED {2}\] \d{4,} tests/);
+    allHold(inNode('cases', cases, '--gtest_brief=1'), 3800);
+});
+
+test('the text layer, its reader and its writer do what they do here', () => {
+    const examples = join(root, 'examples');
+    allHold(inNode('text_requests', examples, '--gtest_brief=1'), 100);
+    // A part of the texts shows it.
+    process.env.KCNVRT_SAMPLE = '20';
+    allHold(inNode('text_unit', examples, '--gtest_brief=1'), 200);
 });
 
 test('what the cases observe is what it is here, byte for byte', () => {
-    const [there, expected] = [inNode(cases, '--print'), here('--print')];
+    const [there, expected] = [inNode('cases', cases, '--print'), here('--print')];
     assert.deepEqual([there.stderr, there.status, expected.status], ['', 0, 0]);
     const lines = expected.stdout.split('\n');
     there.stdout.split('\n').forEach((line, i) => assert.equal(line, lines[i], `line ${i + 1}`));
@@ -34,7 +51,7 @@ function brokenCase(change) {
     const path = mkdtempSync(join(tmpdir(), 'cases-'));
     const [first] = JSON.parse(readFileSync(join(cases, 'ifaces/ppp_service.json'), 'utf8'));
     writeFileSync(join(path, 'broken.json'), JSON.stringify([change(first)]));
-    const answer = inNode(path);
+    const answer = inNode('cases', path);
     rmSync(path, { recursive: true });
     return answer;
 }
