@@ -61,7 +61,7 @@ whole_lines() { # WHAT
 
 @test "a signal while the reader of a pipe does not read waits for the rest of the line, and not for more" {
     local line first
-    for i in $(seq 20000); do echo "$good"; done > ../many
+    yes "$good" | head -n 20000 > ../many
     mkfifo pipe
     "$KCNVRT" stream --to-new --jobs 1 ../many > pipe &
     line=$!
@@ -137,7 +137,7 @@ full() { # RULES FILE
 }
 
 @test "who closes the output early has all he wanted" {
-    for i in $(seq 20000); do echo "$good"; done > ../many
+    yes "$good" | head -n 20000 > ../many
     local jobs
     for jobs in 1 3; do
         status=0
