@@ -16,6 +16,7 @@ const answers: Answer[] = [
     diff('[]', '{}', { mergePatch: true }),
     apply('[]', '{}', { indent: 31 }),
     inline.toNew('{}'),
+    toNew(new Uint8Array(new SharedArrayBuffer(2))),
     createConverter(await compile(fetch('k_cnvrt.wasm'))).toOld('{}'),
     createConverter(await compile(new Uint8Array())).toNew('{}'),
 ];
