@@ -101,8 +101,9 @@ async function hover(side, view, offset) {
     return { pos: known.start, above: true, create: () => ({ dom: panel(known) }) };
 }
 
-/** What an editor needs to say under the mouse what is known of a member. */
-export const telling = (side) => hoverTooltip((view, offset) => hover(side, view, offset), { hoverTime: MOUSE_REST });
+/** What an editor needs to say under the mouse what is known of a member, below its problems. */
+export const telling = (side) =>
+    Prec.low(hoverTooltip((view, offset) => hover(side, view, offset), { hoverTime: MOUSE_REST }));
 
 // The tab follows the cursor of the editor that had the focus last.
 let side = 'input';

@@ -3,6 +3,20 @@ import { HighlightStyle } from '@codemirror/language';
 import { EditorView } from '@codemirror/view';
 import { tags } from '@lezer/highlight';
 
+// How severe problems show: by a colour, the line below a text, and the sign at its line.
+const SEVERITIES = [
+    ['error', 'var(--bad)', 'wavy', '✕'],
+    ['warning', 'var(--caution)', 'dashed', '!'],
+    ['info', 'var(--accent)', 'dotted', 'i'],
+];
+
+const severities = SEVERITIES.flatMap(([name, colour, line, sign]) => [
+    [`.cm-diagnostic-${name}`, { borderLeftColor: colour }],
+    [`.cm-lintRange-${name}`, { textDecorationStyle: line, textDecorationColor: colour }],
+    [`.cm-lint-marker-${name}`, { content: 'normal', color: colour }],
+    [`.cm-lint-marker-${name}::before`, { content: `"${sign}"` }],
+]);
+
 /** Sizes and colours. */
 export const look = EditorView.theme({
     '&': { color: 'var(--ink)', backgroundColor: 'var(--paper)', fontSize: '0.8125rem' },
@@ -88,18 +102,12 @@ export const look = EditorView.theme({
         overflowY: 'auto',
     },
     '.cm-diagnostic': { padding: '0.375rem 0.625rem', fontFamily: 'var(--sans)', borderLeftWidth: '3px' },
-    '.cm-diagnostic-error': { borderLeftColor: 'var(--bad)' },
-    '.cm-diagnostic-warning': { borderLeftColor: 'var(--caution)' },
-    '.cm-diagnostic-info': { borderLeftColor: 'var(--accent)' },
     '.cm-lintRange': {
         backgroundImage: 'none',
         textDecorationLine: 'underline',
         textDecorationThickness: '2px',
         textUnderlineOffset: '3px',
     },
-    '.cm-lintRange-error': { textDecorationStyle: 'wavy', textDecorationColor: 'var(--bad)' },
-    '.cm-lintRange-warning': { textDecorationStyle: 'dashed', textDecorationColor: 'var(--caution)' },
-    '.cm-lintRange-info': { textDecorationStyle: 'dotted', textDecorationColor: 'var(--accent)' },
     '.cm-lintRange-active': { backgroundColor: 'var(--caution-ground)' },
     '.cm-asked': { outline: '1.5px solid var(--partner)', borderRadius: '3px' },
     '.cm-partner': {
@@ -119,12 +127,7 @@ export const look = EditorView.theme({
         fontFamily: 'var(--sans)',
         fontSize: '0.75rem',
     },
-    '.cm-lint-marker-error': { content: 'normal', color: 'var(--bad)' },
-    '.cm-lint-marker-warning': { content: 'normal', color: 'var(--caution)' },
-    '.cm-lint-marker-info': { content: 'normal', color: 'var(--accent)' },
-    '.cm-lint-marker-error::before': { content: '"✕"' },
-    '.cm-lint-marker-warning::before': { content: '"!"' },
-    '.cm-lint-marker-info::before': { content: '"i"' },
+    ...Object.fromEntries(severities),
 });
 
 /** The colours of JSON. */

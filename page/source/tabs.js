@@ -9,6 +9,9 @@ export function makeTabs(list, onShow) {
             other.setAttribute('aria-selected', String(isChosen));
             other.tabIndex = isChosen ? 0 : -1;
         }
+        // Only the list is scrolled: the page stays where it is.
+        const most = tab.offsetLeft - list.offsetLeft;
+        list.scrollLeft = Math.max(Math.min(list.scrollLeft, most), most + tab.offsetWidth - list.clientWidth);
         onShow(tab.getAttribute('aria-controls'));
     };
     const step = { ArrowRight: 1, ArrowLeft: -1 };

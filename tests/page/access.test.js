@@ -60,7 +60,8 @@ const STATES = {
         await openFile(page, 'names.json', '{"ntpclient": {}}');
         await putCursor(page, 'input', '{}', 1);
         await page.keyboard.press('Control+Space');
-        await page.locator('.cm-completionInfo').waitFor();
+        await page.locator('.cm-tooltip-autocomplete [role=option]').first().waitFor();
+        await page.waitForTimeout(300); // what is chosen is described beside them
     },
     'with what is known of a member': async (page) => {
         await page.keyboard.press('Escape');

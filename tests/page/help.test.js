@@ -116,3 +116,24 @@ test('what nobody knows is said to be, and in one section alone why nothing is t
         await member(page).getByText('Members are known of whole configurations: choose everything above.').waitFor();
     });
 });
+
+test('under the mouse a problem stands above what is known of its member', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.json', '{"lang": "de",\n"ntpclient": {"hour": "soon"}}');
+        await page.locator('#input .cm-lintRange-error').first().hover();
+        const tooltip = page.locator('.cm-tooltip-hover');
+        await tooltip.locator('.member').waitFor();
+        assert.match(await tooltip.innerText(), /string not contains digits\n[^]*\/ntpclient\/hour old layout/);
+    });
+});
+
+test('the tab that is shown is in view, also on a phone', async () => {
+    await within({ viewport: { width: 360, height: 740 } }, async (page) => {
+        await page.locator('#loss-status').waitFor(); // how many there are stands in a tab
+        await page.keyboard.press('F1');
+        const { left, right } = await page
+            .locator('#member-tab')
+            .evaluate((tab) => tab.getBoundingClientRect().toJSON());
+        assert.ok(left >= 0 && right <= 360, `${left} ${right}`);
+    });
+});
