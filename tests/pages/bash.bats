@@ -62,6 +62,21 @@ offers() {
     equal "$(offers kcnvrt section --to-old wan_pvid wan_)" wan_pvid.json
 }
 
+@test "layouts, and the sections of the one before" {
+    equal "$(offers kcnvrt schema '')" "$(printf 'new\nold')"
+    equal "$(offers kcnvrt example o)" old
+    equal "$(offers kcnvrt schema old '')" "$("$KCNVRT" sections | sed -n 's/^old\t//p' | sort)"
+    equal "$(offers kcnvrt example new wi)" ""
+    equal "$(offers kcnvrt example new Wi)" WiFi
+}
+
+@test "places of a file, up to its entries" {
+    equal "$(offers kcnvrt explain file /wan_p)" /wan_pvid/
+    equal "$(offers kcnvrt explain file /wifi/Chann)" /wifi/Channel
+    equal "$(offers kcnvrt explain file /route/)" /route/
+    contains "$(offers kcnvrt explain file --from-result /Device/wan_pvid/)" /Device/wan_pvid/
+}
+
 @test "places of the layouts" {
     equal "$(offers kcnvrt mapping /wan_p)" /wan_pvid/
     equal "$(offers kcnvrt mapping /Device/wan_p)" /Device/wan_pvid/

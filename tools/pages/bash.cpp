@@ -12,6 +12,8 @@ std::string offer(Offer offer) {
             return "files";
         case Offer::kSections:
             return "sections";
+        case Offer::kPlaces:
+            return "places";
         case Offer::kCommands:
             return "commands";
         default:
@@ -19,10 +21,12 @@ std::string offer(Offer offer) {
     }
 }
 
-std::string offer_with_words(const Option& option) {
-    if (offer_of(option) != Offer::kWords) return offer(offer_of(option));
+// Of an option or an operand.
+template <class Taker>
+std::string offer_with_words(const Taker& taker) {
+    if (offer_of(taker) != Offer::kWords) return offer(offer_of(taker));
     std::string words = "words";
-    for (const std::string& word : words_of(option)) words += " " + word;
+    for (const std::string& word : words_of(taker)) words += " " + word;
     return words;
 }
 
@@ -48,7 +52,7 @@ void append_operands(std::string& page, const Command& command) {
     std::size_t place = 0;
     for (const Operand& operand : command.operands) {
         page += std::string("        '") + command.name + " " + (operand.repeats ? "'*" : std::to_string(place) + "'");
-        page += ") echo " + offer(offer_of(operand)) + " ;;\n";
+        page += ") echo '" + offer_with_words(operand) + "' ;;\n";
         ++place;
     }
 }

@@ -34,26 +34,37 @@ _kcnvrt() {
         words*) mapfile -t COMPREPLY < <(compgen -W "${offer#words}" -- "$word") ;;
         commands) mapfile -t COMPREPLY < <(compgen -W "$_kcnvrt_commands" -- "$word") ;;
         sections) _kcnvrt_sections ;;
+        places) _kcnvrt_places 's/[[*|].*//' ;;
     esac
 }
 
-# The names of the layout that is asked for, or of both; behind a slash places of the layouts, section by section.
+# The names of the layout that is asked for, or of both; behind a slash places.
 _kcnvrt_sections() {
-    local layout=. section=${word#/}
-    section=${section#Device/}
+    local layout=.
+    if [[ $word = /* ]]; then
+        _kcnvrt_places
+        return
+    fi
+    [[ $command != @(schema|example) ]] || layout=^${COMP_WORDS[COMP_CWORD - 1]}
     [[ " ${COMP_WORDS[*]} " != *" --to-old "* ]] || layout=^old
     [[ " ${COMP_WORDS[*]} " != *" --to-new "* ]] || layout=^new
-    if [[ $word != /* ]]; then
-        mapfile -t COMPREPLY < <("$tool" sections 2> /dev/null |
-            awk -v layout="$layout" -v word="$word" '$0 ~ layout && index($2, word) == 1 && !seen[$2]++ { print $2 }')
-    elif [[ $section = */* ]]; then
-        mapfile -t COMPREPLY < <("$tool" mapping "${section%%/*}" 2> /dev/null | grep -o '/[^ ]*' |
-            awk -v word="$word" 'index($0, word) == 1 && !seen[$0]++')
-    else
-        compopt -o nospace 2> /dev/null
-        mapfile -t COMPREPLY < <("$tool" sections 2> /dev/null | sed 's|^old\t|/|; s|^new\t|/Device/|; s|$|/|' |
-            awk -v word="$word" 'index($0, word) == 1 && !seen[$0]++')
-    fi
+    mapfile -t COMPREPLY < <("$tool" sections 2> /dev/null |
+        awk -v layout="$layout" -v word="$word" '$0 ~ layout && index($2, word) == 1 && !seen[$2]++ { print $2 }')
+}
+
+# _kcnvrt_places [EDIT]: places of the layouts, section by section, as sed leaves them. Where they are those of a file
+# they end before its entries, which have names of their own.
+_kcnvrt_places() {
+    local section=${word#/}
+    section=${section#Device/}
+    compopt -o nospace 2> /dev/null
+    mapfile -t COMPREPLY < <(
+        if [[ $section = */* ]]; then
+            "$tool" mapping "${section%%/*}" 2> /dev/null | grep -o '/[^ ]*' | sed "${1:-}"
+        else
+            "$tool" sections 2> /dev/null | sed 's|^old\t|/|; s|^new\t|/Device/|; s|$|/|'
+        fi | awk -v word="$word" 'index($0, word) == 1 && !seen[$0]++'
+    )
 }
 
 complete -F _kcnvrt kcnvrt

@@ -15,6 +15,8 @@ Offer offer_of(Names names) {
             return Offer::kFiles;
         case Names::kSection:
             return Offer::kSections;
+        case Names::kPointer:
+            return Offer::kPlaces;
         case Names::kCommand:
             return Offer::kCommands;
         default:
@@ -30,12 +32,15 @@ Offer offer_of(const Option& option) {
 }
 
 Offer offer_of(const Operand& operand) {
+    if (operand.names == Names::kWord && words_of(operand).size() > 1) return Offer::kWords;
     return offer_of(operand.names);
 }
 
-std::vector<std::string> words_of(const Option& option) {
+namespace {
+
+std::vector<std::string> words_in(const char* text) {
     std::vector<std::string> words(1);
-    for (const char* at = option.value; *at != '\0'; ++at) {
+    for (const char* at = text; *at != '\0'; ++at) {
         if (*at == '|') {
             words.emplace_back();
         } else {
@@ -43,6 +48,16 @@ std::vector<std::string> words_of(const Option& option) {
         }
     }
     return words;
+}
+
+}  // namespace
+
+std::vector<std::string> words_of(const Option& option) {
+    return words_in(option.value);
+}
+
+std::vector<std::string> words_of(const Operand& operand) {
+    return words_in(operand.name);
 }
 
 std::string escaped(std::string_view text, std::string_view special) {

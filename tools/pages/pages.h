@@ -18,12 +18,13 @@ std::string zsh_completion();
 std::string fish_completion();
 
 // What a shell can offer for a value.
-enum class Offer { kNothing, kFiles, kWords, kSections, kCommands };
+enum class Offer { kNothing, kFiles, kWords, kSections, kPlaces, kCommands };
 Offer offer_of(const Option& option);
 Offer offer_of(const Operand& operand);
 
 // The words of a value that is one of some: "text|json".
 std::vector<std::string> words_of(const Option& option);
+std::vector<std::string> words_of(const Operand& operand);
 
 // The text with each character of `special` behind a backslash.
 std::string escaped(std::string_view text, std::string_view special);

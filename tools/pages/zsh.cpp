@@ -9,8 +9,27 @@ namespace {
 constexpr const char* kHead =
     "#compdef kcnvrt\n"
     "# Made of kcnvrt's table of commands.\n\n"
+    "# Places of the layouts, section by section; those of explain are in a file, with entries of its own.\n"
+    "_kcnvrt_places() {\n"
+    "    local section=${${PREFIX#/}#Device/} cut=${1:-}\n"
+    "    local -a names\n"
+    "    if [[ $section = */* ]]; then\n"
+    "        names=(${(f)\"$(kcnvrt mapping \"${section%%/*}\" 2> /dev/null | grep -o '/[^ ]*')\"})\n"
+    "        [[ -z $cut ]] || names=(${names%%[*[|]*})\n"
+    "    else\n"
+    "        names=(${${${(f)\"$(kcnvrt sections 2> /dev/null)\"}/#old$'\\t'//}/#new$'\\t'//Device/})\n"
+    "        names=(${^names}/)\n"
+    "    fi\n"
+    "    compadd -S '' -- ${(u)names}\n"
+    "}\n\n"
+    "# The names of the layout that is asked for, or of both; behind a slash places.\n"
     "_kcnvrt_sections() {\n"
-    "    local -a names=(${${(f)\"$(kcnvrt sections 2> /dev/null)\"}#*$'\\t'})\n"
+    "    local layout='*'\n"
+    "    [[ $PREFIX != /* ]] || { _kcnvrt_places; return }\n"
+    "    [[ $words[1] != (schema|example) ]] || layout=${words[2]:-'*'}\n"
+    "    (( ! $words[(I)--to-old] )) || layout=old\n"
+    "    (( ! $words[(I)--to-new] )) || layout=new\n"
+    "    local -a names=(${${(M)${(f)\"$(kcnvrt sections 2> /dev/null)\"}:#${~layout}$'\\t'*}#*$'\\t'})\n"
     "    compadd -M 'r:|=*' -- ${(u)names}\n"
     "}\n\n"
     "_kcnvrt_commands() {\n"
@@ -44,6 +63,8 @@ std::string action(Offer offer) {
             return "_files";
         case Offer::kSections:
             return "_kcnvrt_sections";
+        case Offer::kPlaces:
+            return "{_kcnvrt_places cut}";
         case Offer::kCommands:
             return "_kcnvrt_commands";
         default:
@@ -51,12 +72,17 @@ std::string action(Offer offer) {
     }
 }
 
-std::string value_of(const Option& option) {
-    const std::string name = ":" + escaped(option.value, ":") + ":";
-    if (offer_of(option) != Offer::kWords) return name + action(offer_of(option));
+// Of an option or an operand.
+template <class Taker>
+std::string action_with_words(const Taker& taker) {
+    if (offer_of(taker) != Offer::kWords) return action(offer_of(taker));
     std::string words;
-    for (const std::string& word : words_of(option)) words += (words.empty() ? "(" : " ") + word;
-    return name + words + ")";
+    for (const std::string& word : words_of(taker)) words += (words.empty() ? "(" : " ") + word;
+    return words + ")";
+}
+
+std::string value_of(const Option& option) {
+    return ":" + escaped(option.value, ":") + ":" + action_with_words(option);
 }
 
 // How _arguments is told of an option, by each of its names.
@@ -75,7 +101,7 @@ void append_command(std::string& page, const Command& command) {
     for (const Option* option : command.options) append_option(page, *option);
     for (const Operand& operand : command.operands) {
         const std::string start = operand.repeats ? "*:" : ":";
-        page += "        " + quoted(start + escaped(operand.name, ":") + ":" + action(offer_of(operand))) + " \\\n";
+        page += "        " + quoted(start + escaped(operand.name, ":") + ":" + action_with_words(operand)) + " \\\n";
     }
     page += "        && return\n        ;;\n";
 }
