@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "conversion.h"
+#include "described.h"
 #include "k_cnvrt.h"
 #include "k_str.h"
 #include "names.h"
@@ -15,45 +16,6 @@
 using namespace describe;
 
 namespace {
-
-Tree load() {
-    json_error_t error;
-    Tree tree{json_load_file(KCNVRT_LAYOUTS, 0, &error)};
-    EXPECT_NE(tree, nullptr) << error.text;
-    return tree;
-}
-
-struct Document {
-    Side side;
-    uint8_t flags;
-    json_t* root;
-};
-
-// In the order in which they are written.
-std::vector<Document> documents_of(json_t* layouts) {
-    json_t* const examples = json_object_get(layouts, "examples");
-    return {{Side::kOld, 0, json_array_get(examples, 0)},
-            {Side::kNew, 0, json_array_get(examples, 1)},
-            {Side::kOld, K_CNVRT_DSL_VLAN, json_array_get(examples, 2)},
-            {Side::kNew, K_CNVRT_DSL_VLAN, json_array_get(examples, 3)}};
-}
-
-Names names_of(const Path& path) {
-    Names names;
-    for (const Step& step : path) names.push_back(step.name);
-    return names;
-}
-
-std::vector<Names> matches(json_t* root, const std::string& place) {
-    const Pattern pattern{place.substr(1)};
-    std::vector<Names> found;
-    Path path;
-    walk(root, path, [&](const Path& here, json_t*) {
-        const bool is_entry = !here.empty() && here.back().name != "max_instance";
-        if (is_entry && pattern.matches(here)) found.push_back(names_of(here));
-    });
-    return found;
-}
 
 // The values that stand at the line's places of the other layout.
 std::vector<json_t*> results_at(json_t* result, json_t* places) {
@@ -70,18 +32,6 @@ bool has(const std::vector<json_t*>& values, json_t* wanted) {
                        [wanted](json_t* value) { return json_equal(value, wanted) != 0; });
 }
 
-// A message of the list, with anything for what it leaves open.
-bool is_listed(const std::string& message, json_t* list) {
-    size_t index;
-    json_t* entry;
-    json_array_foreach(list, index, entry) {
-        std::string text = std::regex_replace(json_string_value(entry), std::regex{R"([.*+?^${}()|[\]\\])"}, "\\$&");
-        text = std::regex_replace(text, std::regex{"KEY|TEXT|TYPE|\\bN\\b"}, "[^]*");
-        if (std::regex_match(message, std::regex{text})) return true;
-    }
-    return false;
-}
-
 // A value of each type that no rule makes an exception of.
 Tree sample(const std::string& type, json_t* takes) {
     const std::string texts = json_string_length(json_object_get(takes, "texts")) == 0
@@ -91,7 +41,7 @@ Tree sample(const std::string& type, json_t* takes) {
         if (texts.find("base64") != std::string::npos) return Tree{json_string("YWJj")};
         if (texts.find("IPv4") != std::string::npos) return Tree{json_string("192.0.2.99")};
         if (texts.find("hardware") != std::string::npos) return Tree{json_string("02:00:5e:00:53:77")};
-        if (texts.find("digits") != std::string::npos) return Tree{json_string("41")};
+        if (texts.find("digits") != std::string::npos || texts.starts_with("a number")) return Tree{json_string("41")};
         return Tree{json_string(texts.find("true") == std::string::npos ? "sample" : "1")};
     }
     if (type == "integer") {
@@ -154,15 +104,19 @@ protected:
     void TearDown() override { std::printf("%zu lines, %zu places, %zu conversions\n", lines, places, conversions); }
 
     void take(json_t* line, Side side, json_t* behaviour);
-    std::string defects_at(json_t* line, const Document& document, const Names& names, json_t* behaviour);
-    void expect_result(const std::string& what, json_t* line, const Document& document, const Names& names,
-                       json_t* value, const Check& check);
-    void expect_message(const std::string& what, const Document& document, const Names& names, json_t* value,
-                        json_t* messages);
+    std::string defects_at(json_t* line, const Example& document, const Names& names, json_t* behaviour);
+    struct Saying;
+    void expect_exceptions(const Saying& saying);
+    void expect_absent(const Saying& saying);
+    void expect_type(const Saying& saying, const std::string& type);
+    void expect_result(const Saying& saying, json_t* value, const Check& check);
+    void expect_message(const Saying& saying, json_t* value);
+    Tree refused_sample(const Saying& saying, const std::string& type) const;
+    bool is_of_kind(const char* text, const char* name) const;
 
     std::string defects;  // of the place that is looked at
-    Tree layouts = load();
-    std::vector<Document> documents = documents_of(layouts.get());
+    Tree layouts = load_layouts();
+    std::vector<Example> documents = documents_of(layouts.get());
     size_t lines = 0;
     size_t places = 0;
     size_t conversions = 0;
@@ -172,78 +126,148 @@ std::string described(const Names& names, json_t* value) {
     return pointer_of(names) + " as " + text_of(value) + ": ";
 }
 
-void Lines::expect_result(const std::string& what, json_t* line, const Document& document, const Names& names,
-                          json_t* value, const Check& check) {
-    const Tree source = with_value(document.root, names, value);
+// What is said of the values of one type, of a place in a document.
+struct Lines::Saying {
+    json_t* line;
+    const Example& document;
+    const Names& names;
+    json_t* said;
+    Check check;  // null where a choice is made, which has lines of its own
+    std::string what = text_of(said) + "\n";
+
+    json_t* takes() const { return json_object_get(said, "takes"); }
+    json_t* values() const { return json_object_get(takes(), "values"); }
+    json_t* messages() const { return json_object_get(said, "says"); }
+    bool is_some() const { return json_object_get(takes(), "some") != nullptr; }
+    bool has_one_place() const { return json_array_size(json_object_get(line, name_of(other(document.side)))) == 1; }
+
+    bool has_exceptions() const { return json_object_get(said, "but") != nullptr; }
+    bool is_vague() const {
+        json_t* const gives = json_object_get(said, "gives");
+        const std::string word = json_is_string(gives) ? json_string_value(gives) : "";
+        return word == "nothing" || word == "something else";
+    }
+    bool is_excepted(json_t* value) const {
+        size_t number;
+        json_t* pair;
+        json_array_foreach(json_object_get(said, "but"), number,
+                           pair) if (json_equal(json_array_get(pair, 0), value) != 0) return true;
+        return false;
+    }
+    bool is_listed_value(json_t* value) const {
+        size_t number;
+        json_t* one;
+        json_array_foreach(values(), number, one) if (json_equal(one, value) != 0) return true;
+        return false;
+    }
+};
+
+void Lines::expect_result(const Saying& saying, json_t* value, const Check& check) {
+    const Example& document = saying.document;
+    const Tree source = with_value(document.root, saying.names, value);
     const Answer answer = convert(document.side, source.get(), document.flags);
     ++conversions;
+    const std::string what = saying.what + described(saying.names, value);
     if (!answer.is_silent()) {
-        defects += what + described(names, value) +
-                   (answer.messages.empty() ? "rejected" : answer.messages.front().text) + "\n";
+        defects += what + (answer.messages.empty() ? "rejected" : answer.messages.front().text) + "\n";
         return;
     }
-    const auto results = results_at(answer.result.get(), json_object_get(line, name_of(other(document.side))));
+    json_t* const places_there = json_object_get(saying.line, name_of(other(document.side)));
+    const auto results = results_at(answer.result.get(), places_there);
     if (!check(value, results))
-        defects += what + described(names, value) + (results.empty() ? "nothing" : text_of(results.front())) + " in " +
-                   text_of(json_object_get(line, name_of(other(document.side)))) + "\n";
+        defects +=
+            what + (results.empty() ? "nothing" : text_of(results.front())) + " in " + text_of(places_there) + "\n";
 }
 
-void Lines::expect_message(const std::string& what, const Document& document, const Names& names, json_t* value,
-                           json_t* messages) {
-    const Tree source = with_value(document.root, names, value);
-    const Answer answer = convert(document.side, source.get(), document.flags);
+void Lines::expect_message(const Saying& saying, json_t* value) {
+    const Tree source = with_value(saying.document.root, saying.names, value);
+    const Answer answer = convert(saying.document.side, source.get(), saying.document.flags);
     ++conversions;
-    const bool is_said = std::any_of(answer.messages.begin(), answer.messages.end(),
-                                     [&](const Message& message) { return is_listed(message.text, messages); });
+    const bool is_said = std::any_of(answer.messages.begin(), answer.messages.end(), [&](const Message& message) {
+        return is_listed(message.text, saying.messages());
+    });
     if (!is_said)
-        defects += what + described(names, value) +
+        defects += saying.what + described(saying.names, value) +
                    (answer.messages.empty() ? "no message" : answer.messages.front().text) + "\n";
 }
 
+void Lines::expect_exceptions(const Saying& saying) {
+    size_t number;
+    json_t* pair;
+    json_array_foreach(json_object_get(saying.said, "but"), number, pair) {
+        json_t* const result = json_array_get(pair, 1);
+        if (json_string_length(result) != 0 && std::string{json_string_value(result)} == "its member") continue;
+        expect_result(saying, json_array_get(pair, 0), [&](json_t* value, const std::vector<json_t*>& results) {
+            return result == nullptr ? !saying.has_one_place() || !has(results, value) : has(results, result);
+        });
+    }
+}
+
+void Lines::expect_absent(const Saying& saying) {
+    if (saying.messages() != nullptr)
+        expect_message(saying, nullptr);
+    else if (saying.check != nullptr)
+        expect_result(saying, nullptr, saying.check);
+}
+
+// A text or a number that is not taken where others are; null where none is known.
+Tree Lines::refused_sample(const Saying& saying, const std::string& type) const {
+    if (type == "integer" && saying.values() != nullptr) return Tree{json_integer(-77777)};
+    if (type != "string" || saying.is_some() || saying.messages() == nullptr) return nullptr;
+    const char* const kind = json_string_value(json_object_get(saying.takes(), "texts"));
+    for (const char* text : {"no such text", "-", "-1", ""}) {
+        Tree sample{json_string(text)};
+        const bool is_taken = kind != nullptr ? is_of_kind(text, kind) : saying.is_listed_value(sample.get());
+        if (!is_taken) return sample;
+    }
+    return nullptr;
+}
+
+bool Lines::is_of_kind(const char* text, const char* name) const {
+    size_t number;
+    json_t* kind;
+    json_array_foreach(json_object_get(layouts.get(), "texts"), number, kind) {
+        if (std::string{json_string_value(json_object_get(kind, "name"))} != name) continue;
+        return std::regex_match(text, std::regex{json_string_value(json_object_get(kind, "pattern"))});
+    }
+    return false;
+}
+
+void Lines::expect_type(const Saying& saying, const std::string& type) {
+    if (type == "absent") return expect_absent(saying);
+    if (saying.values() != nullptr && json_array_size(saying.values()) == 0)
+        return expect_message(saying, sample(type, nullptr).get());
+    if (const Tree refused = refused_sample(saying, type); refused != nullptr && saying.takes() != nullptr)
+        expect_message(saying, refused.get());
+    if (saying.check == nullptr) return;
+    // What goes from one place may stand at another of the line.
+    if (saying.has_exceptions() && saying.is_vague()) return;
+    const Tree any = sample(type, saying.takes());
+    if (saying.values() == nullptr && !saying.is_some() && !saying.is_excepted(any.get()))
+        expect_result(saying, any.get(), saying.check);
+    // What stands there is taken, of whatever form it is.
+    json_t* const own = at(saying.document.root, saying.names);
+    if (saying.is_some() && type == "string" && json_is_string(own) && !saying.is_excepted(own))
+        expect_result(saying, own, saying.check);
+}
+
 // What the line says in vain of that place.
-std::string Lines::defects_at(json_t* line, const Document& document, const Names& names, json_t* behaviour) {
+std::string Lines::defects_at(json_t* line, const Example& document, const Names& names, json_t* behaviour) {
     defects.clear();
     const bool chooses = std::string{json_string_value(json_object_get(line, "kind"))} == "chooses";
     size_t index;
     json_t* said;
     json_array_foreach(behaviour, index, said) {
-        const std::string what = text_of(said) + "\n";
-        json_t* const takes = json_object_get(said, "takes");
-        json_t* const values = json_object_get(takes, "values");
-        const Check check = chooses ? nullptr : check_of(json_object_get(said, "gives"));
+        const Saying saying{line, document, names, said, chooses ? nullptr : check_of(json_object_get(said, "gives"))};
+        expect_exceptions(saying);
         size_t number;
-        json_t* pair;
-        json_array_foreach(json_object_get(said, "but"), number, pair) {
-            json_t* const result = json_array_get(pair, 1);
-            const bool has_one_place = json_array_size(json_object_get(line, name_of(other(document.side)))) == 1;
-            const Check is_result = [&](json_t* value, const std::vector<json_t*>& results) {
-                return result == nullptr ? !has_one_place || !has(results, value) : has(results, result);
-            };
-            if (json_string_length(result) == 0 || std::string{json_string_value(result)} != "its member")
-                expect_result(what, line, document, names, json_array_get(pair, 0), is_result);
-        }
-        json_t* type;
-        json_array_foreach(json_object_get(said, "of"), number, type) {
-            const std::string name = json_string_value(type);
-            if (name == "absent") {
-                if (json_object_get(said, "says") != nullptr)
-                    expect_message(what, document, names, nullptr, json_object_get(said, "says"));
-                else if (check != nullptr)
-                    expect_result(what, line, document, names, nullptr, check);
-            } else if (values != nullptr && json_array_size(values) == 0) {
-                expect_message(what, document, names, sample(name, nullptr).get(), json_object_get(said, "says"));
-            } else if (values == nullptr && json_object_get(takes, "some") == nullptr && check != nullptr &&
-                       json_object_get(said, "but") == nullptr) {
-                expect_result(what, line, document, names, sample(name, takes).get(), check);
-            }
-        }
-        json_t* value;
-        json_array_foreach(values, number, value) if (json_object_get(said, "but") == nullptr && check != nullptr)
-            expect_result(what, line, document, names, value, check);
+        json_t* one;
+        json_array_foreach(json_object_get(said, "of"), number, one) expect_type(saying, json_string_value(one));
+        json_array_foreach(saying.values(), number, one) if (saying.check != nullptr && !saying.is_excepted(one))
+            expect_result(saying, one, saying.check);
         for (const auto& [bound, step] : {std::pair{"from", -1}, std::pair{"to", 1}})
-            if (json_t* const end = json_object_get(takes, bound))
-                expect_message(what, document, names, Tree{json_integer(json_integer_value(end) + step)}.get(),
-                               json_object_get(said, "says"));
+            if (json_t* const end = json_object_get(saying.takes(), bound))
+                expect_message(saying, Tree{json_integer(json_integer_value(end) + step)}.get());
     }
     return defects;
 }
@@ -258,9 +282,9 @@ void Lines::take(json_t* line, Side side, json_t* behaviour) {
     json_array_foreach(json_object_get(line, name_of(side)), index, place) {
         std::vector<std::string> tried;
         bool is_true = false;
-        for (const Document& document : documents) {
+        for (const Example& document : documents) {
             if (document.side != side || is_true || (has_flag && document.flags == 0)) continue;
-            const Document asked{side, static_cast<uint8_t>(has_flag ? K_CNVRT_DSL_VLAN : 0), document.root};
+            const Example asked{side, static_cast<uint8_t>(has_flag ? K_CNVRT_DSL_VLAN : 0), document.root};
             std::string there = json_string_value(place);
             if (there.ends_with("/**")) there.resize(there.size() - 3);
             std::vector<Names> found = matches(document.root, there);
@@ -288,109 +312,6 @@ TEST_F(Lines, AreWhatTheConversionDoes) {
                 take(line, side, json_array_get(behaviours, static_cast<size_t>(json_integer_value(number))));
     }
     EXPECT_GT(places, 1000u);
-}
-
-// Whether a text that is put under that name of a container arrives.
-bool is_carried(const Document& document, Names names, const char* member) {
-    names.emplace_back(member);
-    const Tree source = with_value(document.root, names, Tree{json_string("as it is")}.get());
-    const Answer answer = convert(document.side, source.get(), document.flags);
-    return answer.result != nullptr && text_of(answer.result.get()).find("as it is") != std::string::npos;
-}
-
-// What is said when an entry has that name.
-std::string said_of_entry(const Document& document, Names names, const std::string& name) {
-    names.push_back(name);
-    const Tree entry{json_object()};
-    const Answer answer = convert(document.side, with_value(document.root, names, entry.get()).get(), document.flags);
-    return answer.messages.empty() ? "" : answer.messages.front().text;
-}
-
-// What is said in vain of a container.
-std::string defects_of_container(json_t* row, const Document& document, const Names& names) {
-    const std::string is = json_string_value(json_object_get(row, "is"));
-    json_t* const value = at(document.root, names);
-    if (is == "array" ? !json_is_array(value) : !json_is_object(value)) return "it is none";
-    const bool carries = json_object_get(row, "carries others") != nullptr;
-    if ((is == "object" || is == "list") &&
-        is_carried(document, names, is == "list" ? "max_instance" : "of no name") != carries)
-        return carries ? "a member does not arrive" : "a member arrives";
-    json_t* const entries = json_object_get(row, "entries");
-    json_t* const says = json_object_get(entries, "says");
-    const auto most = json_integer_value(json_object_get(entries, "to"));
-    if (most != 0 && (!is_listed(said_of_entry(document, names, std::to_string(most + 1)), says) ||
-                      is_listed(said_of_entry(document, names, std::to_string(most)), says)))
-        return "it ends elsewhere";
-    const char* const of_names = json_string_value(json_object_get(entries, "names"));
-    const bool is_for_numbers = of_names != nullptr && std::string{of_names} == "numbers";
-    if (is_for_numbers && !is_listed(said_of_entry(document, names, "of no number"), says))
-        return "a name is not reported";
-    return "";
-}
-
-TEST_F(Lines, SayOfContainersWhatTheConversionDoes) {
-    size_t index;
-    json_t* row;
-    json_array_foreach(json_object_get(layouts.get(), "containers"), index, row) {
-        std::vector<std::string> tried;
-        for (const Document& document : documents) {
-            json_t* const place = json_object_get(row, name_of(document.side));
-            if (place == nullptr || std::count(tried.begin(), tried.end(), "") != 0) continue;
-            std::vector<Names> found = matches(document.root, json_string_value(place));
-            found.resize(std::min<size_t>(found.size(), 4));
-            for (const Names& names : found) tried.push_back(defects_of_container(row, document, names));
-        }
-        ++places;
-        EXPECT_NE(std::count(tried.begin(), tried.end(), ""), 0)
-            << text_of(row) << (tried.empty() ? " is in no example" : ": " + tried.front());
-    }
-    EXPECT_GT(places, 400u);
-}
-
-// Names and types that stand in one step, one by one.
-std::vector<std::string> each_place(const std::string& place) {
-    std::vector<std::string> places{""};
-    for (const std::string& step : describe::names_of(place)) {
-        const bool is_type = step.front() == '[';
-        std::stringstream names{is_type ? step.substr(1, step.size() - 2) : step};
-        std::vector<std::string> longer;
-        for (std::string name; std::getline(names, name, '|');)
-            for (const std::string& before : places)
-                longer.push_back(before + "/" + (is_type ? "[" + name + "]" : name));
-        places = std::move(longer);
-    }
-    return places;
-}
-
-// What is described is in the examples that are shipped: of places that share a line, at least one.
-TEST(Examples, AreComplete) {
-    const Tree layouts = load();
-    std::vector<std::pair<Side, Tree>> shipped;
-    for (const auto& [name, side] :
-         {std::pair{"home-gateway.old.json", Side::kOld}, std::pair{"home-gateway.new.json", Side::kNew},
-          std::pair{"dsl-gateway.old.json", Side::kOld}, std::pair{"dsl-gateway.new.json", Side::kNew}})
-        shipped.emplace_back(side, json_load_file((std::string{KCNVRT_EXAMPLES "/"} + name).c_str(), 0, nullptr));
-    const auto is_shipped = [&](Side side, std::string place) {
-        if (place.ends_with("/**")) place.resize(place.size() - 3);
-        return std::any_of(shipped.begin(), shipped.end(), [&](const auto& example) {
-            return example.first == side && !matches(example.second.get(), place).empty();
-        });
-    };
-    size_t index;
-    json_t* line;
-    json_array_foreach(json_object_get(layouts.get(), "lines"), index, line) {
-        for (const auto& [direction, side] : {std::pair{"to_new", Side::kOld}, std::pair{"to_old", Side::kNew}}) {
-            json_t* const places = json_object_get(line, name_of(side));
-            if (json_object_get(line, direction) == nullptr) continue;
-            bool is_there = false;
-            size_t number;
-            json_t* place;
-            json_array_foreach(places, number,
-                               place) for (const std::string& one : each_place(json_string_value(place))) is_there =
-                is_there || is_shipped(side, one);
-            EXPECT_TRUE(is_there) << text_of(places);
-        }
-    }
 }
 
 }  // namespace

@@ -92,6 +92,12 @@ struct Said {
     Chosen but;
 };
 
+// One result of one value is no rule for others.
+bool gives_again(const Chosen& taken, const Reply& reply) {
+    return std::count_if(taken.begin(), taken.end(),
+                         [&](const Reply* other) { return same(other->result.get(), reply.result.get()); }) > 1;
+}
+
 Said what_they_give(const Chosen& taken) {
     Said best;
     bool is_found = false;
@@ -104,8 +110,10 @@ Said what_they_give(const Chosen& taken) {
         best = {std::move(name), std::move(but)};
     };
     for (const Rule& rule : rules()) consider(string(rule.name), rule.apply);
+    const bool are_all_asked = json_is_boolean(taken.front()->value.get());
     for (const Reply* reply : taken)
-        if (reply->result != nullptr && (taken.size() > 1 || !is_found) && (!is_found || !best.but.empty()))
+        if (reply->result != nullptr && (taken.size() > 1 || !is_found) && (!is_found || !best.but.empty()) &&
+            (are_all_asked || taken.size() == 1 || gives_again(taken, *reply)))
             consider(Tree{json_pack("{s:O}", "value", reply->result.get())},
                      [reply](json_t*) { return Tree{json_incref(reply->result.get())}; });
     if (!is_found || best.but.size() > kMostCodes) best = {string("something else"), is_found ? best.but : taken};
