@@ -8,8 +8,9 @@ load setup
         'kcnvrt schema o' 'kcnvrt example new DSL' 'kcnvrt mapping /wan_p' \
         'kcnvrt mapping /Device/Default_ssid/Default_ssid_2' 'kcnvrt explain file /default_ssid/default_ssid_2'
     equal "$output" "$(printf '%s\n' 'kcnvrt self-check' 'kcnvrt to-new --compact' 'kcnvrt to-new --errors=json' \
-        'kcnvrt section --to-new wan_pvid' 'kcnvrt schema old' 'kcnvrt example new DSL_Vlan' 'kcnvrt mapping /wan_pvid/' \
-        'kcnvrt mapping /Device/Default_ssid/Default_ssid_2.4' 'kcnvrt explain file /default_ssid/default_ssid_2.4')"
+        'kcnvrt section --to-new wan_pvid' 'kcnvrt schema old' 'kcnvrt example new DSL_Vlan' \
+        'kcnvrt mapping /wan_pvid/' 'kcnvrt mapping /Device/Default_ssid/Default_ssid_2.4' \
+        'kcnvrt explain file /default_ssid/default_ssid_2.4')"
 }
 
 # complete LINE: what fish offers, without descriptions.
