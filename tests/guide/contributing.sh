@@ -36,7 +36,7 @@ tested='^(laws|case_rows|cases\..*|docs\.(generated|links))$'
 passes() {
     said=$(cmake --build "$copy/build/release" --target laws case_rows cases 2>&1) ||
         fail "$said" "The copy does not build."
-    said=$(ctest --test-dir "$copy/build/release" --output-on-failure -R "$tested" 2>&1)
+    said=$(ctest --test-dir "$copy/build/release" --output-on-failure --parallel "$(nproc)" -R "$tested" 2>&1)
 }
 
 restore_all
