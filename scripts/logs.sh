@@ -50,9 +50,12 @@ hostile() {
 list-costs() { "$root/scripts/costs.sh"; }
 
 coverage() {
-    printf '%s\n' "| | reached | of | |" "|---|---:|---:|---:|"
-    "$root/scripts/coverage.sh" |
-        sed -nE 's/^([a-z]+): ([0-9.]+)% \(([0-9]+) out of ([0-9]+)\)$/| \1 | \3 | \4 | \2 % |/p'
+    printf '%s\n' "| folder | lines reached | of | | branches reached | of | |" "|---|---:|---:|---:|---:|---:|---:|"
+    "$root/scripts/coverage.sh" > "$root/build/coverage.log"
+    jq -r '
+        def row: "\(.covered) | \(.total) | \(.share) %";
+        .[] | "| \(.folder) | \(.lines | row) | \(.branches | row) |"
+        ' "$root/build/coverage/folders.json"
 }
 
 fuzzing() {
