@@ -28,6 +28,19 @@ load setup
     equal "$output" "$told"
 }
 
+@test "mapping keeps to the width of a terminal, and says what messages leave open" {
+    script --quiet --return --command "stty cols 60; $KCNVRT mapping /wifi/BandWidth" typescript < /dev/null > shown.txt
+    tr -d '\r' < shown.txt > lines.txt
+    contains "$(cat lines.txt)" '"3", "4", "01", "03" becomes
+             "auto", but "1" becomes "below"'
+    equal "$(grep '^         ' lines.txt | awk 'length > 60')" ""
+    contains "$(cat lines.txt)" "In messages KEY is the member's name"
+    kcnvrt 0 mapping /wifi/BandWidth
+    contains "$output" '"1" becomes "below", "2" becomes "above", "01" becomes "below"; others are reported'
+    kcnvrt 0 mapping /dmz
+    equal "${output/KEY/}" "$output"
+}
+
 @test "mapping of a container has the lines of all that is in it" {
     kcnvrt 0 mapping /Device/Services/yandex
     contains "$output" "/Device/Services/yandex/enabled"

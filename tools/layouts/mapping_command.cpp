@@ -1,9 +1,12 @@
 // kcnvrt mapping: for a person, as JSON, and as the pages of docs/mapping.
+#include <unistd.h>
+
 #include "commands/arguments.h"
 #include "commands/nearest.h"
 #include "disk/output.h"
 #include "layout_commands.h"
 #include "mapping.h"
+#include "print/terminal.h"
 #include "sentences.h"
 
 namespace kcnvrt {
@@ -64,6 +67,13 @@ void write_json(json_t* value, const Options& options) {
 
 // For a person.
 
+constexpr const char* kSentence = "         ";
+constexpr const char* kFurther = "             ";
+
+constexpr const char* kLegend =
+    "\nIn messages KEY is the member's name in the result, TEXT and N are its value,\n"
+    "TYPE is a number for its type.\n";
+
 // One for each place, and how the values cross.
 std::string in_short(const LayoutLine& line) {
     const auto old_places = line.places(kOld);
@@ -80,12 +90,37 @@ std::string in_short(const LayoutLine& line) {
     return text;
 }
 
-std::string in_full(const LayoutLine& line) {
+// A sentence in lines that fit, the second and further ones further in. A word that fits in none has one of its own.
+std::string in_lines(const std::string& sentence, std::size_t columns) {
+    std::string text;
+    std::string line = kSentence;
+    for (std::size_t at = 0; at < sentence.size();) {
+        const std::size_t end = std::min(sentence.find(' ', at), sentence.size());
+        const std::string word = sentence.substr(at, end - at);
+        const bool is_first = line.back() == ' ';
+        if (!is_first && columns_of(line) + 1 + columns_of(word) > columns) {
+            text += line + "\n";
+            line = kFurther + word;
+        } else {
+            line += (is_first ? "" : " ") + word;
+        }
+        at = end + 1;
+    }
+    return text + line + "\n";
+}
+
+// A terminal has an end of its lines; a program that reads them wants whole ones.
+std::size_t columns_for(const Options& options) {
+    const bool is_terminal = options.output == kStandardStream && isatty(STDOUT_FILENO) != 0;
+    return is_terminal ? terminal_columns() : std::string::npos;
+}
+
+std::string in_full(const LayoutLine& line, std::size_t columns) {
     std::string text = in_short(line);
     for (const Layout from : {kOld, kNew}) {
         if (line.behaviour(from) == nullptr) continue;
         text += from == kOld ? "       to new:\n" : "       to old:\n";
-        for (const std::string& sentence : sentences_of(line.behaviour(from))) text += "         " + sentence + "\n";
+        for (const std::string& sentence : sentences_of(line.behaviour(from))) text += in_lines(sentence, columns);
     }
     return text;
 }
@@ -260,10 +295,11 @@ struct Asked {
     bool is_exact = false;
 };
 
-std::string text_of(const Asked& asked) {
+std::string text_of(const Asked& asked, const Options& options) {
     std::string text;
     for (const LayoutLine* line : asked.lines)
-        text += (text.empty() ? "" : "\n") + (asked.is_exact ? in_full(*line) : in_short(*line));
+        text += (text.empty() ? "" : "\n") + (asked.is_exact ? in_full(*line, columns_for(options)) : in_short(*line));
+    if (text.find("\"KEY\"") != std::string::npos) text += kLegend;
     return text;
 }
 
@@ -273,7 +309,8 @@ ExitStatus tell(const Asked& asked, const Options& options) {
         for (const LayoutLine* line : asked.lines) json_array_append_new(array.get(), as_json(*line).release());
         write_json(array.get(), options);
     } else {
-        write_text(options.output, options.as_markdown ? markdown_page(asked.title, asked.lines) : text_of(asked));
+        write_text(options.output,
+                   options.as_markdown ? markdown_page(asked.title, asked.lines) : text_of(asked, options));
     }
     return kConverted;
 }
