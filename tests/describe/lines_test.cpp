@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <regex>
+#include <set>
 #include <sstream>
 
 #include "conversion.h"
@@ -196,6 +197,8 @@ void Lines::expect_exceptions(const Saying& saying) {
     json_t* pair;
     json_array_foreach(json_object_get(saying.said, "but"), number, pair) {
         json_t* const result = json_array_get(pair, 1);
+        if (saying.values() != nullptr && !saying.is_listed_value(json_array_get(pair, 0)))
+            defects += saying.what + text_of(pair) + " is of no value that is taken\n";
         if (json_string_length(result) != 0 && std::string{json_string_value(result)} == "its member") continue;
         expect_result(saying, json_array_get(pair, 0), [&](json_t* value, const std::vector<json_t*>& results) {
             return result == nullptr ? !saying.has_one_place() || !has(results, value) : has(results, result);
@@ -215,7 +218,7 @@ Tree Lines::refused_sample(const Saying& saying, const std::string& type) const 
     if (type == "integer" && saying.values() != nullptr) return Tree{json_integer(-77777)};
     if (type != "string" || saying.is_some() || saying.messages() == nullptr) return nullptr;
     const char* const kind = json_string_value(json_object_get(saying.takes(), "texts"));
-    for (const char* text : {"no such text", "-", "-1", ""}) {
+    for (const char* text : {"", "no such text", "-", "-1"}) {
         Tree sample{json_string(text)};
         const bool is_taken = kind != nullptr ? is_of_kind(text, kind) : saying.is_listed_value(sample.get());
         if (!is_taken) return sample;
@@ -266,8 +269,10 @@ std::string Lines::defects_at(json_t* line, const Example& document, const Names
         json_array_foreach(saying.values(), number, one) if (saying.check != nullptr && !saying.is_excepted(one))
             expect_result(saying, one, saying.check);
         for (const auto& [bound, step] : {std::pair{"from", -1}, std::pair{"to", 1}})
-            if (json_t* const end = json_object_get(saying.takes(), bound))
+            if (json_t* const end = json_object_get(saying.takes(), bound)) {
                 expect_message(saying, Tree{json_integer(json_integer_value(end) + step)}.get());
+                if (saying.check != nullptr && !saying.is_excepted(end)) expect_result(saying, end, saying.check);
+            }
     }
     return defects;
 }
@@ -298,6 +303,24 @@ void Lines::take(json_t* line, Side side, json_t* behaviour) {
         ++places;
         if (!is_true)
             ADD_FAILURE() << json_string_value(place) << " " << (tried.empty() ? "is in no example" : tried.front());
+    }
+}
+
+TEST_F(Lines, SayOfEachTypeOnceWhatBecomesOfIt) {
+    size_t index;
+    json_t* behaviour;
+    json_array_foreach(json_object_get(layouts.get(), "behaviours"), index, behaviour) {
+        std::multiset<std::string> types;
+        size_t number;
+        json_t* said;
+        json_array_foreach(behaviour, number, said) {
+            size_t at;
+            json_t* type;
+            json_array_foreach(json_object_get(said, "of"), at, type) types.insert(json_string_value(type));
+        }
+        types.erase("absent");
+        const std::multiset<std::string> all{"array", "boolean", "integer", "null", "object", "real", "string"};
+        EXPECT_TRUE(types == all || types.empty()) << text_of(behaviour);
     }
 }
 
