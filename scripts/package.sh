@@ -13,13 +13,16 @@ fail() {
     exit 1
 }
 
+# The same for every build, whatever is committed meanwhile.
+commit=$([ ! -e "$root/.git" ] || git -C "$root" rev-parse HEAD)
+
 # In an unpacked source archive every file has the time of the commit.
 committed_at() {
-    if [ -e "$root/.git" ]; then git -C "$root" log -1 --format=%ct; else stat -c %Y "$root/CMakeLists.txt"; fi
+    if [ -n "$commit" ]; then git -C "$root" log -1 --format=%ct "$commit"; else stat -c %Y "$root/CMakeLists.txt"; fi
 }
 
 source_files() {
-    if [ -e "$root/.git" ]; then git -C "$root" archive HEAD; else tar -c -C "$root" --exclude=./build .; fi
+    if [ -n "$commit" ]; then git -C "$root" archive "$commit"; else tar -c -C "$root" --exclude=./build .; fi
 }
 
 export SOURCE_DATE_EPOCH
