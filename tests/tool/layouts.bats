@@ -47,6 +47,26 @@ load setup
     contains "$output" "/Device/Services/yandex/default"
 }
 
+@test "mapping of a list says how its entries are called" {
+    kcnvrt 0 mapping /ifaces/eth0/services
+    equal "${lines[0]}" "/ifaces/[bridge]/services"
+    contains "$output" "
+       entries under names of their own
+
+/"
+    kcnvrt 0 mapping /Device/Vlan/vlans
+    equal "${lines[1]}" \
+        "       entries numbered from 1 to 65535; higher ones are reported: Instance number N is above 65535"
+    kcnvrt 0 mapping /Device/Services/dns/ipv4/servers
+    equal "${lines[1]}" "       entries numbered from 1; the numbers are not kept"
+    kcnvrt 0 mapping /Device/wan_pvid
+    equal "${lines[1]}" "       entries under any name, which is not kept"
+    kcnvrt 0 mapping /tr069/misc/arp
+    equal "${lines[1]}" "       entries numbered from 0"
+    kcnvrt 0 mapping /vlan
+    ! grep -q entries <<< "$output"
+}
+
 @test "mapping below a value that is carried whole is told by that value" {
     kcnvrt 0 mapping /dmz/any/thing
     contains "$output" "/dmz/**"

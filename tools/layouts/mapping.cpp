@@ -31,18 +31,21 @@ bool has(const std::vector<std::string>& names, const std::string& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-// The line's own old section, or the old one that goes with its new one.
-std::string page_of(const LayoutLine& line, const Layouts& layouts) {
-    const auto old_sections = sections_of(line, kOld);
-    if (!old_sections.empty()) return old_sections.front();
-    const auto new_sections = sections_of(line, kNew);
+// The old section that most lines pair with these new ones; the first of these where none does.
+std::string old_section_beside(const std::vector<std::string>& new_sections, const Layouts& layouts) {
     std::map<std::string, std::size_t> votes;
-    for (const LayoutLine& other : layouts.lines())
-        if (sections_of(other, kNew) == new_sections)
-            for (const std::string& name : sections_of(other, kOld)) ++votes[name];
+    for (const LayoutLine& line : layouts.lines())
+        if (sections_of(line, kNew) == new_sections)
+            for (const std::string& name : sections_of(line, kOld)) ++votes[name];
     const auto by_votes = [](const auto& a, const auto& b) { return a.second < b.second; };
     const auto most = std::max_element(votes.begin(), votes.end(), by_votes);
     return most == votes.end() ? new_sections.front() : most->first;
+}
+
+// The line's own old section, or the old one that goes with its new one.
+std::string page_of(const LayoutLine& line, const Layouts& layouts) {
+    const auto old_sections = sections_of(line, kOld);
+    return old_sections.empty() ? old_section_beside(sections_of(line, kNew), layouts) : old_sections.front();
 }
 
 }  // namespace
@@ -56,6 +59,12 @@ std::vector<MappingPage> mapping_pages(const Layouts& layouts) {
         page->lines.push_back(&line);
     }
     return pages;
+}
+
+std::string page_of_place(const Layouts& layouts, const std::string& place, Layout layout) {
+    const auto sections = kcnvrt::sections_of(place);
+    if (sections.empty()) return "";
+    return layout == kOld ? sections.front() : old_section_beside(sections, layouts);
 }
 
 std::vector<std::string> section_names(const Layouts& layouts) {

@@ -18,6 +18,9 @@ struct MappingPage {
 // In the order of the description.
 std::vector<MappingPage> mapping_pages(const Layouts& layouts);
 
+// The name of the page that tells of a place; "" for what is in no section.
+std::string page_of_place(const Layouts& layouts, const std::string& place, Layout layout);
+
 // The names of sections in either layout; a section that is converted alone under another name has that as well.
 std::vector<std::string> section_names(const Layouts& layouts);
 // Nothing for a name that is none of these.

@@ -1,11 +1,13 @@
-// kcnvrt mapping: for a person, as JSON, and as the pages of docs/mapping.
+// kcnvrt mapping: for a person, and as JSON.
 #include <unistd.h>
 
 #include "commands/arguments.h"
 #include "commands/nearest.h"
 #include "disk/output.h"
 #include "layout_commands.h"
+#include "lists.h"
 #include "mapping.h"
+#include "mapping_page.h"
 #include "print/terminal.h"
 #include "sentences.h"
 
@@ -125,6 +127,12 @@ std::string in_full(const LayoutLine& line, std::size_t columns) {
     return text;
 }
 
+std::string in_words(const ListRow& row) {
+    std::string text;
+    for (const std::string& place : row.places) text += place + "\n";
+    return text + "       entries " + row.entries + "\n";
+}
+
 std::string overview(const Layouts& layouts) {
     std::string text =
         "Sections, and how many places of theirs are described. `kcnvrt mapping SECTION` shows them.\n\n";
@@ -134,95 +142,6 @@ std::string overview(const Layouts& layouts) {
         text += row + std::to_string(page.lines.size()) + "\n";
     }
     return text;
-}
-
-// As a page.
-
-std::string escaped(const std::string& text) {
-    std::string plain;
-    for (const char character : text) {
-        if (character == '|') plain += '\\';
-        plain += character;
-    }
-    return plain;
-}
-
-std::string code(const std::string& text) {
-    return "`" + escaped(text) + "`";
-}
-
-std::string cell(const std::vector<std::string>& places) {
-    std::string text;
-    for (const std::string& place : places) text += (text.empty() ? "" : "<br>") + code(place);
-    return text.empty() ? "nothing" : text;
-}
-
-// How a direction is told: a word where there is nothing more to say, else the number of what is said below.
-std::string told(const LayoutLine& line, Layout from, std::vector<json_t*>& below) {
-    json_t* const behaviour = line.behaviour(from);
-    if (behaviour == nullptr) return "";
-    const auto sentences = sentences_of(behaviour);
-    if (sentences == std::vector<std::string>{"any value stays the same"}) return "carried";
-    if (sentences == std::vector<std::string>{"any value is dropped"}) return "dropped";
-    std::size_t number = 0;
-    while (number < below.size() && below[number] != behaviour) ++number;
-    if (number == below.size()) below.push_back(behaviour);
-    const std::string name = std::to_string(number + 1);
-    return "[" + name + "](#" + name + ")";
-}
-
-std::string markdown_page(const std::string& name, const Lines& lines) {
-    std::string page = "# " + name + "\n\nWritten by `scripts/layouts.sh`; [how to read it](README.md).\n\n";
-    page += "| old → new | kind | to new | to old |\n|---|---|---|---|\n";
-    std::vector<json_t*> below;
-    for (const LayoutLine* line : lines) {
-        page += "| " + cell(line->places(kOld)) + "<br>→ " + cell(line->places(kNew)) + " | " + line->kind();
-        page += line->has_flag() ? ", with `--dsl-vlan`" : "";
-        for (const Layout from : {kOld, kNew}) page += " | " + told(*line, from, below);
-        page += " |\n";
-    }
-    for (std::size_t number = 0; number < below.size(); ++number) {
-        page += "\n## " + std::to_string(number + 1) + "\n\n";
-        for (const std::string& sentence : sentences_of(below[number])) page += "- " + sentence + "\n";
-    }
-    return page;
-}
-
-constexpr const char* kHowToRead =
-    "# The two layouts\n\n"
-    "Which places of the old and the new layout become each other, and what becomes of their values. All of it was "
-    "found\n"
-    "out by asking the conversion (`tools/describe`), and `kcnvrt mapping` tells the same. Written by\n"
-    "`scripts/layouts.sh`; a test compares it, and another takes every line at its word.\n\n"
-    "## How to read a page\n\n"
-    "A place is a JSON Pointer with these besides names:\n\n"
-    "| | |\n|---|---|\n"
-    "| `*` | the number, position or own name of an entry |\n"
-    "| `[ppp\\|ip]` | an entry whose \"type\" is one of these |\n"
-    "| `a\\|b` | either name |\n"
-    "| `**` | the value and everything below it, which is carried whole |\n\n"
-    "| kind | |\n|---|---|\n"
-    "| carried | any value stays as it is |\n"
-    "| dropped | no value arrives |\n"
-    "| name | becomes the name of a member or of an entry |\n"
-    "| chooses | decides what becomes of the section or entry that it is in |\n"
-    "| code | one of a few values, or other ones in each layout |\n"
-    "| text, integer, boolean, ... | the type of what is taken, where the conversion is code of its own |\n"
-    "| other words | those of the tables (`src/frame/field.h`) |\n\n"
-    "A column for a direction says *carried* or *dropped*, or has the number of what is said below the table; it is "
-    "empty\n"
-    "where another line says it. In messages KEY stands for the member's name in the result, TEXT and N for its value, "
-    "TYPE\n"
-    "for Jansson's number of its type. \"Becomes something else\" has a few samples; what was not asked is not "
-    "told.\n\n"
-    "## Sections\n\n"
-    "| old section | lines |\n|---|---|\n";
-
-std::string markdown_index(const Layouts& layouts) {
-    std::string page = kHowToRead;
-    for (const MappingPage& one : mapping_pages(layouts))
-        page += "| [" + one.name + "](" + one.name + ".md) | " + std::to_string(one.lines.size()) + " |\n";
-    return page;
 }
 
 // What somebody asks for.
@@ -293,24 +212,26 @@ struct Asked {
     std::string title;
     Lines lines;
     bool is_exact = false;
+    std::vector<ListRow> lists{};  // that it is itself
 };
 
 std::string text_of(const Asked& asked, const Options& options) {
     std::string text;
+    for (const ListRow& row : asked.lists) text += in_words(row);
     for (const LayoutLine* line : asked.lines)
         text += (text.empty() ? "" : "\n") + (asked.is_exact ? in_full(*line, columns_for(options)) : in_short(*line));
     if (text.find("\"KEY\"") != std::string::npos) text += kLegend;
     return text;
 }
 
-ExitStatus tell(const Asked& asked, const Options& options) {
+ExitStatus tell(const Layouts& layouts, const Asked& asked, const Options& options) {
     if (options.as_json) {
         JsonTree array(json_array());
         for (const LayoutLine* line : asked.lines) json_array_append_new(array.get(), as_json(*line).release());
         write_json(array.get(), options);
     } else {
         write_text(options.output,
-                   options.as_markdown ? markdown_page(asked.title, asked.lines) : text_of(asked, options));
+                   options.as_markdown ? markdown_page(layouts, asked.title, asked.lines) : text_of(asked, options));
     }
     return kConverted;
 }
@@ -334,19 +255,20 @@ ExitStatus mapping(const Options& options) {
     const Layouts layouts;
     const std::string& name = options.asked;
     if (name.empty()) {
-        if (options.as_json) return tell({"", all(layouts)}, options);
+        if (options.as_json) return tell(layouts, {"", all(layouts)}, options);
         write_text(options.output, options.as_markdown ? markdown_index(layouts) : overview(layouts));
         return kConverted;
     }
     if (name.front() != '/') {
         const Lines lines = options.as_markdown ? lines_of_page(layouts, name) : lines_of_section(layouts, name);
         if (lines.empty()) fail_by_unknown_section(layouts, name);
-        return tell({name, lines}, options);
+        return tell(layouts, {name, lines}, options);
     }
     Steps names;
     if (!read_pointer(name, names)) fail_by_usage("\"" + name + "\" is no JSON Pointer", find_command("mapping"));
     const AtPointer found = lines_at(layouts, names);
-    if (!found.lines.empty()) return tell({name, found.lines, found.is_exact}, options);
+    if (!found.lines.empty())
+        return tell(layouts, {name, found.lines, found.is_exact, lists_at(layouts, names)}, options);
     if (!found.is_in_section) fail_by_unknown_pointer(layouts, name);
     return tell_of_unknown(found, nearest_place(layouts, name), options);
 }
