@@ -17,19 +17,24 @@ setup() {
 # What systemd ignores it only says.
 verify() { run systemd-analyze --man=no --root="$system" verify "${1:-config-at-boot.service}" config-back.service; }
 
+# What it says of the machine that it runs on names no unit.
+says_nothing() {
+    [ "$status" -eq 0 ] && ! grep --fixed-strings .service <<< "$output" && return
+    echo "$output"
+    return 1
+}
+
 @test "systemd has nothing to say about the units" {
     verify
-    [ "$status" -eq 0 ]
-    [ "$output" = "" ]
+    says_nothing
     verify gateway.service
-    [ "$status" -eq 0 ]
-    [ "$output" = "" ]
+    says_nothing
 }
 
 @test "it would say what is wrong" {
     sed -i 's/^RemainAfterExit/RemainAfter/' "$units/config-at-boot.service"
     verify
-    [[ $output = *"Unknown key 'RemainAfter'"* ]]
+    [[ $output = *"config-at-boot.service"*"Unknown key 'RemainAfter'"* ]]
     rm "$system/usr/sbin/config-at-boot"
     verify
     [ "$status" -eq 1 ]
