@@ -26,7 +26,10 @@ export async function typeAt(page, selector, words) {
 
 /** Gives the file that the page asks for. */
 export async function choose(page, start, name, content) {
-    const [chooser] = await Promise.all([page.waitForEvent('filechooser'), start()]);
+    const asked = page.waitForEvent('filechooser');
+    await page.evaluate(() => {}); // by its answer the browser knows that somebody waits
+    await start();
+    const chooser = await asked;
     await chooser.setFiles({ name, mimeType: 'application/json', buffer: Buffer.from(content) });
 }
 
