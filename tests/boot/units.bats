@@ -3,6 +3,7 @@
 bats_require_minimum_version 1.5.0
 
 setup() {
+    umask 022 # a unit file that everyone may write is one more thing to say
     system=$BATS_TEST_TMPDIR/system
     units=$system/etc/systemd/system
     mkdir -p "$units" "$system/usr/sbin" "$system/usr/lib/systemd/system"

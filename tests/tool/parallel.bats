@@ -56,7 +56,8 @@ END
     cat parts/*/stdout | sort | cmp - <(sort one)
 }
 
-# serve NAME: an ssh server of its own, that the host NAME of ssh_config is.
+# serve NAME: an ssh server of its own, that the host NAME of ssh_config is. Its sessions have a home of their own: what
+# a user's shell does at its start may take minutes where it is killed and started again, as here.
 serve() {
     local port
     port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
@@ -68,6 +69,7 @@ PidFile none
 StrictModes no
 UsePAM no
 PermitRootLogin yes
+SetEnv HOME=$PWD
 MaxStartups 100
 END
     cat >> ssh_config <<END
