@@ -1,6 +1,6 @@
 #!/bin/bash
-# Whether programs that were linked with the libraries of the last release go on to work with these: compares them with
-# the descriptions in abi/, which are of x86-64.
+# Whether programs that were linked with the libraries of the last release go on to work with these: compares them, and
+# the constants that programs have from their headers, with the descriptions in abi/, which are of x86-64.
 #   scripts/abi.sh            compares, and says what is to be done
 #   scripts/abi.sh --renew    describes the libraries anew, unless that would break what was released
 #   scripts/abi.sh --same     fails where the descriptions are not those of the libraries, as for a release
@@ -9,6 +9,7 @@ set -euo pipefail
 
 folder=$root/build/abi
 libraries=(libk_support libk_cnvrt libk_cnvrt_text)
+declare -A headers=([libk_support]=support/include [libk_cnvrt]=include [libk_cnvrt_text]=text/include)
 failed=0
 
 # As they are shipped, but for what tells about types. Two functions of equal code stay two.
@@ -22,16 +23,19 @@ build_libraries() {
 }
 
 describe() {
-    local library
+    local library jansson
+    read -ra jansson < <(pkg-config --cflags jansson)
     for library in "${libraries[@]}"; do
         "$root/scripts/abi/describe.sh" "$folder/lib/$library.so" "$folder/$library.abi" \
             "$root/include" "$folder/include" "$root/support/include" "$root/text/include"
+        "$root/scripts/abi/constants.sh" "$folder/$library.constants" "$root/${headers[$library]}" \
+            -I "$root/support/include" -I "$folder/include" "${jansson[@]}"
     done
 }
 
 # compare LIBRARY: status 1 where programs break, 2 where none that was released does.
 compare() {
-    if [ ! -f "$root/abi/$1.abi" ]; then
+    if [ ! -f "$root/abi/$1.abi" ] || [ ! -f "$root/abi/$1.constants" ]; then
         echo "$1 is in no description: scripts/abi.sh --renew makes one."
         return 2
     fi
@@ -42,11 +46,11 @@ renew() {
     local library status
     for library in "${libraries[@]}"; do
         status=0
-        [ ! -f "$root/abi/$library.abi" ] || compare "$library" || status=$?
+        [ ! -f "$root/abi/$library.constants" ] || compare "$library" || status=$?
         [ $status -ne 1 ] || failed=1
     done
     [ $failed -eq 0 ] || return 0
-    (cd "$folder" && cp "${libraries[@]/%/.abi}" "$root/abi")
+    (cd "$folder" && cp "${libraries[@]/%/.abi}" "${libraries[@]/%/.constants}" "$root/abi")
     say "abi/ describes version $("$root/scripts/version.sh")."
 }
 
@@ -67,6 +71,7 @@ case ${1:-} in
     --same)
         for library in "${libraries[@]}"; do
             cmp "$root/abi/$library.abi" "$folder/$library.abi" || failed=1
+            cmp "$root/abi/$library.constants" "$folder/$library.constants" || failed=1
         done
         [ $failed -eq 0 ] || say "abi/ is not what the libraries are: scripts/abi.sh --renew describes them."
         ;;

@@ -1,8 +1,9 @@
 #!/bin/bash
 # Usage: compare.sh LIST BEFORE AFTER CHANGELOG
-# Compares two descriptions of a library: whatever works with the one has to work with the other, unless its SONAME is
-# another one. LIST has its names, by the releases that brought them. Says what is different and what is to be done.
-# Status 1: programs break. Status 2: those break that use what no release has had, which the CHANGELOG says.
+# Compares two descriptions of a library, NAME.abi and beside it NAME.constants: whatever works with the one has to work
+# with the other, unless its SONAME is another one. LIST has its names, by the releases that brought them. Says what is
+# different and what is to be done. Status 1: programs break. Status 2: those break that use what no release has had,
+# which the CHANGELOG says.
 set -euo pipefail
 here=$(dirname "$(realpath "$0")")
 list=$1
@@ -29,6 +30,9 @@ differences() {
 
 soname() { sed -n "1s/.* soname='\([^']*\)'.*/\1/p" "$1"; }
 
+# lost_constants BEFORE AFTER: what the first has and the second has not, or has otherwise.
+lost_constants() { LC_ALL=C comm -23 "${1%.abi}.constants" "${2%.abi}.constants"; }
+
 # Suppresses what belongs to a node of no release.
 unreleased() {
     local mark version
@@ -45,6 +49,13 @@ if [ -n "$old" ] && [ -n "$new" ] && [ "$old" != "$new" ]; then
     exit 0
 fi
 
+lost_constants "$before" "$after" > "$scratch/constants"
+if [ -s "$scratch/constants" ]; then
+    sed 's/^/  [D] /' "$scratch/constants"
+    echo "Programs that were compiled with these of $name would break, and the library cannot tell."
+    echo "Undo that. Or, if no release has had them, take them out of abi/$name.constants first."
+    exit 1
+fi
 awk -f "$here/sized_structures.awk" "$before" "$after" > "$scratch/structures" || allowed=()
 if [ -s "$scratch/structures" ] || differences broken "${allowed[@]}"; then
     differences broken "${allowed[@]}" || cat "$scratch/structures"
@@ -60,8 +71,12 @@ if [ -s "$scratch/structures" ] || differences broken "${allowed[@]}"; then
     echo "Undo that. Or, if it is meant, scripts/abi.sh --renew describes it anew."
     exit 2
 fi
-if ! abidiff "${allowed[@]}" "$before" "$after" > "$scratch/added"; then
+status=0
+abidiff "${allowed[@]}" "$before" "$after" > "$scratch/added" || status=$?
+lost_constants "$after" "$before" > "$scratch/constants"
+if [ "$status" -ne 0 ] || [ -s "$scratch/constants" ]; then
     sed -n '/^  \[A\]/p' "$scratch/added"
+    sed 's/^/  [A] /' "$scratch/constants"
     echo "$name has more than abi/ describes, which breaks nothing."
     echo "For the release scripts/abi.sh --renew describes that, too."
 fi

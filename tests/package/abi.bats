@@ -18,6 +18,7 @@ describe() {
         END { print "local: *; };" }' thing.symbols > thing.map
     gcc -g -fPIC -shared "-Wl,-soname,${2:-libthing.so.1},--version-script=thing.map" thing.c -o thing.so
     "$scripts/describe.sh" thing.so "$1.abi" .
+    "$scripts/constants.sh" "$1.constants" "$PWD"
 }
 
 # becomes STATUS [SONAME]: what is said of what there is now.
@@ -109,6 +110,72 @@ change() { sed -i "$1" thing.h thing.c; }
     echo k_more >> thing.symbols
     becomes 0
     [[ $output = *"k_more"*"thing has more than abi/ describes"*"scripts/abi.sh --renew"* ]]
+}
+
+# constant_breaks LINE: it is no longer what it was.
+constant_breaks() {
+    becomes 1
+    [[ $output = "  [D] $1"*"would break, and the library cannot tell."*"abi/thing.constants first." ]]
+    [ "$(grep -cF '[D]' <<< "$output")" -eq 1 ]
+}
+
+@test "constants are described with their values, and headers and macros with parameters are, too" {
+    [ "$(cat before.constants)" = '<thing.h>
+K_BEST 3
+K_FAST 1
+K_ONE 1
+K_TWICE(what) ((what) + (what))
+K_TWO 2
+K_WORD "thing"' ]
+}
+
+@test "a constant of another value breaks programs" {
+    change 's/K_FAST ((unsigned)1)/K_FAST ((unsigned)2)/; s/(K_FAST | 2u)/3u/'
+    constant_breaks 'K_FAST 1'
+}
+
+@test "an enumerator of another value breaks programs, of which the library knows nothing" {
+    change 's/    K_ONE = 1,/    K_ONE = 1, K_MORE,/'
+    constant_breaks 'K_TWO 2'
+}
+
+@test "a constant of another text breaks programs" {
+    change 's/K_WORD "thing"/K_WORD "other"/'
+    constant_breaks 'K_WORD "thing"'
+}
+
+@test "a macro that means something else breaks programs" {
+    change 's/((what) + (what))/((what) * 3)/'
+    constant_breaks 'K_TWICE(what) ((what) + (what))'
+}
+
+@test "a constant that is no longer there breaks programs" {
+    change '/K_BEST/d'
+    constant_breaks 'K_BEST 3'
+}
+
+@test "a header that is no longer there breaks programs" {
+    mv thing.h other.h
+    sed -i 's/thing\.h/other.h/' thing.c
+    constant_breaks '<thing.h>'
+}
+
+@test "a constant may be written otherwise" {
+    change 's/((unsigned)1)/1u/; s/    K_TWO/    K_TWO = 1 + K_ONE/'
+    becomes 0
+    [ "$output" = "" ]
+}
+
+@test "more constants break nothing, and are to be described" {
+    change 's/    K_TWO/    K_TWO, K_MORE/'
+    printf '#define K_MOST 4\n' >> thing.h
+    becomes 0
+    [[ $output = *"[A] K_MORE 3"*"[A] K_MOST 4"*"thing has more than abi/ describes"* ]]
+}
+
+@test "with another SONAME constants may change, too" {
+    change '/K_BEST/d'
+    becomes 0 libthing.so.2
 }
 
 @test "what no release has had may be meant to change, but not unseen" {

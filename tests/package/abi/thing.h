@@ -12,6 +12,15 @@ typedef struct {
     long second;
 } k_pair_t;
 
+#define K_FAST ((unsigned)1)
+#define K_BEST (K_FAST | 2u)
+#define K_WORD "thing"
+#define K_TWICE(what) ((what) + (what))
+enum {
+    K_ONE = 1, /* as many as there are */
+    K_TWO
+};
+
 typedef struct k_hidden k_hidden_t;
 
 int k_number(const k_text_thing_t* thing);
