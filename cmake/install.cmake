@@ -3,14 +3,6 @@
 
 include(CMakePackageConfigHelpers)
 
-# What was built for another machine has no place among the files of this one.
-if(CMAKE_CROSSCOMPILING)
-    install(CODE [[
-        if("$ENV{DESTDIR}" STREQUAL "" AND CMAKE_INSTALL_PREFIX MATCHES "^/(usr(/local)?/?)?$")
-            message(FATAL_ERROR "This is built for another machine: DESTDIR=FOLDER says where its files go.")
-        endif()]])
-endif()
-
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/k_cnvrt)
 set(pkgconfig_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH library_from_tool /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
@@ -50,4 +42,3 @@ write_basic_package_version_file(k_cnvrtConfigVersion.cmake COMPATIBILITY SameMa
 install(FILES ${PROJECT_BINARY_DIR}/k_cnvrtConfig.cmake ${PROJECT_BINARY_DIR}/k_cnvrtConfigVersion.cmake
         DESTINATION ${package_directory})
 install(EXPORT k_cnvrt NAMESPACE k_cnvrt:: FILE k_cnvrtTargets.cmake DESTINATION ${package_directory})
-include(${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake)

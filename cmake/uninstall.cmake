@@ -1,5 +1,6 @@
 # `cmake --build FOLDER --target uninstall` removes what `cmake --install FOLDER` put in place, by its list of files,
-# and the folders that are empty then and were the project's own. DESTDIR counts as it did then.
+# and the folders that are empty then and were the project's own. The list has them where they are: DESTDIR need not be
+# said again, and where it was said nothing else is touched.
 
 if(CMAKE_SCRIPT_MODE_FILE)
     if(NOT EXISTS "${list}")
@@ -7,10 +8,12 @@ if(CMAKE_SCRIPT_MODE_FILE)
     endif()
     file(STRINGS "${list}" files)
     foreach(file ${files})
-        set(file "$ENV{DESTDIR}${file}")
         if(EXISTS "${file}" OR IS_SYMLINK "${file}")
             message(STATUS "Removing ${file}")
-            file(REMOVE "${file}")
+            file(REMOVE "${file}") # and says nothing where it may not
+            if(EXISTS "${file}" OR IS_SYMLINK "${file}")
+                message(FATAL_ERROR "This cannot be removed:\n  ${file}")
+            endif()
         endif()
         cmake_path(GET file PARENT_PATH folder)
         list(APPEND folders ${folder})
@@ -27,6 +30,8 @@ if(CMAKE_SCRIPT_MODE_FILE)
     file(REMOVE "${list}")
     return()
 endif()
+
+install(CODE [[list(TRANSFORM CMAKE_INSTALL_MANIFEST_FILES PREPEND "$ENV{DESTDIR}")]])
 
 add_custom_target(uninstall
     COMMAND ${CMAKE_COMMAND} -D list=${PROJECT_BINARY_DIR}/install_manifest.txt -P ${CMAKE_CURRENT_LIST_FILE}

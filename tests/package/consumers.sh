@@ -1,12 +1,14 @@
 #!/bin/sh
 # Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX GENERATOR
 # Installs a copy, moves it, and builds and runs programs against it: two in C11 found through pkg-config, of which one
-# knows texts only, and two in C++ found through the CMake package. All must print what the installed tool prints.
+# knows texts only, and two in C++ found through the CMake package. All must print what the installed tool prints. In the
+# end what was installed is removed.
 # shellcheck disable=SC2046 # what pkg-config prints is words
 set -eu
 
-build=$1
-scratch=$2
+build=$(realpath "$1")
+mkdir -p "$2"
+scratch=$(realpath "$2")
 cc=$3
 cxx=$4
 generator=$5
@@ -69,6 +71,33 @@ cmake --build "$scratch/cpp" > "$scratch/cpp.log" 2>&1 || { cat "$scratch/cpp.lo
 expect "the C++ program converts" "$new" "$("$scratch/cpp/cpp_consumer" "$document")"
 expect "the C++ program converts texts" "$new" "$("$scratch/cpp/text_consumer" "$document")"
 
-cmake --install "$build" --prefix "$scratch/removed" > "$scratch/install.log"
-cmake --build "$build" --target uninstall > "$scratch/uninstall.log"
-expect "what is installed can be removed; left are" "" "$(find "$scratch/removed" ! -type d -o -name '*cnvrt*')"
+# left NAME: what is below $scratch/NAME.
+left() { find "$scratch/$1" ! -type d -o -name '*cnvrt*'; }
+
+# From a folder, and with paths, that mean nothing where the list of files is read.
+remove() { cmake --build "$build" --target uninstall > "$scratch/uninstall.log" 2>&1; }
+cd "$scratch"
+cmake --install "$build" --prefix removed > install.log
+[ ! -e "$build/python/library-path" ] || fail "A file of one user is left where another one may install next."
+grep -qx "$(pwd -P)/removed/bin/kcnvrt" "$build/install_manifest.txt" || fail "The list of files has no whole paths."
+remove
+expect "what is installed can be removed; left are" "" "$(left removed)"
+
+cmake --install "$build" --prefix kept > install.log
+cp "$build/install_manifest.txt" manifest.kept
+DESTDIR=other-root cmake --install "$build" --prefix "$scratch/kept" > install.log
+grep -qx "$(pwd -P)/other-root$(pwd -P)/kept/bin/kcnvrt" "$build/install_manifest.txt" ||
+    fail "The list of files does not say where DESTDIR has put them."
+remove
+expect "what DESTDIR has put elsewhere can be removed; left are" "" "$(left other-root)"
+[ -x kept/bin/kcnvrt ] || fail "What was installed elsewhere is removed, too."
+
+# A file that cannot be removed is a folder here, so that root cannot either; the list stays for who can.
+cp manifest.kept "$build/install_manifest.txt"
+rm kept/bin/kcnvrt
+mkdir -p kept/bin/kcnvrt/full
+! remove || fail "What cannot be removed is not told."
+grep -q '^  *[^ ].*/kept/bin/kcnvrt$' uninstall.log || fail "$(cat uninstall.log)"
+rmdir kept/bin/kcnvrt/full kept/bin/kcnvrt
+remove
+expect "what could not be removed can be later; left are" "" "$(left kept)"
