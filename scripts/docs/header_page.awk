@@ -11,32 +11,37 @@ function printed(text) {
 
 function put(line) { print line > page }
 
-# Lines of a comment: paragraphs, numbered ones, and indented lines, which stay as they are.
-function put_comment(count, i, text, is_literal) {
+# Lines of a comment: paragraphs, numbered or marked by a dash as they are, and indented lines, which stay as they are.
+function put_comment(count, i, text, is_literal, is_item) {
     for (i = 1; i <= count; i++) {
         text = comment[i]
-        if (is_literal != (text ~ /^   +[^ ]/ && !is_numbered)) {
+        if (is_literal != (text ~ /^   +[^ ]/ && !is_item)) {
             is_literal = !is_literal
             put(is_literal ? ".nf" : ".fi")
         }
-        if (text ~ /^ *$/) { put(".PP"); is_numbered = 0; continue }
-        if (text ~ /^[0-9]+\. /) {
-            put(".IP " substr(text, 1, index(text, " ") - 1) " 4")
-            sub(/^[0-9]+\. /, "", text)
-            is_numbered = 1
-        } else if (is_numbered) {
+        if (text ~ /^ *$/) {
+            is_item = 0
+            if (i < count && comment[i + 1] !~ /^([0-9]+\.|-) /) put(".PP")
+            continue
+        }
+        if (match(text, /^([0-9]+\.|-) /)) {
+            put(".IP " printed(substr(text, 1, RLENGTH - 1)) " 4")
+            text = substr(text, RLENGTH + 1)
+            is_item = 1
+        } else if (is_item) {
             sub(/^ +/, "", text)
         }
         put(printed(text))
     }
     if (is_literal) put(".fi")
-    is_numbered = 0
 }
 
 function put_declarations(i) {
     put(".PP\n.nf\n.B")
     for (i = 1; i <= declarations; i++) put("\\fB" printed(declaration[i]) "\\fR")
-    put(".fi\n.RS 4")
+    put(".fi")
+    if (comments == 0) return
+    put(".RS 4")
     put_comment(comments)
     put(".RE")
 }
@@ -47,19 +52,32 @@ function flush() {
     declarations = 0
 }
 
+function name_of(file) {
+    sub(/.*\//, "", file)
+    sub(/\.h$/, "", file)
+    return file
+}
+
+function put_see_also(i) {
+    flush()
+    put(".SH SEE ALSO")
+    for (i = 1; i < ARGC; i++)
+        if (ARGV[i] ~ /\.h$/ && name_of(ARGV[i]) != header) put(".BR " name_of(ARGV[i]) " (3),")
+    put(".BR kcnvrt (1)")
+}
+
 function start(name) {
     page = folder "/" name ".3"
     has_head = comments = declarations = 0
     put(".\\\" Made of the header.")
-    put(".TH \"" name "\" 3 \"\" \"k_cnvrt " version "\" \"k_cnvrt\"\n.SH NAME")
+    put(".TH \"" name "\" 3 \"\" \"k_cnvrt " version "\" \"k_cnvrt\"\n.ad l\n.nh\n.SH NAME")
 }
 
 function put_head(name, purpose) {
     purpose = comment[1]
     sub(/^[^:]*: /, "", purpose)
-    # The sentence may go on in the second line; the name's line has room for one.
     comment[1] = toupper(substr(purpose, 1, 1)) substr(purpose, 2)
-    sub(/\.$/, "", purpose)
+    sub(/\. .*|\.$/, "", purpose) # the first sentence
     put(name " \\- " printed(purpose))
     put(".SH SYNOPSIS\n.nf\n.B #include <" name ".h>\n.PP")
     put(printed("cc ... $(pkg-config --cflags --libs " package(name) ")") "\n.fi")
@@ -81,10 +99,8 @@ function link(line, name) {
 }
 
 FNR == 1 {
-    if (page != "") flush()
-    header = FILENAME
-    sub(/.*\//, "", header)
-    sub(/\.h$/, "", header)
+    if (page != "") put_see_also()
+    header = name_of(FILENAME)
     start(header)
     is_comment = 0
 }
@@ -111,4 +127,4 @@ is_left_out { if (/^#endif/) is_left_out = 0; next }
     depth += gsub(/\{/, "{") - gsub(/\}/, "}")
     link($0)
 }
-END { flush() }
+END { put_see_also() }

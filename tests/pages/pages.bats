@@ -40,3 +40,33 @@ options_of_page() { sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' "$PAGES/$1" | grep -o
         [[ $(head -c 4 "$page") = ".so " ]] || equal "$(groff -man -Tutf8 -ww -rLL=100n "$page" 2>&1 > /dev/null)" ""
     done
 }
+
+# shown PAGE: as on a terminal of 80 columns.
+shown() { groff -man -Tascii -rLL=80n -P-cbou "$PAGES/$1"; }
+
+@test "a header's page is named by its first sentence, which is whole" {
+    local page purpose
+    for page in include/k_cnvrt text/include/k_cnvrt_text support/include/k_conf support/include/k_err; do
+        purpose=$(sed -n '/^\.SH NAME/{n;s/.* \\- //;s/\\-/-/g;p}' "$PAGES/${page##*/}.3")
+        contains "$(sed -n 's/^ \* //p' "$ABI/../$page.h" | tr '\n' ' ')" "${page##*/}.h: $purpose. "
+    done
+}
+
+@test "each item of a list begins a line, and no name is broken at a hyphen" {
+    command -v groff > /dev/null || skip "groff is not installed"
+    shown k_conf.3 > page
+    equal "$(sed -nE 's/^ +- +(none|is none|does not fit|would nest).*/\1/p' page | tr '\n' ,)" \
+        "is none,does not fit,would nest,"
+    shown kcnvrt.1 > page
+    for command in $(commands); do grep -qE "(^| )kcnvrt-$command\(1\)" page; done
+    ! grep -nE '[a-z]-$' page
+}
+
+@test "each page of a header leads to the others" {
+    local page other
+    for page in k_cnvrt k_cnvrt_text k_conf k_err; do
+        for other in k_cnvrt k_cnvrt_text k_conf k_err; do
+            [ $page = $other ] || sed -n '/^\.SH SEE ALSO/,$p' "$PAGES/$page.3" | grep -qx "\.BR $other (3),"
+        done
+    done
+}

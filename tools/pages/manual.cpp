@@ -29,14 +29,14 @@ void append_head(std::string& page, const std::string& name, const char* purpose
     page.append(".\\\" Made of the tool's table of commands.\n.TH \"")
         .append(printed(name))
         .append("\" 1 \"\" \"kcnvrt ");
-    page.append(k_text_version()).append("\" \"kcnvrt\"\n.SH NAME\n").append(printed(name)).append(" \\- ");
+    page.append(k_text_version()).append("\" \"kcnvrt\"\n.ad l\n.nh\n.SH NAME\n").append(printed(name)).append(" \\- ");
     page.append(printed(purpose)).append("\n.SH SYNOPSIS\n");
 }
 
 void append_paragraphs(std::string& page, const std::string& text) {
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
-        page.append(".PP\n").append(printed(text.substr(start, end - start))).append("\n");
+        page.append(start == 0 ? "" : ".PP\n").append(printed(text.substr(start, end - start))).append("\n");
         start = end + 1;
     }
 }
