@@ -1,5 +1,5 @@
-# Where `cmake --install` puts what follows: what is relative is meant from the folder in which it is started, and becomes
-# whole, since the list of what is installed is read in another one.
+# Where `cmake --install` puts what follows: what is relative is meant from the folder in which it is started, and
+# becomes whole, since the list of what is installed is read in another one.
 install(CODE [[
     cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_PREFIX NORMALIZE)
     set(destination "$ENV{DESTDIR}")

@@ -46,10 +46,11 @@ outcomes() {
 
 # The libraries need Jansson, each other and the C library, and nothing else.
 check_needed() {
-    local needed
+    local needed major
+    major=$("$root/scripts/version.sh" --major)
     needed=$("$1-readelf" --dynamic "$cross/$1/release/lib/"lib*.so |
         sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | sort -u | xargs)
-    [ "$needed" = "libc.so.6 libjansson.so.4 libk_cnvrt.so.1 libk_support.so.1" ] ||
+    [ "$needed" = "libc.so.6 libjansson.so.4 libk_cnvrt.so.$major libk_support.so.$major" ] ||
         fail "$1: the libraries need $needed"
 }
 

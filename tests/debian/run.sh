@@ -40,11 +40,12 @@ same() {
 
 install() { quietly inside sh -c "apt-get install --yes --no-install-recommends $*"; }
 
+libraries=libk-cnvrt$("$here/../../scripts/version.sh" --major)
 version=$(dpkg-deb --field "$packages"/kcnvrt_*.deb Version)
 cp -r "$here/../../examples" "$here/../package" "$debian/new"
 old=/new/examples/home-gateway.old.json
 
-install /new/libk-cnvrt1_*.deb /new/kcnvrt_*.deb /new/python3-kcnvrt_*.deb
+install "/new/${libraries}_*.deb" /new/kcnvrt_*.deb /new/python3-kcnvrt_*.deb
 expect "the tool" "kcnvrt $version" "$(inside kcnvrt --version)"
 inside kcnvrt to-new --compact "$old" > "$packages/expected"
 [ -s "$packages/expected" ] || fail "The tool converts nothing."
@@ -61,6 +62,6 @@ quietly inside cmake -S /new/package/cpp_consumer -B /new/build
 quietly inside cmake --build /new/build
 inside sh -c '/new/build/cpp_consumer "$(cat '"$old"')"' | same "the C++ program"
 
-quietly inside apt-get purge --yes kcnvrt python3-kcnvrt libk-cnvrt-dev libk-cnvrt1
+quietly inside apt-get purge --yes kcnvrt python3-kcnvrt libk-cnvrt-dev "$libraries"
 expect "left when they are gone" "" "$(find "$debian/usr" -name '*k*cnvrt*' ! -path '*/share/doc/*')"
 rm -rf "$debian"

@@ -34,7 +34,7 @@ run
 [[ $said = *DESTDIR* ]] || fail "$said"
 
 for library in k_cnvrt k_support; do
-    found=$(find "$installed" -name "lib$library.so.1")
+    found=$(find "$installed" -name "lib$library.so")
     [ -n "$found" ] || fail "lib$library is not installed for the device."
     needed=$(readelf --dynamic "$found" | sed -n 's/.*NEEDED.*\[\(.*\)\]/\1/p')
     [[ $needed != *stdc++* ]] || fail "lib$library needs" "$needed"

@@ -45,7 +45,7 @@ install_it() {
     prefix=$root/system/usr/local
     [ -x "$prefix/bin/kcnvrt" ] || fail "kcnvrt is not below /usr/local."
     [ -e "$root/known-to-the-loader" ] || fail "The loader does not know the libraries."
-    LD_LIBRARY_PATH=$(dirname "$(find "$prefix" -name libk_cnvrt.so.1)")
+    LD_LIBRARY_PATH=$(dirname "$(find "$prefix" -name libk_cnvrt.so)")
     PKG_CONFIG_PATH=$LD_LIBRARY_PATH/pkgconfig
     export LD_LIBRARY_PATH PKG_CONFIG_PATH PATH=$prefix/bin:$PATH
 }

@@ -1,8 +1,8 @@
 #!/bin/sh
 # Usage: consumers.sh BUILD_FOLDER SCRATCH_FOLDER CC CXX GENERATOR
 # Installs a copy, moves it, and builds and runs programs against it: two in C11 found through pkg-config, of which one
-# knows texts only, and two in C++ found through the CMake package. All must print what the installed tool prints. In the
-# end what was installed is removed.
+# knows texts only, and two in C++ found through the CMake package. All must print what the installed tool prints.
+# In the end what was installed is removed.
 # shellcheck disable=SC2046 # what pkg-config prints is words
 set -eu
 

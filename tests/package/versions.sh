@@ -68,6 +68,13 @@ expect "the name of the Debian package of the libraries" "libk-cnvrt$major" \
     "$(sed -n 's/^Package: \(libk-cnvrt[0-9]*\)$/\1/p' "$root/debian/control")"
 expect "the file lists of that package" "libk-cnvrt$major.install" \
     "$(cd "$root/debian" && echo libk-cnvrt[0-9]*.install)"
+# What is written by hand of the number in SONAMEs. What a release was is said by CHANGELOG.md, and stays.
+cd "$root" || exit 1
+others=$(grep -rnoEI --exclude-dir=__pycache__ "libk_(support|cnvrt|cnvrt_text)[.]so[.][0-9]+|libk-cnvrt[0-9]+" \
+    README.md docs cmake debian python wasm page scripts examples tests/debian tests/guide tests/python tests/wasm |
+    grep -vE "[^0-9]$major$")
+[ -z "$others" ] || fail "The first number of the version is $major, and not that of:" "$others"
+
 expect "the npm package, whose version the module says," "0.0.0" \
     "$(sed -n 's/^  "version": "\(.*\)",$/\1/p' "$root/wasm/npm/package.json")"
 

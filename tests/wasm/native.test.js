@@ -9,7 +9,7 @@ import { documents, numbers } from './documents.js';
 import { example, root } from './tools.js';
 
 const native = join(root, 'build/release');
-const library = join(native, 'lib/libk_cnvrt_text.so.1');
+const library = join(native, 'lib/libk_cnvrt_text.so');
 const settings = { PYTHONPATH: join(root, 'python'), PYTHONDONTWRITEBYTECODE: '1', KCNVRT_LIBRARY: library };
 const COUNT = 2000;
 
