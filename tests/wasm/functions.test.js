@@ -184,5 +184,13 @@ test('what cannot be meant is thrown', () => {
         () => find('{}', null),
     ];
     for (const call of calls) assert.throws(call, TypeError, String(call));
+    const noOptions = { name: 'TypeError', message: 'the options are no object' };
+    for (const options of [null, 5, true, 'partial', [], () => {}]) {
+        assert.throws(() => toNew('{}', options), noOptions);
+        assert.throws(() => convert('{}', options), noOptions);
+        assert.throws(() => diff('{}', '{}', options), noOptions);
+        assert.throws(() => section('dns', '{}', options), noOptions);
+        assert.throws(() => explain('{}', '', options), noOptions);
+    }
     assert.equal(toNew('{}').status, 'converted');
 });

@@ -134,6 +134,18 @@ test('a bundle for a page has everything inside', () => {
     assert.equal(page.answer.output, converted);
 });
 
+test('a bundle works in browsers of some years ago', () => {
+    const source = `import { explain, toNew } from 'k-cnvrt/inline';
+        globalThis.answers = [toNew(text), explain(text, '/\u20ac'), toNew('"\ud800"')];`;
+    const path = bundle('older', source, '--format=iife', '--platform=browser', '--target=chrome109,firefox115');
+    const text = '{"lang": "de", "\u20ac": "\u{1F600}"}';
+    const page = { text, WebAssembly, TextEncoder, TextDecoder, atob, crypto, Uint8Array, Uint32Array };
+    vm.createContext(page);
+    vm.runInContext('delete String.prototype.isWellFormed; delete ArrayBuffer.prototype.resize;', page);
+    vm.runInContext(readFileSync(path, 'utf8'), page);
+    assert.deepEqual(Array.from(page.answers, ({ status }) => status), ['converted', 'converted', 'unreadable']);
+});
+
 test('a bundle for Node finds the module beside it', () => {
     const source = "import { toNew } from 'k-cnvrt'; console.log(toNew('{}', { indent: 'compact' }).output);";
     const path = bundle('node', source, '--format=esm', '--platform=node');

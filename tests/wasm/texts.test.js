@@ -90,6 +90,60 @@ test('bytes that were transferred elsewhere are thrown: they are not an empty te
     assert.equal(toNew('{}').status, 'converted');
 });
 
+// A view of a buffer that may change its size.
+function resizable(bytes, offset = 0) {
+    const buffer = new ArrayBuffer(offset + bytes.length, { maxByteLength: 2 ** 16 });
+    new Uint8Array(buffer).set(bytes, offset);
+    return buffer;
+}
+
+test('a view of a buffer that changes its size is what it is at the time', () => {
+    const bytes = bytesOf('{"lang": "de"}');
+    const answer = toNew(bytes);
+    const buffer = resizable(bytes, 10);
+    const rest = new Uint8Array(buffer, 10);
+    const part = new Uint8Array(buffer, 10, bytes.length);
+    buffer.resize(buffer.byteLength + 5); // with NUL bytes
+    assert.deepEqual(toNew(part), answer);
+    assert.match(toNew(rest).problems[0].message, /^a NUL byte/);
+    new Uint8Array(buffer).fill(32, 10 + bytes.length);
+    assert.deepEqual(toNew(rest), answer);
+    const shared = new SharedArrayBuffer(bytes.length, { maxByteLength: 2 ** 16 });
+    new Uint8Array(shared).set(bytes);
+    const growing = new Uint8Array(shared);
+    assert.deepEqual(toNew(growing), answer);
+    shared.grow(bytes.length + 1);
+    assert.match(toNew(growing).problems[0].message, /^a NUL byte/);
+    assert.deepEqual(toNew(resizable(bytes)), answer);
+});
+
+test('bytes whose buffer has become too small for them are thrown: they are not an empty text', () => {
+    const isGone = { name: 'TypeError', message: /^the bytes of (text|the second text|base) are gone/ };
+    const buffer = resizable(bytesOf('{"lang": "de"}'));
+    const views = [new Uint8Array(buffer, 0, 14), new Uint8Array(buffer, 5), new Uint8Array(buffer, 13, 1)];
+    buffer.resize(4);
+    for (const gone of views) {
+        assert.throws(() => toNew(gone), isGone);
+        assert.throws(() => diff('{}', gone), isGone);
+        assert.throws(() => toNew('{}', { base: gone }), isGone);
+    }
+    buffer.resize(5);
+    assert.equal(toNew(views[1]).problems[0].message, 'there is nothing: the text is empty');
+});
+
+test('what bytes are is told by what they are, whatever they are called', () => {
+    class Renamed extends Uint8Array {
+        get [Symbol.toStringTag]() {
+            return 'Renamed';
+        }
+    }
+    assert.deepEqual(toNew(Renamed.from(bytesOf(oldHome))), toNew(oldHome));
+    for (const name of ['Uint8Array', 'ArrayBuffer']) {
+        const called = { [Symbol.toStringTag]: name, buffer: new ArrayBuffer(2), byteOffset: 0, byteLength: 2 };
+        assert.throws(() => toNew(called), { name: 'TypeError', message: /^text is neither a string nor/ });
+    }
+});
+
 test('a text with nothing in it says so', () => {
     const empty = ['', new Uint8Array(), new ArrayBuffer(0), bytesOf('{}').subarray(2)];
     areUnreadable(empty.map((text) => [text, 'there is nothing: the text is empty', 0, 0]));

@@ -2,7 +2,7 @@
 import { ask, find } from './answer.js';
 import * as header from './header.js';
 import { Instance } from './instance.js';
-import { isNew, settingsOf, towards } from './request.js';
+import { isNew, optionsOf, settingsOf, towards } from './request.js';
 import { nameOf, sourceOf } from './text.js';
 
 /** Compiles the module from its bytes, or from a response while it arrives, whatever type the server gives it. */
@@ -19,16 +19,19 @@ export async function compile(source) {
 export function createConverter(module) {
     const instance = new Instance(module);
 
-    const about = (operation, text, { base, ...options } = {}, { flags, ...names } = {}) => {
+    const about = (operation, text, given, { flags, ...names } = {}) => {
+        const { base, ...options } = optionsOf(given);
         const other = base === undefined ? null : sourceOf(base, 'base');
         const sources = { text: sourceOf(text, 'text'), other };
         return ask(instance, { operation, ...names, ...sources, ...settingsOf(options, flags) });
     };
-    const eitherWay = (operation, text, { to, ...options } = {}, names = {}) =>
-        about(operation, text, options, { flags: towards(to), ...names });
-    const between = (operation, text, other, name, options = {}) => {
+    const eitherWay = (operation, text, given, names = {}) => {
+        const { to, ...options } = optionsOf(given);
+        return about(operation, text, options, { flags: towards(to), ...names });
+    };
+    const between = (operation, text, other, name, options) => {
         const sources = { text: sourceOf(text, 'text'), other: sourceOf(other, name) };
-        return ask(instance, { operation, ...sources, ...settingsOf(options) });
+        return ask(instance, { operation, ...sources, ...settingsOf(optionsOf(options)) });
     };
 
     return {
@@ -39,7 +42,8 @@ export function createConverter(module) {
         losses: (text, options) => eitherWay(header.K_TEXT_LOSSES, text, options),
         explain: (text, pointer, options) =>
             eitherWay(header.K_TEXT_EXPLAIN, text, options, { pointer: nameOf(pointer, 'the pointer') }),
-        section: (name, text, { to, ...options } = {}) => {
+        section: (name, text, given) => {
+            const { to, ...options } = optionsOf(given);
             const operation = isNew(to) ? header.K_TEXT_SECTION_TO_NEW : header.K_TEXT_SECTION_TO_OLD;
             return about(operation, text, options, { section: nameOf(name, 'the name of a section') });
         },

@@ -13,6 +13,12 @@ const FLAGS = {
     fromResult: header.K_TEXT_FROM_RESULT,
 };
 
+/** The options of a call, none where they are left out. */
+export function optionsOf(options = {}) {
+    if (typeof options === 'object' && options !== null && !Array.isArray(options)) return options;
+    throw new TypeError('the options are no object');
+}
+
 /** The direction of an operation that finds it out by itself where no layout is given. */
 export function towards(layout) {
     if (layout === undefined) return 0;

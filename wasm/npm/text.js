@@ -2,22 +2,42 @@
 
 const encoder = new TextEncoder();
 
-// Told by what they are, not by `instanceof`: they may come from another frame, or another context of Node.
-function bytesOf(text) {
-    const kind = Object.prototype.toString.call(text);
-    if (kind === '[object ArrayBuffer]') return new Uint8Array(text);
-    if (kind === '[object Uint8Array]') return new Uint8Array(text.buffer, text.byteOffset, text.byteLength);
-    return null;
+// What a value is, is asked of itself: `instanceof` fails for one of another frame, or another context of Node, and a
+// name can be anybody's.
+const typedArray = Object.getPrototypeOf(Uint8Array.prototype);
+const getter = (prototype, name) => Object.getOwnPropertyDescriptor(prototype, name).get;
+const kindOfArray = getter(typedArray, Symbol.toStringTag);
+const lengthOfBuffer = getter(ArrayBuffer.prototype, 'byteLength');
+
+function isBuffer(text) {
+    try {
+        lengthOfBuffer.call(text);
+        return true;
+    } catch {
+        return false;
+    }
 }
 
-// What an array cannot be made of has been detached.
+function bytesOf(text) {
+    if (isBuffer(text)) return new Uint8Array(text);
+    if (kindOfArray.call(text) !== 'Uint8Array') return null;
+    typedArray.keys.call(text); // fails where the buffer does not have the bytes any more
+    return new Uint8Array(text.buffer, text.byteOffset, text.byteLength);
+}
+
+// What an array cannot be made of has been detached, or is smaller than it was.
 function givenBytes(text, name) {
     try {
         return bytesOf(text);
     } catch {
-        throw new TypeError(`the bytes of ${name} are gone: their buffer has been transferred elsewhere`);
+        throw new TypeError(
+            `the bytes of ${name} are gone: their buffer has been transferred elsewhere, or made smaller`,
+        );
     }
 }
+
+// A lone surrogate: half of a character, which no UTF-8 has.
+const LONE_SURROGATE = /\p{Surrogate}/u;
 
 /**
  * The bytes of a text, and the string that it was given as, null where it was not one. `name` is what messages call the
@@ -32,18 +52,18 @@ export function sourceOf(text, name) {
 
 /** A NUL-terminated name, for C. Half of a character would become another one in silence. */
 export function nameOf(name, what) {
-    if (typeof name !== 'string' || name.includes('\0') || !name.isWellFormed())
+    if (typeof name !== 'string' || name.includes('\0') || LONE_SURROGATE.test(name))
         throw new TypeError(`${what} is not a string without NUL and without halves of characters`);
     return encoder.encode(`${name}\0`);
 }
 
 /**
- * The place of a lone surrogate, which no UTF-8 has: an encoder would put another character there in silence. Null
- * where there is none.
+ * The place of a lone surrogate: an encoder would put another character there in silence. Null where there is none.
  */
 export function brokenCharacter({ bytes, string }) {
-    if (string === null || string.length === bytes.length || string.isWellFormed()) return null;
-    const offset = string.search(/\p{Surrogate}/u);
+    if (string === null || string.length === bytes.length) return null;
+    const offset = string.search(LONE_SURROGATE);
+    if (offset < 0) return null;
     const lines = string.slice(0, offset).split('\n');
     return { offset, line: lines.length, column: [...lines[lines.length - 1]].length + 1 };
 }

@@ -132,8 +132,8 @@ export interface SectionOptions extends ConversionOptions, BaseOptions {
 
 /*
  * What the functions throw is a TypeError for an argument of another type, a layout other than these two and an option
- * that there is not, for bytes whose buffer was transferred elsewhere, and for a name or a pointer with a NUL or half
- * of a character in it. Whatever happens to a text is an answer.
+ * that there is not, for bytes whose buffer was transferred elsewhere or made smaller than they are, and for a name or
+ * a pointer with a NUL or half of a character in it. Whatever happens to a text is an answer.
  */
 export interface Converter {
     /** An old configuration in the new layout. */
