@@ -13,6 +13,7 @@ import { lintGutter, setDiagnostics } from '@codemirror/lint';
 import { search, searchKeymap } from '@codemirror/search';
 import { EditorState } from '@codemirror/state';
 import {
+    closeHoverTooltips,
     drawSelection,
     EditorView,
     highlightActiveLine,
@@ -112,9 +113,11 @@ export class Editor {
     /** Marks at the places of problems. */
     set problems(problems) {
         const marks = problems.filter(({ offset }) => offset !== null).slice(0, MOST_MARKS);
+        const { doc } = this.view.state;
         const diagnostics = marks.map(({ offset, length, severity, message, pointer }) => ({
             from: Math.min(offset, this.length),
-            to: Math.min(offset + length, this.length),
+            // Of what has many lines the first is enough.
+            to: Math.min(offset + length, doc.lineAt(Math.min(offset, this.length)).to),
             severity: SEVERITIES[severity],
             message: pointer ? `${pointer}: ${message}` : message,
         }));
@@ -141,6 +144,11 @@ export class Editor {
 
     focus() {
         this.view.focus();
+    }
+
+    /** Sends away what the resting mouse was told. */
+    closeTooltips() {
+        this.view.dispatch({ effects: closeHoverTooltips });
     }
 }
 

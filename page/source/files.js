@@ -15,16 +15,25 @@ function refusal(name, bytes) {
     return `${name} is not a text in UTF-8`;
 }
 
+async function bytesOf(file) {
+    try {
+        return new Uint8Array(await file.arrayBuffer());
+    } catch {
+        throw new NotText(`${file.name} cannot be read: it is a folder, or not there any more`);
+    }
+}
+
 /** { name, text, note } of a file, where the note is null or says what was changed. Fails with NotText. */
 export async function readFile(file) {
     if (file.size > LARGEST) throw new NotText(`${file.name} has ${Math.round(file.size / 1e6)} MB: kcnvrt takes it`);
-    const bytes = new Uint8Array(await file.arrayBuffer());
+    const bytes = await bytesOf(file);
     let text;
     try {
         text = new TextDecoder('utf-8', { fatal: true, ignoreBOM: true }).decode(bytes);
     } catch {
         throw new NotText(refusal(file.name, bytes));
     }
+    if (text === '' || text === BYTE_ORDER_MARK) throw new NotText(`${file.name} is empty`);
     if (!text.startsWith(BYTE_ORDER_MARK)) return { name: file.name, text, note: null };
     return {
         name: file.name,

@@ -12,7 +12,7 @@ import { showEmptyLists, showLists, showPane, step } from './lists.js';
 import { followLinks, linkable, nextLink, refreshLinks } from './links.js';
 import { copyOf } from './masks.js';
 import { editors, page, settings, unchanged } from './page.js';
-import { CONVERTING, EMPTY, failed, layoutMade, stateOf } from './states.js';
+import { CONVERTING, EMPTY, failed, isOfBase, layoutMade, stateOf } from './states.js';
 import { followTheme } from './theme.js';
 
 // How long typing has to rest before a text of some length is converted, in milliseconds.
@@ -72,10 +72,25 @@ function paste(event) {
     return true;
 }
 
+// The number of the text that was opened last in each editor.
+const opened = new Map();
+let openings = 0;
+
+// Texts that are opened one after the other may be ready in another order: tells whether this one may be shown still,
+// and that it is.
+function turn(editor) {
+    const own = ++openings;
+    return () => {
+        if (own < opened.get(editor)) return false;
+        opened.set(editor, own);
+        return true;
+    };
+}
+
 // A large text is shown when its secrets are known: to look for them here would hold the page up.
-async function load(name, text, note = null) {
+async function load(name, text, note = null, takeTurn = turn(input)) {
     const secrets = text.length > LARGE ? await masker.ask('secretsIn', { text }).catch(() => null) : null;
-    if (secrets === SUPERSEDED) return;
+    if (secrets === SUPERSEDED || !takeTurn()) return;
     page.name = name;
     page.isExample = false;
     page.isFresh = true;
@@ -110,11 +125,11 @@ function question() {
 async function convert() {
     clearTimeout(timer);
     if (input.length === 0) return showEmpty();
-    const isCurrent = unchanged(input);
+    const isCurrent = [unchanged(input), unchanged(base)];
     const slow = setTimeout(() => showStale(true), 150);
     try {
         const answer = await converter.ask(...question());
-        if (answer !== SUPERSEDED && isCurrent()) showAnswer(answer);
+        if (answer !== SUPERSEDED && isCurrent.every((is) => is())) showAnswer(answer);
     } catch (error) {
         showAnswer(failed(error));
     }
@@ -138,7 +153,9 @@ function showAnswer(answer) {
     page.answer = answer;
     showStale(false);
     showState(stateOf(answer));
-    input.secrets = answer.inputSecrets ?? [];
+    // Without an answer those that are known stay masked.
+    if (answer.inputSecrets !== undefined) input.secrets = answer.inputSecrets;
+    if (answer.baseSecrets !== undefined) base.secrets = answer.baseSecrets;
     page.isKept = answer.status === 'unreadable' && result.length > 0 && !page.isFresh;
     if (!page.isKept) result.replace(answer.output ?? '', answer.outputSecrets ?? []);
     byId('result').dataset.kept = String(page.isKept);
@@ -170,23 +187,34 @@ function isIncomplete() {
     return page.answer?.status === 'rejected' && page.answer.output !== null;
 }
 
-const KEPT = 'As it was when the input could be read last.';
+const DIFFERENCES = { patch: 'JSON Patch', merge: 'JSON Merge Patch' };
+
+// The layout that the input has, where the answer says it.
+function layoutRead(answer) {
+    if (answer === null || (answer.status === 'wrong-layout' && !isOfBase(answer))) return null;
+    return { new: 'old layout', old: 'new layout' }[layoutMade(answer)];
+}
 
 function showFacts() {
     const { answer } = page;
     const layout = answer && layoutMade(answer);
-    const source = { new: 'old layout', old: 'new layout' }[layout];
     const facts = (...parts) => parts.filter(Boolean).join(' · ');
     const size = (editor) => editor.length > 0 && sizeText(editor.length);
-    byId('input-facts').textContent = facts(page.isExample ? 'an example' : page.name, source, size(input));
-    const kind = base.length > 0 ? { patch: 'JSON Patch', merge: 'JSON Merge Patch' }[byId('base-result').value] : null;
-    byId('result-facts').textContent =
-        result.length > 0 ? facts(kind ?? (layout && `${layout} layout`), size(result)) : '';
+    byId('input-facts').textContent = facts(page.isExample ? 'an example' : page.name, layoutRead(answer), size(input));
+    const kind = base.length > 0 ? DIFFERENCES[byId('base-result').value] : null;
+    if (!page.isKept) page.made = kind ?? (layout && `${layout} layout`);
+    byId('result-facts').textContent = result.length > 0 ? facts(page.made, size(result)) : '';
     for (const id of ['copy', 'save']) byId(id).disabled = result.length === 0 || page.isKept;
     showBanner('input-banner', page.note);
-    const left = answer?.problems.filter((problem) => problem.function === 'partial').length;
-    const incomplete = isIncomplete() && `Incomplete: ${countText(left, 'member')} with errors left out.`;
-    showBanner('result-banner', page.isKept ? KEPT : incomplete);
+    showBanner('result-banner', page.isKept ? keptWords(answer) : isIncomplete() && incompleteWords(answer));
+}
+
+const keptWords = (answer) => `As it was when the ${isOfBase(answer) ? 'base' : 'input'} could be read last.`;
+
+function incompleteWords({ problems }) {
+    const left = problems.filter((problem) => problem.function === 'partial').length;
+    const words = `Incomplete: ${countText(left, 'member')} with errors left out`;
+    return base.length > 0 ? `${words}, which the base would lose.` : `${words}.`;
 }
 
 function showBanner(id, words) {
@@ -209,18 +237,20 @@ function showSections() {
 // One click that does what the words of the state say.
 function showRemedy() {
     const button = byId('remedy');
-    const isWrong = page.answer?.status === 'wrong-layout' && base.length === 0 && byId('towards').value !== '';
-    button.hidden = !isWrong;
-    button.textContent = 'Convert it the other way';
+    const hasSection = byId('section').value !== '';
+    const isChosen = hasSection || byId('towards').value !== '';
+    button.hidden = !(page.answer?.status === 'wrong-layout' && !isOfBase(page.answer) && isChosen);
+    button.textContent = hasSection ? 'Convert everything' : 'Convert it the other way';
 }
 
 // Files
 
 async function openFile(file, editor = input) {
+    const takeTurn = turn(editor);
     try {
         const { name, text, note } = await readFile(file);
-        if (editor === input) load(name, text, note);
-        else editor.load(text);
+        if (editor === input) load(name, text, note, takeTurn);
+        else if (takeTurn()) editor.load(text);
     } catch (error) {
         if (!(error instanceof NotText)) throw error;
         tell(error.message);
@@ -274,7 +304,7 @@ byId('copy').addEventListener('click', copy);
 byId('save').addEventListener('click', save);
 byId('keys').addEventListener('click', () => byId('keys-dialog').showModal());
 byId('remedy').addEventListener('click', () => {
-    byId('towards').value = '';
+    for (const id of ['towards', 'section']) byId(id).value = '';
     convert();
 });
 byId('towards').addEventListener('change', () => {
@@ -301,11 +331,16 @@ function movePart(direction) {
     (next === '#input' ? input : result).focus();
 }
 
+function closeTooltips() {
+    for (const editor of [input, result, base]) editor.closeTooltips();
+}
+
 addEventListener('keydown', (event) => {
     const key = event.key.toLowerCase(); // also with Caps Lock
     const isCommand = (event.ctrlKey || event.metaKey) && !event.altKey && !event.shiftKey;
     if (isCommand && key === 's') save();
     else if (isCommand && key === 'o') byId('file').click();
+    else if (event.key === 'Escape') return closeTooltips();
     else if (event.key === 'F6') movePart(event.shiftKey ? -1 : 1);
     else if (event.key === 'F1') tellMember();
     else if (event.key === 'F8' && !event.defaultPrevented) step(event.shiftKey ? -1 : 1);
@@ -338,7 +373,9 @@ addEventListener(
         event.preventDefault();
         event.stopPropagation();
         byId('drop').hidden = true;
-        openFile(event.dataTransfer.files[0], byId('base').contains(event.target) ? base : input);
+        const [file, ...others] = event.dataTransfer.files;
+        if (others.length > 0) tell(`Of ${others.length + 1} files only ${file.name} is opened`);
+        openFile(file, byId('base').contains(event.target) ? base : input);
     },
     true,
 );

@@ -9,6 +9,7 @@ export const page = {
     showsSecrets: false,
     isKept: false, // the result is of an earlier input, since this one cannot be read
     answer: null, // the one that is shown
+    made: [], // what the result is, in words
     sections: { new: [], old: [] },
 };
 

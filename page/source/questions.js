@@ -1,10 +1,12 @@
 // What the page asks the worker, one function a question.
-import { apply, convert, diff, explain, losses, section, toNew } from 'k-cnvrt/inline';
+import { apply, convert, diff, explain, losses, section } from 'k-cnvrt/inline';
 import { differenceSecretsOf, operationsOf } from './difference.js';
 import { memberMeant, members, membersOf, skipBlanks } from './json_text.js';
 import { secretsOf } from './secrets.js';
 
 const OTHER = { new: 'old', old: 'new' };
+
+const layoutOf = ({ direction }) => direction.slice('to-'.length);
 
 function converted({ text, to, section: name, showSecrets }) {
     if (name === null) return convert(text, { to: to ?? undefined, partial: true, showSecrets });
@@ -20,29 +22,39 @@ export function conversion(about) {
 
 /** What the conversion changes in a base, as a difference, or the base with that applied. */
 export function changes({ base, mergePatch, isApplied, ...about }) {
-    const answer = againstBase({ base, mergePatch, ...about });
-    if (answer.output === null || !isApplied) return withSecrets(answer, about.text, differenceSecretsOf);
-    const applied = apply(base, answer.output, { showSecrets: about.showSecrets });
-    return withSecrets(
-        { ...answer, ...applied, problems: [...answer.problems, ...applied.problems] },
-        about.text,
-        secretsOf,
-    );
-}
-
-function withSecrets(answer, text, secretsOfOutput) {
-    return { ...answer, inputSecrets: secretsOf(text), outputSecrets: secretsOfOutput(answer.output ?? '') };
-}
-
-// The library compares with a base on the way to the new layout; on the way to the old one two texts are compared.
-function againstBase({ base, mergePatch, ...about }) {
-    const answer = converted(about);
-    if (answer.output === null) return answer;
     const { showSecrets } = about;
-    if (about.section === null && answer.direction === 'to-new')
-        return { ...toNew(about.text, { base, mergePatch, showSecrets }), direction: 'to-new' };
-    const difference = diff(base, answer.output, { mergePatch, showSecrets });
-    return { ...difference, direction: answer.direction, problems: [...answer.problems, ...difference.problems] };
+    const change = against(base, converted(about), about.section === null, { mergePatch, showSecrets });
+    const isDone = change.output !== null && isApplied;
+    const answer = isDone ? followedBy(change, apply(base, change.output, { showSecrets })) : change;
+    const secretsOfOutput = isApplied ? secretsOf : differenceSecretsOf;
+    return {
+        ...answer,
+        inputSecrets: secretsOf(about.text),
+        baseSecrets: secretsOf(base),
+        outputSecrets: secretsOfOutput(answer.output ?? ''),
+    };
+}
+
+// What was made of the text, compared with the base, also where that is a part of what it should be.
+function against(base, answer, isWhole, options) {
+    if (answer.output === null) return answer;
+    if (isWhole && convert(base, { to: OTHER[layoutOf(answer)] }).status === 'wrong-layout')
+        return followedBy(answer, inOtherLayout(layoutOf(answer)));
+    return followedBy(answer, diff(base, answer.output, options));
+}
+
+// The answer after another operation, whose first text was the base. Where that fails, it is what is said first.
+function followedBy(answer, { status, output, problems }) {
+    const ofBase = problems.map((problem) => ({ ...problem, which: 'other' }));
+    if (status === 'converted') return { ...answer, output, problems: [...answer.problems, ...ofBase] };
+    return { ...answer, status, output: null, problems: [...ofBase, ...answer.problems] };
+}
+
+function inOtherLayout(layout) {
+    const place = { pointer: '', line: 1, column: 1, offset: 0, length: 0 };
+    const message = `the base is not in the ${layout} layout, as the result is`;
+    const problem = { severity: 'error', ...place, function: 'layout', message };
+    return { status: 'wrong-layout', output: null, problems: [problem] };
 }
 
 // An old configuration that ties its VLANs to DSL services, which its new layout does not show.
@@ -55,7 +67,7 @@ function tiesVlansToDsl(text) {
 export function thereAndBack(about) {
     const there = converted(about);
     if (there.output === null || there.direction === null) return null;
-    const to = OTHER[there.direction.slice('to-'.length)];
+    const to = OTHER[layoutOf(there)];
     const dslVlan = to === 'old' && tiesVlansToDsl(about.text);
     const back = convert(there.output, { to, partial: true, dslVlan });
     if (back.output === null) return null;

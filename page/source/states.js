@@ -14,6 +14,9 @@ function first(problems) {
     return problems[0]?.message.split('\n')[0] ?? '';
 }
 
+/** Whether it is the base, and not the input, that is not what it should be. */
+export const isOfBase = ({ status, problems }) => status !== 'converted' && problems[0]?.which === 'other';
+
 function converted({ direction, problems }) {
     const errors = count(problems, 'error');
     const words = withCounts(`Converted to the ${NAMES[direction]} layout`, problems);
@@ -30,8 +33,12 @@ function rejected({ problems, output }) {
 const STATES = {
     converted,
     rejected,
-    'wrong-layout': ({ problems }) => ({ kind: 'bad', words: `Another layout: ${first(problems)}` }),
-    unreadable: ({ problems }) => ({ kind: 'bad', words: `Not readable: ${first(problems)}` }),
+    // Behind a semicolon the tool's options stand; here a button does what they do.
+    'wrong-layout': ({ problems }) => ({ kind: 'bad', words: `Another layout: ${first(problems).split(';')[0]}` }),
+    unreadable: (answer) => ({
+        kind: 'bad',
+        words: `${isOfBase(answer) ? 'The base is not readable' : 'Not readable'}: ${first(answer.problems)}`,
+    }),
     'wrong-usage': ({ problems }) => ({ kind: 'bad', words: `Not possible: ${first(problems)}` }),
     'out-of-memory': () => ({ kind: 'bad', words: 'Too large for a page: kcnvrt takes larger ones' }),
     stopped: () => ({

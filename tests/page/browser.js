@@ -141,6 +141,19 @@ export function browserForTests() {
     };
 }
 
+/** What is run in a new window, and before the script of each of its workers: functions without arguments. */
+export function initially({ inPage = () => {}, inWorkers }) {
+    const prelude = (text) => {
+        const { Blob } = window;
+        window.Blob = class extends Blob {
+            constructor(parts, options) {
+                super(options?.type === 'text/javascript' ? [text, ...parts] : parts, options);
+            }
+        };
+    };
+    return `(${inPage})(); (${prelude})(${JSON.stringify(`(${inWorkers})();\n`)})`;
+}
+
 /** Waits until something is so. */
 export async function until(page, isDone) {
     for (let i = 0; i < 600 && !(await isDone()); ++i) await page.waitForTimeout(50);

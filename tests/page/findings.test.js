@@ -1,7 +1,18 @@
 // What the page finds: problems, losses, what belongs together, and what is different there and back.
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { broken, browserForTests, framed, openFile, rows, selected, status, until } from './browser.js';
+import {
+    broken,
+    browserForTests,
+    framed,
+    openFile,
+    putCursor,
+    rows,
+    selected,
+    settled,
+    status,
+    until,
+} from './browser.js';
 
 const within = browserForTests();
 
@@ -76,6 +87,59 @@ test('what belongs to the member at the cursor lights up on the other side, and 
         await page.locator('#input .cm-line', { hasText: '"lang"' }).click();
         await page.waitForTimeout(600);
         assert.deepEqual(await framed(page, 'result', 'partner'), []);
+    });
+});
+
+// Keeps the answers of workers about links until they are let through, in `held`.
+function holdLinks() {
+    window.held = [];
+    window.Worker = class extends Worker {
+        set onmessage(take) {
+            super.onmessage = (event) => {
+                if (event.data.answer?.partners === undefined) take(event);
+                else window.held.push(() => take(event));
+            };
+        }
+    };
+}
+
+test('an answer about links that comes too late is dropped', async () => {
+    await within({ init: holdLinks }, async (page) => {
+        await openFile(page, 'gateway.json', '{\n"lang": "de",\n"nobody": 1,\n"max_table_id": 5\n}');
+        const words = () => page.locator('#links-words').textContent();
+        const isHeld = () => page.waitForFunction(() => window.held.length > 0);
+        // What is done while the answer is on its way; then it comes, and what it would say is looked for.
+        const letThrough = (meanwhile = () => {}) =>
+            page.evaluate(async (meanwhile) => {
+                const { view } = document.querySelector('#input .cm-content').cmTile;
+                new Function('view', `(${meanwhile})(view)`)(view);
+                for (const answer of window.held.splice(0)) answer();
+                await new Promise((done) => setTimeout(done, 20));
+                return document.querySelectorAll('.cm-partner').length;
+            }, String(meanwhile));
+
+        await putCursor(page, 'input', '"lang"', 1);
+        await isHeld();
+        assert.equal(await letThrough((view) => view.dispatch({ changes: { from: 0, insert: ' ' } })), 0);
+        await settled(page);
+        await isHeld(); // the same question about the other text
+        assert.equal(await letThrough(), 1);
+        assert.match(await words(), /^\/lang becomes/);
+
+        await putCursor(page, 'input', '"max_table_id"', 1);
+        await isHeld();
+        await putCursor(page, 'input', '"nobody"', 1);
+        await page.waitForTimeout(600); // the cursor has rested there
+        await letThrough();
+        assert.match(await words(), /^\/lang becomes/);
+        await isHeld();
+        await letThrough();
+        assert.equal(await words(), '/nobody is lost.');
+
+        await putCursor(page, 'input', '"lang"', 1);
+        await isHeld();
+        assert.equal(await letThrough(() => document.querySelector('#links-switch').click()), 0);
+        assert.equal(await words(), '');
     });
 });
 

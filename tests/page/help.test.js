@@ -80,6 +80,20 @@ test('the resting mouse tells of a member, on either side', async () => {
     });
 });
 
+test('Escape sends away what the resting mouse was told, wherever the focus is', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.json', withAuth);
+        for (const focused of ['#input .cm-content', '#copy']) {
+            await page.mouse.move(5, 5);
+            await page.locator('#input .cm-line', { hasText: '"auth"' }).locator('span').first().hover();
+            await page.locator('.cm-tooltip-hover .member').waitFor();
+            await page.locator(focused).focus();
+            await page.keyboard.press('Escape');
+            await page.locator('.cm-tooltip-hover').waitFor({ state: 'detached', timeout: 3000 });
+        }
+    });
+});
+
 test('F1 tells of the member at the cursor, follows it, and Escape leads back', async () => {
     await within({}, async (page) => {
         await openFile(page, 'gateway.json', withAuth);

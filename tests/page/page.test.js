@@ -6,6 +6,7 @@ import {
     broken,
     browserForTests,
     example,
+    initially,
     input,
     openFile,
     packaged,
@@ -245,5 +246,43 @@ test('the footer says the version and the checksum of the module', async () => {
     await within({}, async (page) => {
         assert.match(await page.locator('#version').textContent(), /^k_cnvrt \d+\.\d+\.\d+$/);
         assert.match(await page.locator('#checksum').textContent(), /^[0-9a-f]{64}$/);
+    });
+});
+
+// What the oldest browsers that the page is built for do not have.
+function age() {
+    const newer = [
+        [String.prototype, 'isWellFormed', 'toWellFormed'],
+        [Array.prototype, 'toReversed', 'toSorted', 'toSpliced', 'with'],
+        [Array, 'fromAsync'],
+        [Object, 'groupBy'],
+        [Map, 'groupBy'],
+        [Promise, 'try', 'withResolvers'],
+        [URL, 'canParse', 'parse'],
+        [Set.prototype, 'union', 'intersection', 'difference', 'isSubsetOf', 'isSupersetOf', 'isDisjointFrom'],
+        [ArrayBuffer.prototype, 'resize', 'transfer'],
+        [
+            Object.getPrototypeOf(Object.getPrototypeOf([].values())),
+            ...['map', 'filter', 'take', 'drop', 'flatMap', 'reduce', 'toArray', 'forEach', 'some', 'every', 'find'],
+        ],
+    ];
+    for (const [owner, ...names] of newer) for (const name of names) delete owner[name];
+}
+
+test('it works in browsers of some years ago', async () => {
+    await within({ init: initially({ inPage: age, inWorkers: age }) }, async (page) => {
+        assert.equal(await page.evaluate(() => 'isWellFormed' in String.prototype), false);
+        await openFile(page, 'gateway.json', '{\n"lang": "de",\n"\u{1F600}\u20ac": "\u{1F600}"\n}');
+        assert.equal(await status(page), 'Converted to the new layout');
+        await page.locator('#loss-status').getByText('1 loss, ').waitFor();
+        await page.locator('#return-tab').click();
+        await rows(page, 'return').filter({ hasText: '\u{1F600}' }).waitFor();
+        await page.locator('#input .cm-line', { hasText: 'lang' }).click();
+        await page.locator('#links-places button').first().waitFor();
+        await page.keyboard.press('F1');
+        await page.locator('#member .line').waitFor();
+        await page.locator('#section').selectOption({ label: 'ssh' });
+        await settled(page);
+        await paste(page, '{"lang": "\ud800"}');
     });
 });

@@ -1,7 +1,18 @@
 // Passwords and keys: masked until one asks, and never lost.
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { browserForTests, input, large, openFile, paste, result, settled, textOf, until } from './browser.js';
+import {
+    browserForTests,
+    input,
+    large,
+    openFile,
+    paste,
+    result,
+    settled,
+    status,
+    textOf,
+    until,
+} from './browser.js';
 
 const within = browserForTests();
 
@@ -79,5 +90,35 @@ test('a large text is never shown without its masks, not before its conversion e
         const { secrets, masks } = await page.evaluate(() => window.seen);
         assert.equal(secrets, 0);
         assert.ok(masks > 0);
+    });
+});
+
+test('a secret that is typed into the base is masked when the cursor leaves it', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.json', '{"lang": "de"}');
+        await page.locator('#base-tab').click();
+        await page.locator('#base .cm-content').focus();
+        await page.keyboard.type('{"Device": {"Users": {"password": "Quartz"');
+        await page.keyboard.type('}}}');
+        await settled(page);
+        const shown = () => page.locator('#base .cm-content').innerText();
+        await until(page, async () => (await shown()) === '{"Device": {"Users": {"password": ***}}}');
+        assert.match(await textOf(page, 'base'), /Quartz/);
+    });
+});
+
+test('secrets stay masked when the worker is lost', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.json', '{"users": {"list": {"admin": {"pass": "Harbor-5-violet"}}}}');
+        await page.evaluate(() => {
+            Worker.prototype.postMessage = function () {
+                this.onerror(new ErrorEvent('error', { message: 'lost', cancelable: true }));
+            };
+        });
+        await input(page).focus();
+        await page.keyboard.press('Control+End');
+        await page.keyboard.type(' ');
+        await until(page, async () => /does not run/.test(await status(page)));
+        assert.doesNotMatch(await page.evaluate(() => document.body.innerText), /Harbor/);
     });
 });

@@ -5,6 +5,7 @@ import {
     broken,
     browserForTests,
     example,
+    initially,
     openFile,
     putCursor,
     rows,
@@ -39,16 +40,7 @@ function breakWorkers() {
     };
 }
 
-function breakable(prelude) {
-    const { Blob } = window;
-    window.Blob = class extends Blob {
-        constructor(parts, options) {
-            super(options?.type === 'text/javascript' ? [prelude, ...parts] : parts, options);
-        }
-    };
-}
-
-const init = `(${breakable})(${JSON.stringify(`(${breakWorkers})();\n`)})`;
+const init = initially({ inWorkers: breakWorkers });
 
 const breaking = (question, way) => `{"lang": "de", "BREAKS": "${question} ${way}"}`;
 const BROKEN = {
@@ -148,5 +140,32 @@ test('the list of another configuration opens with its problems', async () => {
         assert.match(await rows(page, 'problems').first().innerText(), / · left out of the partial result/);
         // What a note says besides is a row of its own.
         await rows(page, 'problems').filter({ hasText: 'left out of the partial result: ' }).first().waitFor();
+    });
+});
+
+test('a section that the other layout has does not hold up the next configuration: a click converts it', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.old.json', example('home-gateway.old.json'));
+        await page.locator('#section').selectOption({ label: 'ssh' });
+        await settled(page);
+        await openFile(page, 'gateway.new.json', example('home-gateway.new.json'));
+        assert.match(await status(page), /^Another layout: /);
+        assert.equal(await page.locator('#input-facts').textContent(), 'gateway.new.json · 121 KB');
+        assert.equal(await page.locator('#remedy').textContent(), 'Convert everything');
+        await page.locator('#remedy').click();
+        await until(page, async () => (await status(page)) === 'Converted to the old layout');
+        assert.match(await page.locator('#input-facts').textContent(), /new layout/);
+        assert.equal(await page.locator('#section').inputValue(), '');
+    });
+});
+
+test('a problem of many lines is underlined in its first', async () => {
+    await within({}, async (page) => {
+        await openFile(page, 'gateway.old.json', '{\n"lang": "de",\n"ntpclient": {\n"hour": "1"}}');
+        await page.locator('#towards').selectOption('old');
+        await until(page, () => page.locator('#remedy').isVisible());
+        assert.deepEqual(await page.locator('#input .cm-lintRange').allTextContents(), ['{']);
+        assert.match(await status(page), /^Another layout: .* it has no object "Device"$/);
+        assert.equal(await page.locator('#input-facts').textContent(), 'gateway.old.json · 44 B');
     });
 });
