@@ -8,8 +8,8 @@
  * somebody removes it, and puts the old one in its place again.
  *
  * Whatever happens at whatever moment (no memory, no space, a power cut), config.json is one of the two, whole, and the
- * next boot goes on from there. Exit status: 0 all is as it should be, 1 the configuration cannot be converted, and
- * stays, 2 wrong usage, 3 the system failed.
+ * next boot goes on from there. Two at a time do it one after the other. Exit status: 0 all is as it should be, 1 the
+ * configuration cannot be converted, and stays, 2 wrong usage, 3 the system failed.
  *
  *   cc config_at_boot.c -o config-at-boot $(pkg-config --cflags --libs k_cnvrt) */
 #include <errno.h>
@@ -19,6 +19,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -40,6 +41,21 @@ typedef struct {
 static _Noreturn void end(const char* what) {
     fprintf(stderr, "config-at-boot: %s: %s\n", what, strerror(errno));
     exit(SYSTEM_FAILED);
+}
+
+/* What was begun would take the space that others need where there is none. */
+static _Noreturn void give_up(const char* what) {
+    const int reason = errno;
+    unlink(PASSING);
+    errno = reason;
+    end(what);
+}
+
+/* Two at a time would write to the one file that passes. The second waits, and then finds what the first has done. The
+ * lock goes with the process. */
+static void enter(const char* folder) {
+    const int lock = chdir(folder) == 0 ? open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
+    if (lock < 0 || flock(lock, LOCK_EX) != 0) end(folder);
 }
 
 /* Jansson gets its memory here: its parser does not survive every allocation that fails, and could leave out part of a
@@ -73,17 +89,17 @@ static bool read_whole(const char* name, content_t* content) {
 static void replace(const char* name, const content_t* content) {
     size_t written = 0;
     const int file = open(PASSING, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    if (file < 0) end(PASSING);
+    if (file < 0) give_up(PASSING);
     while (written < content->size) {
         const ssize_t put = write(file, content->bytes + written, content->size - written);
-        if (put < 0 && errno != EINTR) end(PASSING);
+        if (put < 0 && errno != EINTR) give_up(PASSING);
         if (put > 0) written += (size_t)put;
     }
-    if (fchown(file, content->status.st_uid, content->status.st_gid) != 0) end(PASSING);
-    if (fchmod(file, content->status.st_mode & 0777) != 0 || fsync(file) != 0 || close(file) != 0) end(PASSING);
-    if (rename(PASSING, name) != 0) end(name);
+    if (fchown(file, content->status.st_uid, content->status.st_gid) != 0) give_up(PASSING);
+    if (fchmod(file, content->status.st_mode & 0777) != 0 || fsync(file) != 0 || close(file) != 0) give_up(PASSING);
+    if (rename(PASSING, name) != 0) give_up(name);
     const int folder = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0 || fsync(folder) != 0 || close(folder) != 0) end(name);
+    if (folder < 0 || fsync(folder) != 0 || close(folder) != 0) give_up(name);
 }
 
 static bool exists(const char* name) {
@@ -160,6 +176,6 @@ int main(int argc, char** argv) {
         return WRONG_USAGE;
     }
     json_set_alloc_funcs(allocate, free);
-    if (chdir(argv[2]) != 0) end(argv[2]);
+    enter(argv[2]);
     return converts ? convert() : go_back();
 }

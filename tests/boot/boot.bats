@@ -199,6 +199,58 @@ count() {
     survives back "write@passing=short"
 }
 
+# What the shim takes for safe, a rename, is so only on the folder's word: what the next one builds upon comes after it.
+@test "a file is safe before it gets its name, and the name before anything else is written" {
+    prepare
+    local command order
+    for command in convert back; do
+        "before_$command"
+        rm -f calls
+        LD_PRELOAD=$SHIM_LIBRARY SHIM_RECORD=calls "$CONFIG_AT_BOOT" "$command" stored
+        order=$(sed -nE 's/^(write|chown|chmod|fsync) .*\.passing .*/\1/p; s/^fsync .*\/stored = 0/folder/p
+            s/^(rename) .*/\1/p' calls | xargs)
+        equal "$order" 'write chown chmod fsync rename folder write chown chmod fsync rename folder'
+    done
+}
+
+@test "what was begun is removed where it cannot be finished" {
+    prepare
+    local rule
+    for rule in write=ENOSPC fsync=EIO chmod=EPERM rename=EIO; do
+        before_convert
+        boot 3 convert "$rule"
+        is_before_convert
+    done
+    before_convert
+    boot 3 convert rename:2=EROFS
+    is config.json old
+    is config.old.json old
+    files config.json config.old.json
+}
+
+# state PROCESS: T where it is stopped, L where it waits for a lock.
+state() {
+    if grep -qE -- "-> FLOCK .* $1 " /proc/locks; then echo L; else sed 's/.*) //; s/ .*//' "/proc/$1/stat"; fi
+}
+
+# The first is stopped before it renames, the second before it writes: to a file that the first takes for its own.
+@test "two at a time do it one after the other" {
+    prepare
+    before_convert
+    LD_PRELOAD=$SHIM_LIBRARY SHIM=rename:1=STOP "$CONFIG_AT_BOOT" convert stored 3>&- &
+    local first=$! second
+    until [[ $(state $first) = [TZ] ]]; do sleep 0.02; done
+    LD_PRELOAD=$SHIM_LIBRARY SHIM=write:1=STOP "$CONFIG_AT_BOOT" convert stored 3>&- &
+    second=$!
+    until [[ $(state $second) = [TLZ] ]]; do sleep 0.02; done
+    kill -CONT $first
+    wait $first
+    # Without a lock this ends what would write on.
+    [ "$(state $second 2> /dev/null)" != T ] || kill -KILL $second
+    wait $second
+    converted
+}
+
 @test "every allocation may fail, once or from then on" {
     hurry
     prepare
