@@ -175,6 +175,7 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     ln in/1.json same
     refused '"in/1.json" is read, so it cannot be written too' --output-dir out --rejects in/1.json
     refused '"same" is read, so it cannot be written too' --output-dir out --problems same
+    refused '"./rejects" and "rejects" are the same file' --output-dir out --rejects rejects --problems ./rejects
     refused '"out/a/2.json" is to be written twice' --output-dir out --problems out/a/2.json
     [ ! -e out ]
     mkdir out

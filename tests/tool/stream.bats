@@ -272,10 +272,19 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
     wrong '"in" is read, so it cannot be written too' --to-new same --rejects in
     wrong '"in" is read, so it cannot be written too' --to-new in --problems in
     wrong '"out" is to be written twice' --to-new in --problems out --rejects out
+    wrong '"./out" and "out" are the same file, and both are written' --to-new in -o out --rejects ./out
+    ln -s out link
+    wrong '"out" and "link" are the same file, and both are written' --to-new in -o link --problems out
+    rm link
     wrong "only the output can go to -" --to-new in --rejects -
     run --separate-stderr -2 sh -c '"$1" stream --to-new in >> same' sh "$KCNVRT"
     equal "$(cat in)" "$good"
     only_files in same
+}
+
+@test "a device may be written twice" {
+    kcnvrt 1 stream --to-new - -o /dev/null --rejects /dev/null --problems /dev/null --summary json <<< "$bad"
+    equal "$(jq -c .rejected <<< "$stderr")" 1
 }
 
 @test "a file that is missing is refused before anything is written" {

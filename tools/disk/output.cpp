@@ -4,12 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstring>
 
 #include "disk/input.h"
+#include "disk/named_file.h"
 #include "disk/permissions.h"
 #include "failure.h"
 
@@ -18,7 +17,6 @@ namespace kcnvrt {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
-constexpr int kMostLinks = 40;
 constexpr mode_t kOwnersAlone = 0600;
 
 bool write_all(int descriptor, std::string_view text) {
@@ -33,18 +31,6 @@ bool write_all(int descriptor, std::string_view text) {
 // With its slash; empty for a plain name.
 std::string folder_of(const std::string& path) {
     return path.substr(0, path.rfind('/') + 1);
-}
-
-// The file that a chain of symbolic links leads to, whether it exists or not: the links are kept.
-std::string follow_links(std::string path) {
-    std::array<char, PATH_MAX> target;
-    for (int links = 0; links < kMostLinks; ++links) {
-        const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-        if (length < 0) break;
-        const std::string_view text(target.data(), static_cast<std::size_t>(length));
-        path = text.starts_with('/') ? std::string(text) : folder_of(path) + std::string(text);
-    }
-    return path;
 }
 
 gid_t group_of(int descriptor) {
@@ -99,7 +85,7 @@ Output::Output(const std::string& file, const std::vector<std::string>& inputs) 
     if (is_standard_output(file)) {
         descriptor_ = STDOUT_FILENO;
     } else if (is_regular_or_missing(file)) {
-        path_ = follow_links(file);
+        path_ = follow_links(file);  // which are kept
         descriptor_ = create_beside(inputs);
     } else {
         descriptor_ = open(file.c_str(), O_WRONLY | O_CLOEXEC);
