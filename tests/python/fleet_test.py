@@ -182,9 +182,11 @@ class Parts(InFolder):
     def test_make_what_the_stream_makes_of_odd_records(self):
         odd = [b'{"id":%s,"config":{"x":}}' % each for each in (
             b"1e400", b"18446744073709551616", b"-0", b'"\\ud800"', b'"\\u0000\\u007f\\n\\t\\"\\\\"', b"tru",
-            b"[1]", b"{}", b'"\xc2\x80\x7f\xe2\x80\xa8"', b"null", b"1.50")]
+            b"[1]", b"{}", b'"\xc2\x80\x7f\xe2\x80\xa8"', b"null", b"1.50", b"-0.25E+4000", b"01", b"1.", b"1e", b"-",
+            b"12x", b"false")]
         odd += [b'{"config":{},"config":{}}', b'{"config":{"lang":"\\u001f\\u007f/"}}', b"", b"\r",
-                b'{"config":"{}"}\0', b'{"config":"\\ud800"}', b'{"config":5}', b'{"config":{}} {}']
+                b'{"config":"{}"}\0', b'{"config":"\\ud800"}', b'{"config":"\xff"}',
+                b'{"\xc3\xa9":1, "config":  5}', b'{"config":tru}', b'{"config":{}} {}']
         for end in (b"\n", b"\r\n", b""):
             self.write("fleet.ndjson", b"\n".join(odd) + end)
             for part_size in (1, 20, 1000):
@@ -212,6 +214,16 @@ class Parts(InFolder):
             self.assertGreater(parts, 2)
             self.assertGreater(len(census.findings), 10)
             self.assertEqual(census.findings["dropped", "/odd"].records, 2)
+
+    def test_keep_numbers_that_records_are_called_by(self):
+        self.write("fleet.ndjson", b"".join(b'{"id":%s,"c":{"odd%d":1}}\n' % (number, i) for i, number in enumerate((
+            b"1.50", b"-0", b"1E3", b"0.1e-2", b"12", b"123456789.123456789123", b"true"))))
+        for part_size in (1, 1000):
+            _, census = self.check(["--to-new", "--at", "/c", "--id", "/id", "--losses"], part_size, towards="new",
+                                   at="/c", id="/id", losses=True)
+            self.assertEqual(census.findings["dropped", "/odd0"].example, "1.50")
+            self.assertEqual(census.findings["dropped", "/odd2"].example, "1E3")
+            self.assertIn(b'"example": 123456789.123456789123}', census.to_json())
 
     def test_have_the_same_names_of_places(self):
         with open(os.environ["TREE"] + "/text/layouts.json", encoding="utf-8") as file:
@@ -401,6 +413,8 @@ class Usage(InFolder):
             (["a", "--output", "b", "--local"], "--to-new --to-old --auto is required"),
             (["a", "--output", "b", "--local", "--to-new", "--auto"], "not allowed with"),
             (["a", "--output", "b", "--local", "--to-new", "--at", "config"], "is no JSON Pointer"),
+            (["a", "--output", "b", "--local", "--to-new", "--at", "/a~2"], "is no JSON Pointer"),
+            (["a", "--output", "b", "--local", "--to-new", "--id", "/a~"], "is no JSON Pointer"),
             (["a", "--output", "b", "--local", "--to-new", "--at-text"], "--at-text needs --at"),
             (["a", "--output", "b", "--local", "--to-new", "--part-size", "0"], "is no size"),
             (["a", "--output", "b", "--local", "--to-new", "--workers", "none"], "is no number of workers"),

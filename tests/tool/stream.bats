@@ -124,6 +124,21 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
     one_reject '{"config":{}}' "the value at /config is no text" --at-text
 }
 
+@test "a text that cannot be read is told of as what it is, and anything else than a text where it is" {
+    told() { # RECORD PROBLEM
+        lines 1 "$1\n" --at /config --at-text --id /s
+        equal "$(members '.column, .id, .pointer, .inner, .function, .message')" "$2 "
+    }
+    told '{"s":7,"config":"\\ud800"}' \
+        '[17,7,null,null,"parse","this \\u is half of a pair whose other half is missing"]'
+    told '{"s":7,"config":"\xff"}' \
+        '[18,7,null,null,"parse","this is no UTF-8: the text is damaged, or in another encoding"]'
+    told '{"s":"é","config": tru}' \
+        '[20,"é",null,null,"parse","a text stands in double quotes; only numbers, true, false and null go without"]'
+    told '{"s":7,"config":{}}' '[17,7,"/config",null,"stream","the value at /config is no text"]'
+    told '{"s":7,"config":12}' '[17,7,"/config",null,"stream","the value at /config is no text"]'
+}
+
 @test "the id is what the record says, also in a record that is no JSON" {
     id_of() { # RECORD ID
         lines 1 "$1\n" --at /config --id /id/0
@@ -132,6 +147,14 @@ members() { jq -c "[$1]" <<< "$stderr" | tr '\n' ' '; }
     id_of '{"id":["A\\u0042"]}' '"AB"'
     id_of '{"id":[1.50]}' 1.50
     id_of '{"id":[true]}' true
+    id_of '{"id":[-0]}' -0
+    id_of '{"id":[89014103211118510720]}' 89014103211118510720
+    id_of '{"id":[-0.25E+4000]}' -0.25E+4000
+    id_of '{"id":[89014103211118510720x]}' null
+    id_of '{"id":[01]}' null
+    id_of '{"id":[1.]}' null
+    id_of '{"id":[1e]}' null
+    id_of '{"id":[-]}' null
     id_of '{"id":[null]}' null
     id_of '{"id":[{}]}' null
     id_of '{"id":[]}' null

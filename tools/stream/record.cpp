@@ -52,6 +52,28 @@ int deepest_level(std::string_view record) {
     return deepest;
 }
 
+// As JSON writes one, however large.
+bool is_number(std::string_view text) {
+    const auto take = [&text](char byte) {
+        const bool is_there = text.starts_with(byte);
+        text.remove_prefix(is_there ? 1 : 0);
+        return is_there;
+    };
+    const auto take_digits = [&text] {
+        const std::size_t count = std::min(text.find_first_not_of("0123456789"), text.size());
+        text.remove_prefix(count);
+        return count != 0;
+    };
+    take('-');
+    if (!take('0') && !take_digits()) return false;
+    if (take('.') && !take_digits()) return false;
+    if (take('e') || take('E')) {
+        if (!take('+')) take('-');
+        if (!take_digits()) return false;
+    }
+    return text.empty();
+}
+
 std::string_view text_of(const Json& string) {
     return {json_string_value(string.get()), json_string_length(string.get())};
 }
@@ -75,6 +97,7 @@ bool may_be_too_deep(std::string_view record) {
 
 std::string id_of(std::string_view record, const std::optional<std::string>& pointer) {
     const std::string_view value = pointer ? value_at(record, find_value(record, *pointer)) : std::string_view();
+    if (is_number(value)) return std::string(value);
     const bool is_scalar = !value.empty() && value.front() != '{' && value.front() != '[';
     const Json json = is_scalar ? read_value(value) : nullptr;
     if (!json) return "null";

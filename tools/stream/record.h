@@ -32,7 +32,8 @@ std::string_view value_at(std::string_view record, const text::Sought& place);
 // Whether a parser could find it too deep: what is read in parts need not be.
 bool may_be_too_deep(std::string_view record);
 
-// As JSON: the text, number, true or false that the pointer leads to, also in a record with errors; null for none.
+// As JSON: the text, number, true or false that the pointer leads to, also in a record with errors; null for none. A
+// number may be too large to be read.
 std::string id_of(std::string_view record, const std::optional<std::string>& pointer);
 
 // The text that a JSON string is; nothing where the value is none, or no JSON.

@@ -93,7 +93,8 @@ bool RecordConverter::convert_at(const Record& record, const text::Sought& at, O
     std::string_view configuration = value_at(record.text, at);
     if (pointers_.holds_text) {
         held = text_in(configuration);
-        if (!held) problems.add_error(pointers_.at.c_str(), "the value at " + pointers_.at + " is no text");
+        if (!held && is_json(record.text, &problems))
+            problems.add_error(pointers_.at.c_str(), "the value at " + pointers_.at + " is no text", at.spot.column);
         if (!held) return false;
         configuration = *held;
     }

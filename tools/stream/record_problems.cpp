@@ -5,13 +5,13 @@
 
 namespace kcnvrt {
 
-void RecordProblems::add_error(const char* pointer, std::string_view message) {
+void RecordProblems::add_error(const char* pointer, std::string_view message, std::size_t column) {
     const std::string text(message);
     k_text_problem_t problem = {};
     problem.severity = K_TEXT_ERROR;
     problem.function = "stream";
     problem.message = text.c_str();
-    add({pointer, nullptr, 1}, problem);
+    add({pointer, nullptr, column}, problem);
 }
 
 void RecordProblems::add_of_record(const k_text_problem_t& problem) {

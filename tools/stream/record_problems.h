@@ -16,7 +16,7 @@ public:
         : record_(record), pointers_(pointers), lines_(lines) {}
 
     // An error of the record as a whole, or at `pointer`.
-    void add_error(const char* pointer, std::string_view message);
+    void add_error(const char* pointer, std::string_view message, std::size_t column = 1);
 
     // What the text layer says of the record, or of the configuration in it, which starts in that column.
     void add_of_record(const k_text_problem_t& problem);

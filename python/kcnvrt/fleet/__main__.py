@@ -3,6 +3,7 @@
 import argparse
 import contextlib
 import os
+import re
 import sys
 from typing import Any, Iterator, List, Optional
 
@@ -36,6 +37,8 @@ def size_of(text: str) -> int:
 def pointer_of(text: str) -> str:
     if text and not text.startswith("/"):
         raise argparse.ArgumentTypeError('"%s" is no JSON Pointer: it begins with /' % text)
+    if re.search("~(?![01])", text):
+        raise argparse.ArgumentTypeError('"%s" is no JSON Pointer: ~ is written ~0' % text)
     return text
 
 

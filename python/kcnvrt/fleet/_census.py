@@ -83,13 +83,14 @@ class Tally:
 
     @staticmethod
     def from_json(text: bytes) -> "Tally":
-        members: Dict[str, Any] = json.loads(text)
+        members: Dict[str, Any] = json.loads(text, parse_int=_Number, parse_float=_Number)
         tally = Tally()
         for name in Tally.COUNTS:
-            setattr(tally, name, members[name])
-        tally.lossy = members.get("lossy")
+            setattr(tally, name, int(members[name]))
+        tally.lossy = int(members["lossy"]) if "lossy" in members else None
         for place in members.get("places", ()):
-            tally.findings[Finding(place["kind"], place["place"])] = Count(place["devices"], _json_of(place["example"]))
+            count = Count(int(place["devices"]), _json_of(place["example"]))
+            tally.findings[Finding(place["kind"], place["place"])] = count
         return tally
 
 
@@ -119,5 +120,11 @@ def json_string(text: str) -> str:
     return '"%s"' % text.translate(_ESCAPES)
 
 
+class _Number(str):
+    """A number as it is written: that is what a record is called by."""
+
+
 def _json_of(scalar: Any) -> str:
+    if isinstance(scalar, _Number):
+        return str(scalar)
     return json_string(scalar) if isinstance(scalar, str) else json.dumps(scalar)

@@ -1,6 +1,7 @@
 """One record: a configuration, or JSON that holds one. What becomes of it is what `kcnvrt stream` makes of it."""
 
 import json
+import re
 from typing import Callable, Dict, List, NamedTuple, Optional, Sequence
 
 import kcnvrt
@@ -66,10 +67,16 @@ def _text_in(value: bytes) -> Optional[str]:
     return text
 
 
+_NUMBER = re.compile(rb"-?(?:0|[1-9][0-9]*)(?:\.[0-9]+)?(?:[eE][+-]?[0-9]+)?")
+
+
 def id_of(text: bytes, pointer: Optional[str]) -> str:
-    """As JSON: the text, number, true or false that the pointer leads to; null for none."""
+    """As JSON: the text, number, true or false that the pointer leads to; null for none. A number may be too large to
+    be read."""
     place = None if pointer is None else kcnvrt.find(text, pointer)
     value = b"" if place is None else text[place]
+    if _NUMBER.fullmatch(value):
+        return value.decode()
     if not value or value[:1] in b"{[" or not _is_json(value):
         return "null"
     string = _text_in(value)
@@ -96,9 +103,9 @@ class _Problems:
         self.lines: List[str] = []
         self.id: Optional[str] = None
 
-    def add_error(self, message: str, pointer: Optional[str] = None) -> None:
+    def add_error(self, message: str, pointer: Optional[str] = None, column: int = 1) -> None:
         problem = kcnvrt.Problem("error", "text", None, None, None, None, None, "stream", message)
-        self.add(pointer, None, 1, problem)
+        self.add(pointer, None, column, problem)
 
     def add_of_record(self, problem: kcnvrt.Problem) -> None:
         self.add(problem.pointer, None, problem.column, problem)
@@ -165,14 +172,20 @@ def _result_of(configuration: bytes, options: Options) -> kcnvrt.Result:
 _MOST_LEVELS = 2048
 
 
+def _is_read(text: bytes, options: Options, problems: _Problems) -> bool:
+    """Whether it is JSON; if not, what is wrong with it is told."""
+    read = kcnvrt.diff(text, b"0", show_secrets=options.show_secrets)
+    if read.status is kcnvrt.Status.UNREADABLE:
+        problems.add_of_record(read.problems[0])
+    return read.status is not kcnvrt.Status.UNREADABLE
+
+
 def _is_whole(text: bytes, place: Optional[slice], options: Options, problems: _Problems) -> bool:
     """Whether there is a configuration, and what stands around it is JSON."""
     may_be_too_deep = text.count(b"{") + text.count(b"[") >= _MOST_LEVELS
     if place is not None and not may_be_too_deep and _is_json(text[:place.start] + b"0" + text[place.stop:]):
         return True
-    read = kcnvrt.diff(text, b"0", show_secrets=options.show_secrets)
-    if read.status is kcnvrt.Status.UNREADABLE:
-        problems.add_of_record(read.problems[0])
+    if not _is_read(text, options, problems):
         return False
     if place is None:
         problems.add_error("the record has no value at " + options.at, options.at)
@@ -195,7 +208,8 @@ def convert(record: Record, options: Options) -> Converted:
     if options.at_text:
         held = _text_in(configuration)
         if held is None:
-            problems.add_error("the value at %s is no text" % options.at, options.at)
+            if _is_read(text, options, problems):
+                problems.add_error("the value at %s is no text" % options.at, options.at, _column_of(text, place.start))
             return problems.rejected()
         configuration = held.encode("utf-8", "surrogatepass")
     result = _result_of(configuration, options)
