@@ -82,6 +82,16 @@ END
     contains "$(cat page.html)" '&lt;b>&amp;'
 }
 
+@test "in a narrow window a place has a line of its own, and only the bars go" {
+    fleet
+    "$KCNVRT" census fleet --at /config --html page.html > table
+    equal "$(grep -c 'display: none' page.html)" 1
+    contains "$(cat page.html)" '  .bar { display: none; }'
+    contains "$(cat page.html)" '  .places .place { order: 1; flex: 0 0 100%;'
+    equal "$(grep -c '<table class="places">' page.html)" 1
+    equal "$(grep -c '<td class="place">' page.html)" "$(grep -c '<td class="id">' page.html)"
+}
+
 @test "problems and rejects are kept where that is asked for" {
     fleet
     kcnvrt 0 census fleet --at /config --rejects rejects --problems problems -o table

@@ -50,7 +50,14 @@ td.place, td.id { font-family: ui-monospace, monospace; font-size: .88rem; overf
 .bar { width: 22%; min-width: 5rem; }
 .bar div { height: .7rem; margin-top: .4rem; border-radius: .15rem; background: var(--track); }
 .bar span { display: block; height: 100%; min-width: 2px; border-radius: .15rem; }
-@media (max-width: 40rem) { .bar, .id { display: none; } }
+@media (max-width: 48rem) {
+  .bar { display: none; }
+  .places, .places tbody { display: block; }
+  .places tr { display: flex; flex-wrap: wrap; border-bottom: 1px solid var(--rule); }
+  .places th, .places td { border: 0; }
+  .places .id { margin-left: auto; }
+  .places .place { order: 1; flex: 0 0 100%; padding: 0 0 .4rem; }
+}
 </style>
 </head>
 <body>
@@ -141,8 +148,8 @@ std::string table_of_places(const Report& report) {
     if (report.troubles.empty()) return "<p>Nothing is lost, and nothing is left out.</p>\n";
     std::string table =
         meanings_of(report) +
-        "<table>\n<tr><th class=\"number\">Devices</th><th class=\"bar\"></th><th>What</th><th>Place</th>"
-        "<th class=\"id\">For example</th></tr>\n";
+        "<table class=\"places\">\n<tr><th class=\"number\">Devices</th><th class=\"bar\"></th><th>What</th>"
+        "<th class=\"place\">Place</th><th class=\"id\">For example</th></tr>\n";
     for (const Trouble& trouble : report.troubles) table += row_of(trouble, report.troubles.front().devices);
     return table + "</table>\n<p>* stands for a number, or a name that a device gave.</p>\n";
 }
