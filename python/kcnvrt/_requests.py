@@ -44,11 +44,11 @@ def _indent_of(indent: Optional[int]) -> int:
     return blanks
 
 
-def _towards(direction: Optional[str]) -> int:
+def _towards(direction: Optional[str], what: str = "towards") -> int:
     try:
         return _TOWARDS[direction]
     except (KeyError, TypeError):
-        raise WrongUsage('towards is "new" or "old", not %r' % (direction,)) from None
+        raise WrongUsage('%s is "new" or "old", not %r' % (what, direction)) from None
 
 
 _FLAGS = {
@@ -195,8 +195,8 @@ def section(
 
 def sections(layout: str) -> Tuple[str, ...]:
     """The names of the sections of a layout, "new" or "old", that can be made by section."""
-    if _towards(layout) == 0:
-        raise WrongUsage('a layout is "new" or "old"')
+    if _towards(layout, "a layout") == 0:
+        raise WrongUsage('a layout is "new" or "old", not None')
     return _sections_of(_library.NEW_SECTIONS if layout == "new" else _library.OLD_SECTIONS)
 
 

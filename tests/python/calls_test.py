@@ -168,6 +168,9 @@ class Operations(unittest.TestCase):
         self.assertIn("Users", kcnvrt.sections("new"))
         self.assertIn("ifaces", kcnvrt.sections("old"))
         self.assertEqual(len(set(kcnvrt.sections("new"))), len(kcnvrt.sections("new")))
+        for layout in ("x", 5, None):
+            with self.assertRaisesRegex(kcnvrt.WrongUsage, 'a layout is "new" or "old", not %r' % layout):
+                kcnvrt.sections(layout)
 
     def test_a_section_is_taken_out_of_a_configuration(self):
         result = kcnvrt.section("Adsl", '{"adsl": {"a": 1}, "voip": {}}', towards="new")
