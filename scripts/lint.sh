@@ -53,16 +53,30 @@ check_links() {
     "$root/tests/docs/links.pl" "$root" || complain "These links lead nowhere"
 }
 
-# Everything that is compiled but the tests and the benchmarks.
+# The command of every object, as arguments: of everything that is compiled but the tests and the benchmarks.
+commands_to_tidy() {
+    jq -r --arg left_out "^$root/(tests|benchmarks|build)/" '
+        .[] | select(.file | test($left_out) | not) |
+        (.command | capture(" -o (?<object>[^ ]+) -c ").object | gsub("/"; "_")) as $name |
+        (.command | sub("^[^ ]+ "; "") | sub(" -o [^ ]+ -c .*$"; "")) +
+            " -c \(.file | @sh) -o tidy/\($name) -MD -MF tidy/\($name).d"
+        ' "$root/build/release/compile_commands.json"
+}
+
+# A cache that has seen the same files under the same checks has nothing to look at again.
 check_tidy() {
+    local cache=
     lock
     configure release release ON
     quietly cmake "$root/build/release"
     unlock
-    sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' "$root/build/release/compile_commands.json" |
-        grep -vE "^$root/(tests|benchmarks|build)/" | sort -u |
-        xargs -P "$(nproc)" -n 4 clang-tidy-14 -p "$root/build/release" --quiet --warnings-as-errors='*' 2> /dev/null ||
-        complain "clang-tidy found these mistakes"
+    ! command -v ccache > /dev/null || cache=ccache
+    mkdir -p "$root/build/release/tidy"
+    export CCACHE_COMPILERTYPE=clang CCACHE_DEPEND=1 CCACHE_EXTRAFILES=$root/.clang-tidy:$root/scripts/lint/tidy.sh
+    CCACHE_COMPILERCHECK=string:$(clang-tidy-14 --version)
+    export CCACHE_COMPILERCHECK
+    (cd "$root/build/release" && commands_to_tidy | sed "s|^|$cache '$root/scripts/lint/tidy.sh' |" |
+        xargs -d '\n' -P "$(nproc)" -n 1 bash -c) || complain "clang-tidy found these mistakes"
 }
 
 need_packages "${test_packages[@]}" "${lint_packages[@]}"

@@ -8,7 +8,7 @@ test_packages=("${build_packages[@]}" "${docs_packages[@]}" "${abi_packages[@]}"
     parallel openssh-server mypy python3-dask python3-distributed python3-fsspec zsh fish groff-base
     systemd git)
 # Besides those:
-lint_packages=(git clang-format-14 clang-tidy-14 shellcheck)
+lint_packages=(git clang-14 clang-format-14 clang-tidy-14 shellcheck)
 clang_packages=(clang-14)
 fuzz_packages=(clang-14 libclang-rt-14-dev)
 count_packages=(libbenchmark-dev valgrind)
