@@ -11,12 +11,14 @@ namespace {
 
 using Places = std::set<std::string>;
 
-void add_places(Side side, json_t* document, json_t* value, Names& names, const PlaceNames& known, Places& places) {
-    places.insert(known.place(side, {document}, names));
+void add_places(Side side, Path& path, const std::string& place, json_t* value, const PlaceNames& known,
+                Places& places) {
+    places.insert(place);
     const auto step_into = [&](const std::string& name, json_t* member) {
-        names.push_back(name);
-        add_places(side, document, member, names, known, places);
-        names.pop_back();
+        const std::string inner = known.inside(side, place, path, {name, member});
+        path.push_back({name, member});
+        add_places(side, path, inner, member, known, places);
+        path.pop_back();
     };
     const char* name;
     json_t* member;
@@ -26,8 +28,8 @@ void add_places(Side side, json_t* document, json_t* value, Names& names, const 
 
 Places places_of(Side side, json_t* document, const PlaceNames& known) {
     Places places;
-    Names names;
-    add_places(side, document, document, names, known, places);
+    Path path;
+    add_places(side, path, "", document, known, places);
     return places;
 }
 

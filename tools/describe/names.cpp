@@ -86,6 +86,10 @@ std::string PlaceNames::step(Side side, const std::string& container, const Path
     return is_number(step.name) ? "*" : step.name;
 }
 
+std::string PlaceNames::inside(Side side, const std::string& place, const Path& path, const Step& next) const {
+    return place + "/" + step(side, place, path, next);
+}
+
 std::string PlaceNames::place(Side side, const std::vector<json_t*>& documents, const Names& names) const {
     json_t* document = documents.front();
     for (json_t* candidate : documents)
@@ -96,7 +100,7 @@ std::string PlaceNames::place(Side side, const std::vector<json_t*>& documents, 
     std::string place;
     Path path;
     for (const Step& next : path_to(document, names)) {
-        place += "/" + step(side, place, path, next);
+        place = inside(side, place, path, next);
         path.push_back(next);
     }
     return place;

@@ -35,6 +35,8 @@ public:
 
     // In the first of the documents that has a value there.
     std::string place(Side side, const std::vector<json_t*>& documents, const Names& names) const;
+    // One step further: `path` leads to the place, and the next step into it.
+    std::string inside(Side side, const std::string& place, const Path& path, const Step& next) const;
     // What the value is a container of: "object", "array", "list" (numbered), "names"; "" for a leaf.
     const char* container(Side side, const std::string& place, const Path& path) const;
 
