@@ -22,7 +22,8 @@ class Installed(unittest.TestCase):
 
     def tearDown(self):
         if self.kept is None:
-            os.remove(self.list)
+            if os.path.exists(self.list):
+                os.remove(self.list)
         else:
             with open(self.list, "wb") as file:
                 file.write(self.kept)
@@ -47,6 +48,20 @@ class Installed(unittest.TestCase):
                 for name in ("__init__.py", "library-path", "py.typed"):
                     self.assertIn(name, files)
                 self.assertFalse([name for name in files if "cache" in name])
+
+    def test_is_left_out_where_the_system_has_no_python(self):
+        with open(os.environ["BUILD"] + "/python/install.cmake", encoding="utf-8") as file:
+            script = file.read()
+        self.assertEqual(script.count("/usr/bin/python3"), 1)
+        for python, installed in (("/usr/bin/python3", True), ("/there/is/none", False)):
+            with tempfile.TemporaryDirectory() as folder:
+                with open(folder + "/install.cmake", "w", encoding="utf-8") as file:
+                    file.write(script.replace("/usr/bin/python3", python))
+                done = subprocess.run(["cmake", "-DCMAKE_INSTALL_PREFIX=/usr/local", "-P", folder + "/install.cmake"],
+                                      env=dict(os.environ, DESTDIR=folder + "/root"), check=True, text=True,
+                                      stdout=subprocess.PIPE)
+                self.assertEqual(os.path.exists(folder + "/root/usr/local/lib"), installed)
+                self.assertEqual("its package is left out" in done.stdout, not installed)
 
 
 unittest.main()
