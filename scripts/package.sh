@@ -6,6 +6,7 @@
 set -euo pipefail
 . "$(dirname "$(realpath "$0")")/build.sh"
 
+umask 022 # files have the same permissions whoever builds them, and wherever they come from
 packages=$root/build/packages
 version=$("$root/scripts/version.sh")
 fail() {
@@ -32,7 +33,7 @@ SOURCE_DATE_EPOCH=$(committed_at)
 build_in() {
     rm -rf "$1"
     mkdir -p "$1/source"
-    source_files | tar -x -C "$1/source"
+    source_files | tar -x --no-same-permissions -C "$1/source"
     "$1/source/scripts/debian_changelog.sh" "$SOURCE_DATE_EPOCH" > "$1/source/debian/changelog"
     (cd "$1/source" && quietly env --unset=KCNVRT_WERROR DEB_BUILD_OPTIONS="parallel=$(nproc) nocheck" nice \
         dpkg-buildpackage --build=full --unsigned-source --unsigned-changes --no-check-builddeps)
