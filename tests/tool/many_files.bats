@@ -35,6 +35,11 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
 '["in/a/3.json",1,75,"/ifaces/eth4/services/p/auth","error"] ["in/a/deep/4.json",1,11,"/route/0","warning"] '\
 '["in/b/5.json",1,9,null,"error"] '
         equal "$(jq -c '[.records, .converted, .warned, .rejected, .bytes]' <<< "$stderr")" "[5,3,1,2,131]"
+        # The members of a stream's problems, in their order.
+        printf '{"lang":' > record
+        "$KCNVRT" stream --to-new record --problems problem || [ $? -eq 1 ]
+        equal "$(jq -c keys_unsorted problems | sort -u)" "$(jq -c keys_unsorted problem)"
+        equal "$(jq -c '[.offset, .id]' problems | sort -u)" '[0,null]'
     done
 }
 

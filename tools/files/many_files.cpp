@@ -135,11 +135,11 @@ private:
         return id;
     }
 
-    // For a file they are objects, without colours.
+    // For a file they are the objects of a stream, without colours.
     Messages messages_in(Outcome& outcome) const {
         const bool is_file = options_.stream.problems.has_value();
-        return Messages(is_file ? ErrorFormat::kJson : options_.errors, is_file ? ColorChoice::kNever : options_.color,
-                        &outcome.problems);
+        return Messages(is_file ? ErrorFormat::kRecords : options_.errors,
+                        is_file ? ColorChoice::kNever : options_.color, &outcome.problems);
     }
 
     void reject(const FilePair& file, Outcome& outcome) const {

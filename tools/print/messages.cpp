@@ -68,12 +68,13 @@ void append_text_line(std::string& line, const Message& message, bool has_colors
     line += "]\n";
 }
 
-void append_json_line(std::string& line, const Message& message) {
-    JsonLine()
-        .text("file", message.file)
-        .place("line", message.line)
-        .place("column", message.column)
-        .text_or_null("pointer", message.pointer)
+void append_json_line(std::string& line, const Message& message, bool is_record) {
+    JsonLine object;
+    object.text("file", message.file).place("line", message.line);
+    if (is_record) object.number("offset", 0);
+    object.place("column", message.column);
+    if (is_record) object.json("id", "null");
+    object.text_or_null("pointer", message.pointer)
         .text("severity", severity_name(message.severity))
         .text("function", message.function)
         .text("message", message.text)
@@ -146,10 +147,10 @@ Message message_of(const k_text_problem_t& problem, const Source& text, const So
 }
 
 void append_message(std::string& lines, const Message& message, ErrorFormat format, bool has_colors) {
-    if (format == ErrorFormat::kJson) {
-        append_json_line(lines, message);
-    } else {
+    if (format == ErrorFormat::kText) {
         append_text_line(lines, message, has_colors);
+    } else {
+        append_json_line(lines, message, format == ErrorFormat::kRecords);
     }
 }
 

@@ -12,8 +12,9 @@
 namespace kcnvrt {
 
 enum class ErrorFormat {
-    kText,  // FILE:LINE:COLUMN: severity: POINTER: message [function], and on a terminal the line of the file
-    kJson,  // an object with the members of Message
+    kText,     // FILE:LINE:COLUMN: severity: POINTER: message [function], and on a terminal the line of the file
+    kJson,     // an object with the members of Message
+    kRecords,  // the same as a stream's problems have them, of a file that is one record
 };
 
 struct Message {
