@@ -363,6 +363,18 @@ class Cluster(InFolder):
         os.utime("fleet.ndjson", (1, 1))
         status, said = self.fleet("--to-new", *words, "--resume")
         self.assertEqual((status, "had other inputs" in said), (command.WRONG_USAGE, True))
+        os.remove("out/plan.json")
+        status, said = self.fleet("--to-new", *words, "--resume")
+        self.assertEqual((status, "has no plan.json, and is not empty" in said), (command.WRONG_USAGE, True))
+        for folder in ("other", "early/tallies"):
+            os.makedirs(folder)
+        self.write("other/mine", b"")
+        self.write("early/.plan.json.1", b"")  # of a run that was ended before it had a plan
+        words[-1] = here + "/other"
+        status, said = self.fleet("--to-new", *words, "--resume")
+        self.assertEqual((status, os.listdir("other")), (command.WRONG_USAGE, ["mine"]), said)
+        words[-1] = here + "/early"
+        self.assertEqual(self.fleet("--to-new", *words, "--resume"), (command.CONVERTED, ""))
 
     def test_takes_patterns_and_empty_input(self):
         here = os.getcwd()

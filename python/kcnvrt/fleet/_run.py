@@ -103,6 +103,12 @@ def _load_plan(storage: _storage.Storage, described: Dict[str, Any]) -> Optional
     return [_plan.Part(*part) for part in plan["parts"]]
 
 
+def _has_results(storage: _storage.Storage) -> bool:
+    """Whether there is more than what a run leaves that was ended before it had a plan."""
+    has_others = any(name not in _part.FOLDERS and not name.startswith(".") for name in storage.names())
+    return has_others or any(storage.names(folder) for folder in _part.FOLDERS)
+
+
 def plan(client: Any, urls: List[str], job: _part.Job, part_size: int, resume: bool) -> List[_plan.Part]:
     """The parts of the input: those of the run that is resumed, or new ones."""
     storage = _storage.Storage(job.output)
@@ -112,6 +118,8 @@ def plan(client: Any, urls: List[str], job: _part.Job, part_size: int, resume: b
         parts = _load_plan(storage, described)
         if parts is not None:
             return parts
+        if _has_results(storage):
+            raise Refusal("%s has no plan.json, and is not empty: choose another folder" % job.output)
     elif storage.names():
         raise Refusal("%s is not empty: --resume goes on with a run, another folder starts one" % job.output)
     storage.make_folder()
