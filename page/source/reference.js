@@ -12,8 +12,8 @@ const isFree = (step) => step === '*' || step === WHOLE || step.startsWith('[');
 
 function fits({ name, type }, step) {
     if (step === '*') return true;
-    const types = typesOf(step);
-    return types === null ? step.split('|').includes(name) : type === null || types.includes(type);
+    if (step.startsWith('[')) return type === null || typesOf(step).includes(type);
+    return step.includes('|') ? step.split('|').includes(name) : step === name;
 }
 
 const isAbove = (path, steps) => path.length <= steps.length && path.every((part, i) => fits(part, steps[i]));

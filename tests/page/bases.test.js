@@ -13,7 +13,7 @@ async function openBase(page, text) {
     await page.locator('#base-tab').click();
     const buffer = Buffer.from(text);
     await page.locator('#base-file').setInputFiles({ name: 'base.json', mimeType: 'application/json', buffer });
-    await page.waitForFunction(() => 'waits' in document.documentElement.dataset);
+    await until(page, async () => (await textOf(page, 'base')) === text);
     await settled(page);
 }
 

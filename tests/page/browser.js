@@ -57,8 +57,10 @@ export async function serve() {
     };
 }
 
+const fileAddress = pathToFileURL(pageFile).href;
+
 /** The page in a new window, ready for use. What it complains of in the console is in `complaints`. */
-export async function openPage(browser, { address = pathToFileURL(pageFile).href, init = null, ...options } = {}) {
+export async function openPage(browser, { address = fileAddress, init = null, ...options } = {}) {
     const context = await browser.newContext({
         viewport: { width: 1280, height: 800 },
         reducedMotion: 'reduce',
@@ -121,22 +123,42 @@ export function large(bytes) {
     return JSON.stringify(configuration, null, 4);
 }
 
+/** The page opened anew in its window, as if nothing had been there before. */
+async function reopen(page, address = fileAddress) {
+    await page.context().setOffline(false);
+    await page.evaluate(() => localStorage.clear());
+    await page.mouse.move(0, 0);
+    await page.goto(address);
+    await settled(page);
+    page.complaints.length = 0;
+}
+
 /**
- * A browser for the tests of a file: within(OPTIONS, async (page) => ...) is a test's own window, whose page must not
- * complain.
+ * A browser for the tests of a file: within(OPTIONS, async (page) => ...) opens the page for a test, which it must not
+ * complain in. A new window costs three times what opening the page anew does, so the next test that passes the same
+ * options has the window of the last, unless that failed or changed what is there before the page.
  */
 export function browserForTests() {
     let browser;
     let close;
     before(async () => ({ browser, close } = await startBrowser()));
     after(() => close());
+    const windows = new Map();
     return async (options, work) => {
-        const page = await openPage(browser, options);
+        const isUsual = options.init === undefined;
+        const key = JSON.stringify(options);
+        const last = isUsual ? windows.get(key) : undefined;
+        if (isUsual) windows.delete(key);
+        if (last !== undefined) await reopen(last, options.address);
+        const page = last ?? (await openPage(browser, options));
+        let isDone = false;
         try {
             await work(page);
             assert.deepEqual(page.complaints, []);
+            isDone = isUsual;
         } finally {
-            await page.context().close();
+            if (isDone) windows.set(key, page);
+            else await page.context().close();
         }
     };
 }

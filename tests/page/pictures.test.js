@@ -3,21 +3,10 @@
 import assert from 'node:assert/strict';
 import { existsSync, mkdirSync, readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
-import test, { after, before } from 'node:test';
+import test from 'node:test';
 import pixelmatch from 'pixelmatch';
 import { PNG } from 'pngjs';
-import {
-    built,
-    example,
-    large,
-    openFile,
-    openPage,
-    putCursor,
-    root,
-    settled,
-    startBrowser,
-    status,
-} from './browser.js';
+import { browserForTests, built, example, large, openFile, putCursor, root, settled, status } from './browser.js';
 
 // Of a picture, what may differ: another version of the browser draws some edges of letters in another way.
 const TOLERANCE = 0.02;
@@ -25,10 +14,7 @@ const TOLERANCE = 0.02;
 const stored = join(root, 'docs/page');
 const seen = join(built, 'pictures');
 
-let browser;
-let close;
-before(async () => ({ browser, close } = await startBrowser()));
-after(() => close());
+const within = browserForTests();
 
 const broken = example('home-gateway.old.json')
     .replace('"mac": "02:00:5e:00:53:10"', '"mac": 5')
@@ -97,11 +83,12 @@ async function picture(page) {
 for (const [name, { viewport = { width: 1280, height: 800 }, reach }] of Object.entries(PICTURES)) {
     for (const colorScheme of ['light', 'dark']) {
         test(`the picture ${name}, ${colorScheme}`, async () => {
-            const page = await openPage(browser, { colorScheme, viewport });
-            await reach(page);
             const file = `${name}-${colorScheme}.png`;
-            const now = await picture(page);
-            await page.context().close();
+            let now;
+            await within({ colorScheme, viewport }, async (page) => {
+                await reach(page);
+                now = await picture(page);
+            });
             mkdirSync(seen, { recursive: true });
             writeFileSync(join(seen, file), now);
             if (process.env.KCNVRT_PICTURES === 'store') {

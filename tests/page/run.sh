@@ -15,4 +15,4 @@ echo '{"type": "module", "private": true}' > "$place/package.json"
 KCNVRT_ROOT=$(realpath "$source/../..")
 export KCNVRT_ROOT KCNVRT_PAGE=$page
 [ -z "${2:-}" ] || exec node "$place/$2"
-exec node --test --test-concurrency=1 "$place"/*.test.js
+exec node --test --test-concurrency="$(nproc)" "$place"/*.test.js
