@@ -127,7 +127,7 @@ export class Reference {
             for (const type of this.#typesOfEntry(layout, path.slice(0, -1))) values.set(type, undefined);
         for (const said of this.#said(layout, path))
             for (const value of valuesOf(said))
-                values.set(value, values.get(value) ?? said.but?.find(([one]) => one === value)?.[1]);
+                values.set(value, values.get(value) ?? ownResult(said, value));
         return [...values].map(([value, result]) => ({ value, result }));
     }
 
@@ -186,9 +186,21 @@ export class Reference {
     }
 }
 
+// The texts that stand in the name of a kind of texts, and those of the numbers from one to another.
+function textsIn(kind) {
+    const texts = [...kind.matchAll(/"(\w*)"/g)].map(([, text]) => text);
+    const [, from, to] = /\bfrom (\d+) to (\d+)\b/.exec(kind) ?? [];
+    if (from !== undefined) for (let number = +from; number <= +to; ++number) texts.push(String(number));
+    return texts;
+}
+
+// What a value becomes where that is told of it alone, and is no other member's.
+function ownResult({ but }, value) {
+    return but?.find(([one, , member]) => one === value && member === undefined)?.[1];
+}
+
 function valuesOf({ of, takes }) {
     if (takes?.values !== undefined) return takes.values;
-    // The texts that stand in the name of a kind of texts.
-    if (takes?.texts !== undefined) return [...takes.texts.matchAll(/"(\w*)"/g)].map(([, text]) => text);
+    if (takes?.texts !== undefined) return textsIn(takes.texts);
     return of.length === 1 && of[0] === 'boolean' ? [true, false] : [];
 }

@@ -51,7 +51,7 @@ bool is_listed(const std::string& message, json_t* list) {
     json_t* entry;
     json_array_foreach(list, index, entry) {
         std::string text = std::regex_replace(json_string_value(entry), std::regex{R"([.*+?^${}()|[\]\\])"}, "\\$&");
-        text = std::regex_replace(text, std::regex{"KEY|TEXT|TYPE|\\bN\\b"}, "[^]*");
+        text = std::regex_replace(text, std::regex{"KEY|TEXT|TYPE|NAME|\\bN\\b"}, "[^]*");
         if (std::regex_match(message, std::regex{text})) return true;
     }
     return false;

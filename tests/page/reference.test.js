@@ -25,7 +25,9 @@ test('the sentences are those of docs/mapping, each of them and no others', () =
     const written = new Set();
     for (const page of readdirSync(folder).filter((name) => name !== 'README.md'))
         for (const [, words] of readFileSync(join(folder, page), 'utf8').matchAll(/^- (.*)$/gm)) written.add(words);
-    const said = new Set(layouts.behaviours.flatMap((one) => sentencesOf(one).map(({ words }) => words)));
+    // Those of containers are in the schemas only.
+    const ofLines = layouts.lines.flatMap(({ to_new, to_old }) => [to_new, to_old]).filter((one) => one !== undefined);
+    const said = new Set(ofLines.flatMap((one) => sentencesOf(layouts.behaviours[one]).map(({ words }) => words)));
     assert.ok(said.size > 100, `${said.size}`);
     // Alone they are words in a table there.
     for (const words of ['any value stays the same', 'any value is dropped'])
@@ -116,6 +118,7 @@ test('values are those that are taken, with what they become', () => {
     const protocols = details('{"Device": {"QoS": {"Classification": {"1": {"Protocol": |}}}}}');
     assert.equal(protocols[6], 'becomes "tcp"');
     assert.equal(details('{"wifi": {"BGProtection": |}}')['"1"'], 'becomes "enable"');
+    assert.deepEqual(Object.keys(details('{"wifi": {"BandWidth": |}}')), ['"0"', '"1"', '"2"', '"3"', '"4"']);
     assert.deepEqual(namesAt('{"lang": "|"}'), []);
 });
 

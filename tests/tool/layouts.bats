@@ -21,7 +21,7 @@ load setup
 @test "mapping of a place says what becomes of its values, whatever its entry is called" {
     kcnvrt 0 mapping /ifaces/eth9/services/any/auth
     contains "$output" "/ifaces/[ethernet|atm|3g]/services/[ppp]/auth"
-    contains "$output" 'but "4294967295" becomes -1; others are reported: Invalid field "KEY", is not digit'
+    contains "$output" 'becomes its number in 32 bits; others are reported: Invalid field "KEY", is not digit'
     contains "$output" "becomes the first seven of its digits"
     local told=$output
     kcnvrt 0 mapping '/ifaces/*/services/*/auth'
@@ -31,14 +31,41 @@ load setup
 @test "mapping keeps to the width of a terminal, and says what messages leave open" {
     script --quiet --return --command "stty cols 60; $KCNVRT mapping /wifi/BandWidth" typescript < /dev/null > shown.txt
     tr -d '\r' < shown.txt > lines.txt
-    contains "$(cat lines.txt)" '"3", "4", "01", "03" becomes
-             "auto", but "1" becomes "below"'
+    contains "$(cat lines.txt)" 'zeros becomes "auto", but "1" becomes "below",
+             "2" becomes "above"'
     equal "$(grep '^         ' lines.txt | awk 'length > 60')" ""
     contains "$(cat lines.txt)" "In messages KEY is the member's name"
     kcnvrt 0 mapping /wifi/BandWidth
-    contains "$output" '"1" becomes "below", "2" becomes "above", "01" becomes "below"; others are reported'
+    contains "$output" '"1" becomes "below", "2" becomes "above"; others are reported'
+    contains "$output" 'becomes "40MHz", but "0" becomes "20MHz", "4" becomes "80MHz"; others are reported'
     kcnvrt 0 mapping /dmz
     equal "${output/KEY/}" "$output"
+}
+
+@test "mapping names the member that gives a value, and shows no value of an example as if it were one of the layout" {
+    kcnvrt 0 mapping /wifi/WscDevPin
+    contains "$output" 'text becomes what WscDefaultPin gives, but "" becomes ""'
+    contains "$output" "absent becomes what WscDefaultPin gives"
+    kcnvrt 0 mapping /wifi/WscDevPin --json
+    equal "$(jq -c '.[0].default' <<< "$output")" null
+    kcnvrt 0 mapping /Device/WiFi/Radio/1/FrequencyBand
+    contains "$output" 'text decides, but "5GHz" decides otherwise'
+    kcnvrt 0 mapping /Device/WiFi/Radio/1/FrequencyBand --json
+    equal "$(jq -c '.[0].default' <<< "$output")" null
+}
+
+@test "mapping tells each place that a value becomes" {
+    kcnvrt 0 mapping /Device/WiFi/Radio/1/ApCli/DefaultKeyId
+    contains "$output" "integer from 0 to 4 becomes its digits, but 0 is dropped"
+    contains "$output" 'integer from 0 to 4 is dropped, but 0 becomes ""'
+    kcnvrt 0 mapping /ifaces/br0/port
+    contains "$output" '"Ports:1,2;WiFi:1" becomes ["Port1","Port2","WiFi1"]'
+    kcnvrt 0 mapping /dns/servers
+    contains "$output" "text becomes its pieces between |, as entries"
+    kcnvrt 0 mapping /Device/Roaming/Port
+    contains "$output" "is reported: Expected integer, got TYPE"
+    kcnvrt 0 mapping /roaming/portno
+    contains "$output" "integer with low 32 bits of at most 65535 becomes its low 32 bits; others are reported"
 }
 
 @test "mapping of a container has the lines of all that is in it" {

@@ -20,7 +20,9 @@ struct Asked {
 // The place of the result that tells most of the values apart; of two the innermost, or the one with the same name.
 Names telling_place(const std::vector<Asked>& asked, const std::set<Names>& places, json_t* base, const Names& names);
 
-// Whether a text is the name of a member of the result.
+// The name that a text or a number would be; "" for none.
+std::string name_in(json_t* value);
+// Whether it is the name of a member of the result.
 bool is_name(json_t* value, json_t* result, const Names& place);
 
 // Whether a JSON text has that member with the value.
@@ -32,13 +34,19 @@ bool is_json_of(json_t* value, json_t* result);
 struct Seen {
     std::string name;
     Names place;                 // where the results differ
+    std::vector<Names> entries;  // the entries of a list that a value becomes, of which that is one; else none
     std::set<std::string> keys;  // the names that messages may show
     bool are_names = false;      // the values are names of members of the result
     bool is_in_text = false;     // the result is a JSON text with the value in it
-    bool is_all = false;         // results are not looked at
+    bool is_all = false;         // of results only whether they are the same
 };
 
+// What became of the values, one for each that was asked.
+std::vector<Reply> replies_to(const std::vector<Asked>& asked, const Seen& seen);
 Replies replies_of(const Texts& texts, const std::vector<Asked>& asked, const Seen& seen);
+
+// Of places of one list those entries that a value becomes, in their order; none where it becomes the same in each.
+std::vector<Names> entries_beside(const std::vector<Asked>& asked, const std::set<Names>& places, const Names& one);
 
 // How many there are in a value.
 size_t leaves(json_t* value);

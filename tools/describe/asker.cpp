@@ -30,8 +30,8 @@ Answer Asker::answer_with(const Subject& subject, const Names& names, json_t* va
     return answer({subject.side, subject.flags, document.get()});
 }
 
-Answer Asker::answer_without_any(const Subject& subject, const std::string& place) {
-    const Tree document{json_deep_copy(subject.document)};
+Tree Asker::without_any(const Subject& subject, const std::string& place) const {
+    Tree document{json_deep_copy(subject.document)};
     std::vector<Names> found;
     Names names;
     walk_in_order({}, document.get(), names, [&](const Names& here, json_t*) {
@@ -40,7 +40,7 @@ Answer Asker::answer_without_any(const Subject& subject, const std::string& plac
     });
     for (const Names& here : found)
         json_object_del(at(document.get(), {here.begin(), here.end() - 1}), here.back().c_str());
-    return answer({subject.side, subject.flags, document.get()});
+    return document;
 }
 
 std::string Asker::result_place(const Subject& subject, json_t* result, const Names& names) const {
@@ -120,7 +120,9 @@ Finding Asker::of_container(const Subject& subject, const Spot& spot) {
         }
     }
     if (finding.container == "list") finding.entries = entries_of(subject, spot.names);
-    finding.behaviour = replies_of(texts_, asked, {spot.names.back(), {}, {spot.names.back()}}).behaviour();
+    Seen seen;
+    seen.keys.insert(spot.names.back());
+    finding.behaviour = replies_of(texts_, asked, seen).behaviour();
     return finding;
 }
 
@@ -181,12 +183,18 @@ void Asker::ask(const Subject& subject, std::vector<Finding>& findings) {
             if (!is_container) add_results(of_further_leaf(subject, spot), findings);
             return is_container;
         }
-        Finding finding = is_container ? of_container(subject, spot) : of_leaf(subject, spot);
-        const bool goes_on = is_container && !finding.is_whole;
-        if (finding.is_whole) whole_.insert({subject.side, spot.place});
-        finding.word = words[at_names];
-        keep(std::move(finding), findings);
-        return goes_on;
+        std::vector<Finding> found;
+        if (is_container)
+            found.push_back(of_container(subject, spot));
+        else
+            found = of_leaf(subject, spot);
+        const bool is_whole = found.front().is_whole;
+        if (is_whole) whole_.insert({subject.side, spot.place});
+        for (Finding& finding : found) {
+            finding.word = words[at_names];
+            keep(std::move(finding), findings);
+        }
+        return is_container && !is_whole;
     });
 }
 

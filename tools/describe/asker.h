@@ -41,11 +41,12 @@ private:
 
     Answer answer(const Subject& subject);
     // Without the member in every entry: what one lacks, another may give it.
-    Answer answer_without_any(const Subject& subject, const std::string& place);
+    Tree without_any(const Subject& subject, const std::string& place) const;
     // With another value there; null takes out what is there.
     Answer answer_with(const Subject& subject, const Names& names, json_t* value);
     Finding of_container(const Subject& subject, const Spot& spot);
-    Finding of_leaf(const Subject& subject, const Spot& spot);
+    // One for each place of the result that is told of in its own way.
+    std::vector<Finding> of_leaf(const Subject& subject, const Spot& spot);
     // Of one more entry only where its values arrive.
     Finding of_further_leaf(const Subject& subject, const Spot& spot);
     // What a numbered list says of the names of its entries; null where they are plain numbers from 1.

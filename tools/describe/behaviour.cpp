@@ -6,7 +6,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <iterator>
 #include <optional>
+#include <sstream>
 
 #include "k_str.h"
 
@@ -14,6 +16,7 @@ namespace describe {
 
 namespace {
 
+constexpr const char* kOfMember = "\1what a member gives";  // no document has that name
 constexpr size_t kMostCodes = 40;
 constexpr size_t kSamples = 6;  // of what can be said in no other way
 const char* const kTypes[] = {"object", "array", "string", "integer", "real", "boolean", "boolean", "null"};
@@ -39,6 +42,11 @@ Tree number_of(json_t* value) {
     return *end == '\0' ? integer(number) : nullptr;
 }
 
+Tree low_32_bits_of(json_t* value) {
+    if (!json_is_integer(value)) return nullptr;
+    return integer(static_cast<int32_t>(static_cast<uint32_t>(json_integer_value(value))));
+}
+
 Tree digits_of(json_t* value, size_t longest) {
     if (!json_is_integer(value)) return nullptr;
     return string(std::to_string(json_integer_value(value)).substr(0, longest));
@@ -51,6 +59,16 @@ Tree switch_of(json_t* value) {
     return Tree{json_boolean(std::strcmp(text, "1") == 0 || std::strcmp(text, "true") == 0)};
 }
 
+// Those that are empty are none.
+Tree pieces_of(json_t* value, char mark) {
+    if (!json_is_string(value)) return nullptr;
+    std::istringstream text{json_string_value(value)};
+    Tree list{json_array()};
+    for (std::string piece; std::getline(text, piece, mark);)
+        if (!piece.empty()) json_array_append_new(list.get(), string(piece).release());
+    return json_array_size(list.get()) == 0 ? Tree{} : std::move(list);
+}
+
 struct Rule {
     const char* name;
     std::function<Tree(json_t*)> apply;  // null: nothing is written
@@ -61,6 +79,8 @@ const std::vector<Rule>& rules() {
         {"itself", [](json_t* value) { return Tree{json_incref(value)}; }},
         {"nothing", [](json_t*) { return Tree{}; }},
         {"its number", number_of},
+        {"its number in 32 bits", [](json_t* value) { return low_32_bits_of(number_of(value).get()); }},
+        {"its low 32 bits", low_32_bits_of},
         {"its digits", [](json_t* value) { return digits_of(value, std::string::npos); }},
         {"the first seven of its digits", [](json_t* value) { return digits_of(value, 7); }},
         {"true or false", switch_of},
@@ -75,10 +95,19 @@ const std::vector<Rule>& rules() {
              return Tree{json_loads(json_is_string(value) ? json_string_value(value) : "", 0, nullptr)};
          }},
         {"a member of that text", [](json_t*) { return string("a member of that text"); }},
+        {"its pieces between |, as entries", [](json_t* value) { return pieces_of(value, '|'); }},
+        {"its pieces between commas, as entries", [](json_t* value) { return pieces_of(value, ','); }},
+        {"itself as the one entry", [](json_t* value) { return Tree{json_pack("[O]", value)}; }},
         {"a choice", [](json_t*) { return string("a choice"); }},
+        {"another choice", [](json_t*) { return string("another choice"); }},
         {"its member", [](json_t*) { return string("its member"); }},
         {"its base64", [](json_t* value) { return coded(value, k_str_base64_encode); }},
         {"its plain text", [](json_t* value) { return coded(value, k_str_base64_decode); }},
+        {"its plain text, or itself where that is none",
+         [](json_t* value) {
+             Tree plain = coded(value, k_str_base64_decode);
+             return plain == nullptr ? Tree{json_incref(value)} : std::move(plain);
+         }},
         {"itself as the only entry",
          [](json_t* value) { return Tree{json_pack("{s:{s:O}, s:i}", "1", "name", value, "max_instance", 1)}; }},
     };
@@ -86,6 +115,16 @@ const std::vector<Rule>& rules() {
 }
 
 using Chosen = std::vector<const Reply*>;
+
+// The name in what what_member_gives() makes; null for any other result.
+json_t* member_in(json_t* result) {
+    return json_object_get(result, kOfMember);
+}
+
+Tree given(json_t* result) {
+    if (json_t* const member = member_in(result)) return Tree{json_pack("{s:O}", "member", member)};
+    return Tree{json_pack("{s:O}", "value", result)};
+}
 
 struct Said {
     Tree gives;
@@ -114,17 +153,20 @@ Said what_they_give(const Chosen& taken) {
     for (const Reply* reply : taken)
         if (reply->result != nullptr && (taken.size() > 1 || !is_found) && (!is_found || !best.but.empty()) &&
             (are_all_asked || taken.size() == 1 || gives_again(taken, *reply)))
-            consider(Tree{json_pack("{s:O}", "value", reply->result.get())},
-                     [reply](json_t*) { return Tree{json_incref(reply->result.get())}; });
+            consider(given(reply->result.get()), [reply](json_t*) { return Tree{json_incref(reply->result.get())}; });
     if (!is_found || best.but.size() > kMostCodes) best = {string("something else"), is_found ? best.but : taken};
     return best;
 }
 
+// What another member gives is said by its name, which stands third.
 Tree pairs(const Chosen& replies) {
     Tree list{json_array()};
     for (const Reply* reply : replies) {
         Tree pair{json_pack("[O]", reply->value.get())};
-        if (reply->result != nullptr) json_array_append(pair.get(), reply->result.get());
+        if (json_t* const member = member_in(reply->result.get()))
+            json_array_extend(pair.get(), Tree{json_pack("[n, O]", member)}.get());
+        else if (reply->result != nullptr)
+            json_array_append(pair.get(), reply->result.get());
         json_array_append_new(list.get(), pair.release());
     }
     return list;
@@ -176,9 +218,18 @@ Tree range_of(const Chosen& taken, const Chosen& refused) {
         is_below = is_below || number(reply) < least;
         is_above = is_above || number(reply) > greatest;
     }
+    const auto is_inside = [&](json_int_t number) {
+        return (!is_below || number >= least) && (!is_above || number <= greatest);
+    };
+    const auto is_far = [](const Reply* reply) { return !is_of_32_bits(number(reply)); };
+    const auto is_far_inside = [&](const Reply* reply) { return is_far(reply) && is_inside(number(reply)); };
+    const auto is_far_outside = [&](const Reply* reply) { return is_far(reply) && !is_inside(number(reply)); };
     Tree range{json_object()};
     if (is_below) json_object_set_new(range.get(), "from", json_integer(least));
     if (is_above) json_object_set_new(range.get(), "to", json_integer(greatest));
+    if (std::any_of(taken.begin(), taken.end(), is_far_outside) ||
+        std::any_of(refused.begin(), refused.end(), is_far_inside))
+        json_object_set_new(range.get(), "of", json_string("its low 32 bits"));
     return range;
 }
 
@@ -207,6 +258,24 @@ std::string shown(json_t* value) {
     return json_is_integer(value) ? std::to_string(json_integer_value(value)) : json_string_value(value);
 }
 
+// How a message may show it: as it is, a text as the number that it is read as, and a negative number without a sign.
+std::vector<std::string> forms_of(json_t* value) {
+    std::vector<std::string> forms{shown(value)};
+    if (const Tree read = number_of(value)) forms.push_back(shown(read.get()));
+    if (json_is_integer(value)) forms.push_back(std::to_string(static_cast<uint64_t>(json_integer_value(value))));
+    return forms;
+}
+
+// Where a message ends with the type of its value, as Jansson numbers it or calls it.
+std::string type_at_end(const Reply* reply) {
+    constexpr const char* kNames[] = {"object", "array", "string", "integer", "real", "true", "false", "null"};
+    const int type = json_typeof(reply->value.get());
+    const std::string number = std::to_string(type);
+    if (reply->message.ends_with(" " + number)) return number;
+    const std::string name = kNames[type];
+    return reply->message.ends_with(", got " + name) ? name : "";
+}
+
 // Each message once, whatever value it shows: what stands for a long one is found out first, and then put to the test
 // with the others.
 Tree messages_of(const Chosen& refused) {
@@ -218,19 +287,25 @@ Tree messages_of(const Chosen& refused) {
     const auto is_shown = [](const Reply* reply) {
         return json_is_string(reply->value.get()) || json_is_integer(reply->value.get());
     };
-    // Jansson's number of the type.
-    const auto shows_type = [](const Reply* reply) {
-        return reply->message.ends_with(" is " + std::to_string(json_typeof(reply->value.get())));
+    // What is said of different values alike shows none of them, though one may stand in it.
+    const auto is_constant = [&](const Reply* reply) {
+        return std::any_of(refused.begin(), refused.end(), [&](const Reply* other) {
+            return other->message == reply->message && !same(other->value.get(), reply->value.get());
+        });
     };
+    const auto shows_type = [](const Reply* reply) { return !type_at_end(reply).empty(); };
     if (!refused.empty() && std::all_of(refused.begin(), refused.end(), shows_type)) {
         std::string message = refused.front()->message;
-        message.replace(message.size() - 1, 1, "TYPE");
+        const size_t length = type_at_end(refused.front()).size();
+        message.replace(message.size() - length, length, "TYPE");
         return Tree{json_pack("[s]", message.c_str())};
     }
     for (const Reply* reply : refused) {
         if (!is_shown(reply) || shown(reply->value.get()).size() < kLong) continue;
         std::string message = reply->message;
-        replace_all(message, shown(reply->value.get()), json_is_string(reply->value.get()) ? "TEXT" : "N");
+        if (!is_constant(reply))
+            for (const std::string& form : forms_of(reply->value.get()))
+                replace_all(message, form, json_is_string(reply->value.get()) ? "TEXT" : "N");
         add(message);
     }
     for (const Reply* reply : refused) {
@@ -240,8 +315,9 @@ Tree messages_of(const Chosen& refused) {
         };
         const auto says_it = [&](const std::string& message) {
             if (!is_shown(reply)) return message == reply->message;
-            const Tree read = number_of(reply->value.get());
-            return says(message, shown(reply->value.get())) || (read != nullptr && says(message, shown(read.get())));
+            const auto forms = forms_of(reply->value.get());
+            return std::any_of(forms.begin(), forms.end(),
+                               [&](const std::string& form) { return says(message, form); });
         };
         if (std::none_of(general.begin(), general.end(), says_it)) add(reply->message);
     }
@@ -264,13 +340,25 @@ OfType of_type(const std::vector<Reply>& replies, const char* type) {
     return found;
 }
 
+// Where leading zeros do not count, a text with some has nothing of its own to say.
+Chosen without_leading_zeros(const Chosen& taken) {
+    Chosen plain;
+    std::copy_if(taken.begin(), taken.end(), std::back_inserter(plain), [](const Reply* reply) {
+        const std::string text = json_string_value(reply->value.get());
+        return text.size() < 2 || text.front() != '0';
+    });
+    return plain;
+}
+
 Tree said_of(const Texts& texts, const char* type, const OfType& replies) {
     Tree said{json_object()};
     if (!replies.taken.empty()) {
         if (!replies.refused.empty())
             json_object_set_new(said.get(), "takes",
                                 what_they_take(texts, type, replies.taken, replies.refused).release());
-        Said what = what_they_give(replies.taken);
+        const char* const kind = json_string_value(json_object_get(json_object_get(said.get(), "takes"), "texts"));
+        const bool has_zeros = kind != nullptr && std::strstr(kind, "leading zeros") != nullptr;
+        Said what = what_they_give(has_zeros ? without_leading_zeros(replies.taken) : replies.taken);
         const bool has_values = json_object_get(json_object_get(said.get(), "takes"), "values") != nullptr;
         const bool is_something = what.gives != nullptr && same(what.gives.get(), string("something else").get());
         if (is_something && !has_values) what.but.resize(std::min(what.but.size(), kSamples));
@@ -303,6 +391,10 @@ void add_said(json_t* list, const char* type, json_t* said) {
 
 }  // namespace
 
+Tree what_member_gives(const std::string& name) {
+    return Tree{json_pack("{s:s}", kOfMember, name.c_str())};
+}
+
 bool Replies::has_codes() const {
     const OfType texts = of_type(replies_, "string");
     if (texts.taken.empty()) return false;
@@ -321,8 +413,7 @@ Tree Replies::behaviour() const {
         if (reply.value != nullptr || (reply.message.empty() && reply.result == nullptr)) continue;
         Tree said{json_pack("{s:[s]}", "of", "absent")};
         if (!reply.message.empty()) json_object_set_new(said.get(), "says", json_pack("[s]", reply.message.c_str()));
-        if (reply.result != nullptr)
-            json_object_set_new(said.get(), "gives", json_pack("{s:O}", "value", reply.result.get()));
+        if (reply.result != nullptr) json_object_set_new(said.get(), "gives", given(reply.result.get()).release());
         json_array_append(list.get(), said.get());
     }
     return list;

@@ -3,8 +3,10 @@
 // A behaviour is an array of objects, one for the JSON types that are treated alike:
 //     "of"     the types
 //     "takes"  the values of theirs that cross; left out where all do
-//     "gives"  what those become: a word, or {"value": one and the same}; left out where it stays the same
-//     "but"    the values that become something else, each [value, what it becomes], or [value] where it is dropped
+//     "gives"  what those become: a word, {"value": one and the same}, or {"member": the name or place of the one that
+//              gives it}; left out where it stays the same
+//     "but"    the values that become something else, each [value, what it becomes], [value] where it is dropped, or
+//              [value, null, name] where the member of that name gives it
 //     "says"   the messages of the others, KEY, TEXT and N standing for what is put in
 // and one with "of": ["absent"] where an absent member gives something or is reported.
 #pragma once
@@ -23,6 +25,9 @@ struct Reply {
     Tree result;          // null where nothing was written
     std::string message;  // "" where it was taken
 };
+
+// The result that another member gives, whatever that is.
+Tree what_member_gives(const std::string& name);
 
 class Replies {
 public:

@@ -47,7 +47,8 @@ Texts::Texts(const char* file, const std::string& sources) {
     std::set<std::string> literals;
     for (const auto& entry : std::filesystem::recursive_directory_iterator{sources})
         if (entry.is_regular_file()) add_literals(entry.path(), literals);
-    literals_.assign(literals.begin(), literals.end());
+    words_.assign(literals.begin(), literals.end());
+    literals_ = words_;
 }
 
 namespace {

@@ -26,12 +26,15 @@ public:
     const std::vector<std::string>& samples() const { return samples_; }
     // The words in quotes in the sources, without those that are only names of members: every name of a code.
     const std::vector<std::string>& literals() const { return literals_; }
+    // All words in quotes.
+    const std::vector<std::string>& words() const { return words_; }
     // Names of members in that document are no codes, unless they are values there.
     void leave_out_members(json_t* document);
 
 private:
     std::vector<TextKind> kinds_;
     std::vector<std::string> samples_;
+    std::vector<std::string> words_;
     std::vector<std::string> literals_;
 };
 

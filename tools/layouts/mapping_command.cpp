@@ -26,7 +26,12 @@ JsonTree texts(const std::vector<std::string>& list) {
     return array;
 }
 
-// What each direction gives for an absent value; null where neither gives anything.
+bool is_choice(json_t* value) {
+    const std::string word = json_is_string(value) ? json_string_value(value) : "";
+    return word == "a choice" || word == "another choice";
+}
+
+// What each direction gives for an absent value; null where neither gives a value of its own.
 JsonTree defaults_of(const LayoutLine& line) {
     JsonTree defaults(json_object());
     for (const Layout from : {kOld, kNew}) {
@@ -35,7 +40,7 @@ JsonTree defaults_of(const LayoutLine& line) {
         json_array_foreach(line.behaviour(from), index, said) {
             const char* const type = json_string_value(json_array_get(json_object_get(said, "of"), 0));
             json_t* const gives = json_object_get(json_object_get(said, "gives"), "value");
-            if (std::string(type) == "absent" && gives != nullptr)
+            if (std::string(type) == "absent" && gives != nullptr && !is_choice(gives))
                 json_object_set(defaults.get(), from == kOld ? "to_new" : "to_old", gives);
         }
     }
@@ -74,7 +79,7 @@ constexpr const char* kFurther = "             ";
 
 constexpr const char* kLegend =
     "\nIn messages KEY is the member's name in the result, TEXT and N are its value,\n"
-    "TYPE is a number for its type.\n";
+    "NAME is that of its entry, TYPE its type or a number for that.\n";
 
 // One for each place, and how the values cross.
 std::string in_short(const LayoutLine& line) {

@@ -1,6 +1,7 @@
 #include "schema.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 
 #include "places.h"
@@ -45,6 +46,10 @@ JsonTree taken(const Layouts& layouts, const std::string& type, json_t* takes) {
         set(schema, "pattern", text(layouts.pattern(json_string_value(texts))));
     json_t* const from = json_object_get(takes, "from");
     json_t* const to = json_object_get(takes, "to");
+    // Of larger numbers no more than 32 bits come back.
+    if (json_object_get(takes, "of") != nullptr)
+        json_object_update_new(schema.get(), json_pack("{s:I, s:I}", "minimum", static_cast<json_int_t>(INT32_MIN),
+                                                       "maximum", static_cast<json_int_t>(INT32_MAX)));
     if (from != nullptr) json_object_set(schema.get(), "minimum", from);
     // The one number that an entry takes is its position: the next entry takes the next one.
     if (to != nullptr && !json_equal(from, to)) json_object_set(schema.get(), "maximum", to);

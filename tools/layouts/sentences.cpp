@@ -34,39 +34,60 @@ std::string list_of(json_t* values) {
     return list;
 }
 
+std::string range(json_t* takes) {
+    json_t* const from = json_object_get(takes, "from");
+    json_t* const to = json_object_get(takes, "to");
+    if (from != nullptr && to != nullptr) return " from " + shown(from) + " to " + shown(to);
+    return from != nullptr ? " of at least " + shown(from) : " of at most " + shown(to);
+}
+
 // Of the types those values that cross.
 std::string which(json_t* takes) {
     if (const char* const texts = text_at(takes, "texts")) return std::string(", ") + texts;
     if (json_t* const values = json_object_get(takes, "values")) return " " + list_of(values);
-    json_t* const from = json_object_get(takes, "from");
-    json_t* const to = json_object_get(takes, "to");
-    if (from != nullptr && to != nullptr) return " from " + shown(from) + " to " + shown(to);
-    if (from != nullptr) return " of at least " + shown(from);
-    if (to != nullptr) return " of at most " + shown(to);
+    if (text_at(takes, "of") != nullptr) return " with low 32 bits" + range(takes);
+    if (json_object_get(takes, "from") != nullptr || json_object_get(takes, "to") != nullptr) return range(takes);
     return takes == nullptr ? "" : " of a certain form";
 }
 
 std::string becomes(json_t* result) {
+    if (is_word(result, "another choice")) return " decides otherwise";
+    if (is_word(result, "its member")) return " becomes the name of its member";
     return result == nullptr ? " is dropped" : " becomes " + shown(result);
+}
+
+std::string becomes_what_gives(json_t* member) {
+    return std::string(" becomes what ") + json_string_value(member) + " gives";
 }
 
 std::string what_it_gives(json_t* gives) {
     if (gives == nullptr) return " stays the same";
+    if (json_t* const member = json_object_get(gives, "member")) return becomes_what_gives(member);
     if (json_is_object(gives)) return becomes(json_object_get(gives, "value"));
     const std::string word = json_string_value(gives);
     if (word == "a choice") return " decides";
+    if (word == "its member") return " becomes the name of its member";
     if (word == "something else") return " becomes something else";
     return word == "nothing" ? " is dropped" : " becomes " + word;
+}
+
+std::string exception(json_t* pair) {
+    json_t* const member = json_array_get(pair, 2);
+    return shown(json_array_get(pair, 0)) +
+           (member == nullptr ? becomes(json_array_get(pair, 1)) : becomes_what_gives(member));
 }
 
 std::string exceptions(json_t* pairs, bool is_only, const char* before) {
     std::string list;
     std::size_t index;
     json_t* pair;
-    json_array_foreach(pairs, index, pair) list += (index > 0 ? ", "
-                                                    : is_only ? ""
-                                                              : before) +
-                                                   shown(json_array_get(pair, 0)) + becomes(json_array_get(pair, 1));
+    json_array_foreach(pairs, index, pair) {
+        if (index > 0)
+            list += ", ";
+        else if (!is_only)
+            list += before;
+        list += exception(pair);
+    }
     return list;
 }
 
@@ -93,7 +114,7 @@ std::string sentence(json_t* said) {
         return "absent decides";
     if (types == "absent")
         return says != nullptr ? "absent is reported: " + messages(says)
-                               : "absent" + becomes(json_object_get(json_object_get(said, "gives"), "value"));
+                               : "absent" + what_it_gives(json_object_get(said, "gives"));
     if (values != nullptr && json_array_size(values) == 0) return types + " is reported: " + messages(says);
     // Where every value has a result of its own, that says which there are.
     const bool is_table = (gives == nullptr || is_word(gives, "something else")) && but != nullptr &&
