@@ -24,8 +24,10 @@ if(KCNVRT_SANITIZE)
     add_compile_options(-fsanitize=${KCNVRT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${KCNVRT_SANITIZE})
 endif()
+# With -pthread gcc counts atomically. Told to do so by -fprofile-update=atomic it would, too, but the compiler's cache
+# knows nothing of that option, and would keep no object.
 if(KCNVRT_COVERAGE)
-    add_compile_options(--coverage -fprofile-abs-path -fprofile-update=atomic)
+    add_compile_options(--coverage -fprofile-abs-path -pthread)
     add_link_options(--coverage)
 endif()
 

@@ -28,7 +28,7 @@ folders=()
 for folder in src support text tools; do [ ! -d "$folder" ] || folders+=("$folder"); done
 say "Counting what the tests reached in ${folders[*]}"
 cd "$root/build/coverage"
-gcovr -j "$(nproc)" --root "$root" "${folders[@]/#/--filter=$root/}" --exclude "$root/tools/pages/" \
+gcovr --root "$root" --object-directory "$PWD" "${folders[@]/#/--filter=$root/}" --exclude "$root/tools/pages/" \
     --exclude "$root/tools/describe/" --exclude-throw-branches --exclude-unreachable-branches \
     --json counts.json --html-details lines.html "${folders[@]}"
 gcovr --root "$root" --add-tracefile counts.json

@@ -6,7 +6,7 @@
 // Everything: KCNVRT_THOROUGH is set in the environment.
 bool is_thorough();
 
-// Neither a sanitized build nor one that is not optimized.
+// Neither a sanitized build nor one that is not optimized, nor asked for a sample (KCNVRT_SAMPLE).
 bool is_fast();
 
 // Every how many-th point is visited: 1 when thorough, else `ordinary`, and more in a build that is slow.
