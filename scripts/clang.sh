@@ -8,4 +8,4 @@ need_packages "${test_packages[@]}" "${clang_packages[@]}"
 configure clang release ON -DCMAKE_C_COMPILER=clang-14 -DCMAKE_CXX_COMPILER=clang++-14 -DKCNVRT_WERROR=ON
 build clang all
 unlock
-run_tests clang "$@"
+run_tests_again clang "$@"
