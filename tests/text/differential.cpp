@@ -142,6 +142,15 @@ std::string refused_properly(std::string_view text, const ReadError& error) {
     return "";
 }
 
+std::string written(const Json& tree) {
+    return tree ? dumped(tree.get(), JSON_COMPACT) : "";
+}
+
+// Of every eighth text, since that takes longer than all the rest.
+bool is_read_alike_when_large(std::string_view text, const Json& sure) {
+    return text.size() % 8 != 0 || written(Json{read_if_sure(as_large(text))}) == written(sure);
+}
+
 }  // namespace
 
 Finding compare_with_jansson(std::string_view text, ReadOptions options, Layout layout) {
@@ -150,6 +159,7 @@ Finding compare_with_jansson(std::string_view text, ReadOptions options, Layout 
     const Json ours{read(text, options, error)};
     const Json sure{read_if_sure(text)};
     const Json theirs = parse(text, flags_of(options));
+    if (!is_read_alike_when_large(text, sure)) return {"read otherwise as a part of a large text"};
     finding.is_accepted = ours != nullptr;
     finding.is_sure = sure != nullptr;
     finding.has_nul = ours == nullptr && error.kind == ReadErrorKind::kByteNul;

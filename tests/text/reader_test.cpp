@@ -43,6 +43,7 @@ class Accepts : public testing::TestWithParam<Accepted> {};
 TEST_P(Accepts, Text) {
     EXPECT_EQ(GetParam().result, read_back(GetParam().text));
     EXPECT_EQ(GetParam().is_sure, Json{read_if_sure(GetParam().text)} != nullptr);
+    EXPECT_EQ(GetParam().result, read_back(as_large(GetParam().text)));
 }
 
 // clang-format off
@@ -160,6 +161,42 @@ TEST(Reader, AnyValueIsAsked) {
     EXPECT_EQ("1", read_back("1", kAnyValue));
     EXPECT_EQ("\"a\\u0000b\"", read_back(R"("a\u0000b")", kAnyValue));
     EXPECT_EQ(R"({"a":"\u0000"})", read_back(R"({"a":"\u0000"})", kAnyValue));
+}
+
+bool is_one_node(std::string_view text, size_t first, size_t second) {
+    const Json tree{read_if_sure(text)};
+    return json_array_get(tree.get(), first) == json_array_get(tree.get(), second);
+}
+
+TEST(Reader, EqualLeavesOfALargeTextAreOneNode) {
+    EXPECT_TRUE(is_one_node(as_large(R"(["Enabled", 1, "Enabled"])"), 0, 2));
+    EXPECT_TRUE(is_one_node(as_large(R"(["", {"a": ""}, ""])"), 0, 2));
+    EXPECT_TRUE(is_one_node(as_large(R"(["sixteen letters!", "sixteen letters!"])"), 0, 1));
+    EXPECT_FALSE(is_one_node(as_large(R"(["seventeen letters", "seventeen letters"])"), 0, 1));
+    EXPECT_TRUE(is_one_node(as_large("[-7, 7, -7]"), 0, 2));
+    EXPECT_FALSE(is_one_node(R"(["Enabled", 1, "Enabled"])", 0, 2));
+    EXPECT_FALSE(is_one_node("[-7, -7]", 0, 1));
+}
+
+TEST(Reader, OtherLeavesOfALargeTextAreOtherNodes) {
+    std::string text = "[";
+    for (int round = 0; round < 2; ++round)
+        for (int i = 0; i < 3000; ++i) {
+            const std::string number = std::to_string(i * 1013 % 4001 - 2000);
+            text += number + ",\"" + number + "\",\"12345678" + number + "\",\"" + number + "12345678\",";
+        }
+    for (char letter = 'a'; letter <= 'z'; ++letter)
+        for (size_t length = 0; length <= 17; ++length) text += '"' + std::string(length, letter) + "\",";
+    text += "0]";
+    EXPECT_EQ(text, read_back(as_large(text)));
+}
+
+TEST(Reader, ALeafThatIsReplacedIsNotUsedAgain) {
+    ReadError error;
+    EXPECT_EQ(nullptr, Json{read(as_large(R"({"a": "x", "a": "y", "b": "x", "c": "z"})"), kContainers, error)});
+    EXPECT_EQ(Kind::kDuplicate, error.kind);
+    EXPECT_EQ(nullptr, Json{read(as_large(R"({"a": 4, "a": 5, "b": 4, "c": 6})"), kContainers, error)});
+    EXPECT_EQ(Kind::kDuplicate, error.kind);
 }
 
 // No byte behind the text is looked at, as the sanitizers see: each lies in a block of its own size.

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -112,6 +113,71 @@ TEST(Arena, TheLastBlockIsTakenBackAndNoOther) {
     arena.release(nullptr);
     EXPECT_NE(second, arena.allocate(1));
     arena.return_memory();
+}
+
+TEST(Arena, ATableThatIsReleasedIsTheNextOneOfItsSize) {
+    Arena arena;
+    arena.allocate(kMegabyte);
+    void* const table = arena.allocate(256);
+    void* const other = arena.allocate(256);
+    arena.allocate(8);
+    arena.release(table);
+    arena.release(other);
+    EXPECT_NE(other, arena.allocate(128));
+    EXPECT_NE(other, arena.allocate(264));
+    EXPECT_EQ(other, arena.allocate(256));
+    EXPECT_EQ(table, arena.allocate(256));
+    EXPECT_NE(table, arena.allocate(256));
+    arena.release(other);
+    EXPECT_EQ(other, arena.allocate(256));
+    arena.return_memory();
+}
+
+TEST(Arena, WhatIsNoTableAnyMoreIsNotTakenForOne) {
+    Arena arena;
+    arena.allocate(kMegabyte);
+    void* const table = arena.allocate(128);
+    arena.release(table);
+    void* const block = arena.allocate(72);
+    ASSERT_EQ(table, block);
+    arena.allocate(8);
+    arena.release(block);
+    EXPECT_NE(block, arena.allocate(128));
+    arena.return_memory();
+}
+
+TEST(Arena, GoingBackForgetsTables) {
+    Arena arena;
+    arena.allocate(kMegabyte);
+    const Arena::Mark mark = arena.mark();
+    void* const released = arena.allocate(128);
+    void* const kept = arena.allocate(256);
+    arena.allocate(8);
+    arena.release(released);
+    arena.go_back(mark);
+    void* const block = arena.allocate(8);
+    ASSERT_EQ(released, block);
+    EXPECT_NE(released, arena.allocate(128));
+    arena.allocate(1000);
+    arena.release(kept);
+    EXPECT_NE(kept, arena.allocate(256));
+    arena.return_memory();
+}
+
+TEST(Arena, WhatTablesGrewOutOfTakesNoMemory) {
+    const auto grown = [](int count) {
+        json_t* const object = json_object();
+        for (int i = 0; i < count; ++i) json_object_set_new(object, std::to_string(i).c_str(), json_null());
+        return object;
+    };
+    document_arena().clear();
+    numbers(100000);
+    grown(17);
+    const char* const before = document_arena().mark().at;
+    grown(17);
+    const auto taken = document_arena().mark().at - before;
+    EXPECT_LT(taken, 512 + 17 * 64 + 100);  // the last table, the members, the object itself
+    document_arena().return_memory();
 }
 
 TEST(Arena, GoesBackToAMarkAndUsesItsMemoryAgain) {

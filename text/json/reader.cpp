@@ -11,6 +11,8 @@
 // of its own that is worth having only once.
 #include "json/reader.h"
 
+#include <bit>
+
 #include "basis/buffer.h"
 #include "json/escape.h"
 #include "json/parser.h"
@@ -24,16 +26,66 @@ namespace kcnvrt::text {
 namespace {
 
 constexpr int kSurelyFit = 18;  // digits in a json_int_t
+// Texts from this size on are read into as little memory as there may be, shorter ones as soon as may be.
+constexpr size_t kLarge = size_t{128} * 1024;
 
 constexpr bool is_digit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
+// The short texts and the integers that a tree has already. Large configurations repeat many, and each would be a node
+// of Jansson's. Nobody changes a leaf in place, so one node may stand in many places. The table borrows; the later one
+// of two in one slot stays.
+class Leaves {
+public:
+    static bool takes(size_t length) { return length <= 2 * kWordSize; }
+
+    json_t* string(const char* text, size_t length) {
+        const bool is_long = length >= kWordSize;
+        const Word first = is_long ? load(text) : length == 0 ? 0 : load_rest(text, length);
+        const Word last = is_long ? load(text + length - kWordSize) : 0;
+        String& known = strings_[slot(first ^ std::rotl(last, 29), kStrings)];
+        if (known.node != nullptr && known.first == first && known.last == last && known.length == length)
+            return json_incref(known.node);
+        json_t* const node = json_stringn_nocheck(text, length);
+        known = {first, last, length, node};
+        return node;
+    }
+
+    json_t* integer(json_int_t number) {
+        Integer& known = integers_[slot(static_cast<Word>(number), kIntegers)];
+        if (known.node != nullptr && known.number == number) return json_incref(known.node);
+        known = {number, json_integer(number)};
+        return known.node;
+    }
+
+private:
+    static constexpr int kStrings = 7;  // two to that power
+    static constexpr int kIntegers = 6;
+
+    struct String {
+        Word first;
+        Word last;
+        size_t length;
+        json_t* node;
+    };
+    struct Integer {
+        json_int_t number;
+        json_t* node;
+    };
+
+    static size_t slot(Word word, int bits) { return word * 0x9E3779B97F4A7C15 >> (64 - bits); }
+
+    String strings_[1 << kStrings] = {};
+    Integer integers_[1 << kIntegers] = {};
+};
+
 // The text ends with the bracket that closes its value. Every walk over anything but a string stops there, and needs no
 // other bound.
 class Reader {
 public:
-    Reader(const char* start, const char* closing) : at_{start}, closing_{closing} {}
+    // With leaves to share, or null.
+    Reader(const char* start, const char* closing, Leaves* leaves) : at_{start}, closing_{closing}, leaves_{leaves} {}
 
     // The whole value, or null where it is not sure.
     json_t* whole() {
@@ -103,6 +155,7 @@ private:
 
     const char* at_;
     const char* closing_;
+    Leaves* leaves_;
     Buffer decoded_;
     bool lacks_memory_ = false;
 };
@@ -160,6 +213,8 @@ bool Reader::members(json_t* object, int level) {
         if (json_object_setn_new_nocheck(object, name, static_cast<size_t>(end - name), member) != 0)
             return no_memory();
         ++count;
+        // What the second of two has replaced may be gone, and the leaves would still know it.
+        if (leaves_ != nullptr && json_object_size(object) != count) return false;
         skip_blanks();
         if (*at_ == '}') return json_object_size(object) == count && close(level);
         if (*at_ != ',') return false;
@@ -192,7 +247,9 @@ json_t* Reader::string() {
     if (end == nullptr) return nullptr;
     if (*end == '\\') return string_with_escapes(start);
     at_ = end + 1;
-    return made(json_stringn_nocheck(start, static_cast<size_t>(end - start)));
+    const auto length = static_cast<size_t>(end - start);
+    const bool is_shared = leaves_ != nullptr && Leaves::takes(length);
+    return made(is_shared ? leaves_->string(start, length) : json_stringn_nocheck(start, length));
 }
 
 json_t* Reader::string_with_escapes(const char* start) {
@@ -223,7 +280,8 @@ json_t* Reader::number() {
     for (; is_digit(*at_) && at_ - digits < kSurelyFit; ++at_) number = 10 * number + (*at_ - '0');
     if (at_ == digits || (*digits == '0' && at_ - digits > 1)) return nullptr;
     if (*at_ == '.' || *at_ == 'e' || *at_ == 'E' || is_digit(*at_)) return real(start);
-    return made(json_integer(is_negative ? -number : number));
+    if (is_negative) number = -number;
+    return made(leaves_ != nullptr ? leaves_->integer(number) : json_integer(number));
 }
 
 json_t* Reader::real(const char* start) {
@@ -261,16 +319,21 @@ const char* last_byte(std::string_view text) {
     return length == 0 ? nullptr : text.data() + length - 1;
 }
 
+json_t* read_by(Reader&& reader, bool* lacks_memory) {
+    json_t* const value = reader.whole();
+    if (lacks_memory != nullptr) *lacks_memory = reader.lacks_memory();
+    return value;
+}
+
 }  // namespace
 
 json_t* read_if_sure(std::string_view text, bool* lacks_memory) {
     const char* const last = last_byte(text);
     const bool is_closed = last != nullptr && (*last == '}' || *last == ']');
     if (!is_closed) return nullptr;
-    Reader reader{text.data(), last};
-    json_t* const value = reader.whole();
-    if (lacks_memory != nullptr) *lacks_memory = reader.lacks_memory();
-    return value;
+    if (text.size() < kLarge) return read_by(Reader{text.data(), last, nullptr}, lacks_memory);
+    Leaves leaves;
+    return read_by(Reader{text.data(), last, &leaves}, lacks_memory);
 }
 
 // Where memory ran out the parser is not asked: it would take that for an error of the text, or not survive it.

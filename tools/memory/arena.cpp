@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
 #include <cstdint>
+#include <new>
+#include <utility>
 
 namespace kcnvrt {
 
@@ -22,6 +25,7 @@ struct ArenaPart {
 namespace {
 
 constexpr std::size_t kFirstPart = std::size_t{256} * 1024;
+constexpr std::size_t kLastWithoutTables = std::size_t{512} * 1024;
 constexpr std::size_t kLargestPart = std::size_t{64} * 1024 * 1024;
 // Pages that the system brings in one by one, as they are touched, cost more than the conversion of what they hold.
 constexpr std::size_t kPrepared = std::size_t{64} * 1024;
@@ -80,8 +84,36 @@ void count_failed_allocation() {
     failures.fetch_add(1, std::memory_order_relaxed);
 }
 
-void* Arena::allocate_beyond(std::size_t size) {
-    if (size <= PTRDIFF_MAX - kLargestPart && go_on(rounded(size))) return allocate(size);
+void* ArenaTables::take(std::size_t size) {
+    Free*& first = free_of(size);
+    return first == nullptr ? nullptr : std::exchange(first, first->next);
+}
+
+void ArenaTables::remember(void* table, std::size_t size) {
+    slot_of(table) = {table, size};
+}
+
+void ArenaTables::put_back(void* block) {
+    Table& table = slot_of(block);
+    if (block == nullptr || table.start != block) return;
+    Free*& first = free_of(table.size);
+    table = {};
+    first = new (block) Free{first};
+}
+
+void ArenaTables::forget(const void* block) {
+    if (slot_of(block).start == block) slot_of(block) = {};
+}
+
+void* Arena::allocate_table(std::size_t size) {
+    void* const used_before = tables_.take(size);
+    void* const table = used_before != nullptr ? used_before : add(size);
+    if (table != nullptr) tables_.remember(table, size);
+    return table;
+}
+
+void* Arena::add_beyond(std::size_t size) {
+    if (size <= PTRDIFF_MAX - kLargestPart && go_on(rounded(size))) return add(size);
     count_failed_allocation();
     return nullptr;
 }
@@ -124,10 +156,12 @@ void Arena::stand(ArenaPart* part, char* at) {
     at_ = at;
     end_ = part == nullptr ? at : part->at(part->prepared);
     last_ = nullptr;
+    keeps_tables_ = part != nullptr && part->size > kLastWithoutTables;
 }
 
 void Arena::go_back(Mark mark) {
     stand(mark.part, mark.at);
+    tables_.forget_all();
 }
 
 void Arena::return_memory() {
@@ -136,7 +170,7 @@ void Arena::return_memory() {
         first_ = part->next;
         munmap(part, part->size);
     }
-    stand(nullptr, nullptr);
+    clear();
 }
 
 std::size_t Arena::size() const {
