@@ -79,6 +79,22 @@ TEST(Comparison, KeepsEntriesThatAreAlikeInTheirPlaces) {
         (Lines{"dropped /0/a: 1", R"(defaulted /0: -> {"c":3})", "dropped /1/b: 2", R"(defaulted /1: -> {"d":4})"}));
 }
 
+// What is no more than half of an entry may have been copied to the one that it is found in.
+TEST(Comparison, BelievesInMovesOnlyOfMostOfAnEntry) {
+    EXPECT_EQ(differences_of(R"([{"n": "x"}, {"n": "b", "w": 2}])", R"([{"n": "y", "w": 2}, {"n": "c"}])"),
+              (Lines{R"(changed /0/n: "x" -> "y")", R"(defaulted /0: -> {"w":2})", R"(changed /1/n: "b" -> "c")",
+                     "dropped /1/w: 2"}));
+    EXPECT_EQ(differences_of(R"([{"n": "x"}, {"n": "b", "w": 2, "v": 3}])",
+                             R"([{"n": "y", "w": 2, "v": 3}, {"n": "c"}])"),
+              (Lines{R"(dropped /0: {"n":"x"})", "renumbered /1: 1 -> 0", R"(changed /1/n: "b" -> "y")",
+                     R"(defaulted : -> [{"n":"c"}])"}));
+}
+
+TEST(Comparison, KeepsTheNumbersOfEntriesThatAreEquallyAlike) {
+    EXPECT_EQ(differences_of(R"({"1": {"e": 1}, "2": {"e": 1}})", R"({"2": {"e": 1}, "3": {"e": 1}})"),
+              Lines{"renumbered /1: 1 -> 3"});
+}
+
 // What differs deep inside an entry is no reason to take it for another one.
 TEST(Comparison, LooksAtTheOutsideOfEntries) {
     EXPECT_EQ(differences_of(R"([[[[[[1]]]]], [[[[[2]]]]]])", R"([[[[[[2]]]]], [[[[[1]]]]]])"),

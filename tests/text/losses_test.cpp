@@ -100,6 +100,15 @@ TEST(Losses, OfNumbersOfEntries) {
               (Lines{"renumbered /Device/Ifaces/ethernet/1: 1 -> 2", "renumbered /Device/Ifaces/ethernet/2: 2 -> 1"}));
 }
 
+// Two losses at one place come in the order of their kinds.
+TEST(Losses, OfNumbersOfEntriesThatGetMembers) {
+    EXPECT_EQ(losses_to_old(new_with(R"({"1": {"ifname_l2": "eth0", "services": {}}, "3": {"ifname_l2": "eth1"},
+                                         "max_instance": 3})")),
+              (Lines{R"(defaulted /Device/Ifaces/ethernet/3: -> {"services": {}})",
+                     "renumbered /Device/Ifaces/ethernet/3: 3 -> 2",
+                     "changed /Device/Ifaces/ethernet/max_instance: 3 -> 2"}));
+}
+
 TEST(Losses, OfElementsThatAreLeftOut) {
     EXPECT_EQ(losses_to_new(R"({"passwd": [], "ifaces": {}, "route": [
                                 {"ip": "10.0.0.0", "netmask": "255.0.0.0", "gw": "10.0.0.1"}, {"gw": "10.0.0.2"},

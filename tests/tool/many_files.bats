@@ -67,6 +67,11 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     resumed "[3,2]"
     touch -d "2 hours ago" in/1.json
     resumed "[2,3]"
+    touch -r in/1.json out/1.json
+    resumed "[3,2]"
+    echo more >> out/1.json
+    touch -d "1 hour" out/1.json
+    resumed "[3,2]"
     truncate -s -1 out/1.json
     touch -d "1 hour" out/1.json
     resumed "[3,2]"
@@ -79,6 +84,17 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     write in/1.json '{"lang":"other"}'
     touch -d "1 hour" in/1.json
     resumed "[3,2]"
+}
+
+@test "--resume does not look for a result in a pipe" {
+    fleet
+    mkdir out
+    mkfifo out/1.json
+    touch -d "1 hour" out/1.json
+    cat out/1.json > got &
+    run -1 timeout 60 "$KCNVRT" to-new --output-dir out in --resume
+    wait
+    "$KCNVRT" to-new in/1.json | cmp - got
 }
 
 @test "a budget of rejects ends the run, in order" {
@@ -189,6 +205,7 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     write out/1.json old
     refused '"out/1.json" is to be written twice' --output-dir out --rejects out/1.json
     equal "$(cat out/1.json)" old
+    rm out/1.json
     kcnvrt 1 to-new in --output-dir out --rejects out/rejects --problems in/.problems
     equal "$(files out)" "./1.json ./a/2.json ./a/deep/4.json ./rejects "
 }
@@ -199,4 +216,12 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     chmod 640 in/a/2.json
     (umask 022 && "$KCNVRT" to-new --output-dir out in 2> ../messages) || [ $? -eq 1 ]
     equal "$(stat -c %a out/a out/a/2.json | tr '\n' ' ')" "750 640 "
+}
+
+@test "a folder that is made can be written, also where the one that it is made of cannot" {
+    fleet
+    chmod 550 in/a
+    "$KCNVRT" to-new --output-dir out in 2> ../messages || [ $? -eq 1 ]
+    equal "$(stat -c %a out/a)" 750
+    chmod 750 in/a
 }
