@@ -84,10 +84,10 @@ TEST(Comparison, BelievesInMovesOnlyOfMostOfAnEntry) {
     EXPECT_EQ(differences_of(R"([{"n": "x"}, {"n": "b", "w": 2}])", R"([{"n": "y", "w": 2}, {"n": "c"}])"),
               (Lines{R"(changed /0/n: "x" -> "y")", R"(defaulted /0: -> {"w":2})", R"(changed /1/n: "b" -> "c")",
                      "dropped /1/w: 2"}));
-    EXPECT_EQ(differences_of(R"([{"n": "x"}, {"n": "b", "w": 2, "v": 3}])",
-                             R"([{"n": "y", "w": 2, "v": 3}, {"n": "c"}])"),
-              (Lines{R"(dropped /0: {"n":"x"})", "renumbered /1: 1 -> 0", R"(changed /1/n: "b" -> "y")",
-                     R"(defaulted : -> [{"n":"c"}])"}));
+    EXPECT_EQ(
+        differences_of(R"([{"n": "x"}, {"n": "b", "w": 2, "v": 3}])", R"([{"n": "y", "w": 2, "v": 3}, {"n": "c"}])"),
+        (Lines{R"(dropped /0: {"n":"x"})", "renumbered /1: 1 -> 0", R"(changed /1/n: "b" -> "y")",
+               R"(defaulted : -> [{"n":"c"}])"}));
 }
 
 TEST(Comparison, KeepsTheNumbersOfEntriesThatAreEquallyAlike) {
