@@ -15,7 +15,7 @@ constexpr size_t kSlowness = 1;
 // KCNVRT_SAMPLE=N in the environment says how slow what is tested is, where the tests themselves are not.
 size_t slowness() {
     const char* const sample = std::getenv("KCNVRT_SAMPLE");
-    return sample == nullptr ? kSlowness : std::strtoul(sample, nullptr, 10);
+    return sample == nullptr ? kSlowness : std::max<size_t>(1, std::strtoul(sample, nullptr, 10));
 }
 
 }  // namespace

@@ -270,10 +270,9 @@ std::vector<std::string> forms_of(json_t* value) {
 std::string type_at_end(const Reply* reply) {
     constexpr const char* kNames[] = {"object", "array", "string", "integer", "real", "true", "false", "null"};
     const int type = json_typeof(reply->value.get());
-    const std::string number = std::to_string(type);
+    std::string number = std::to_string(type);
     if (reply->message.ends_with(" " + number)) return number;
-    const std::string name = kNames[type];
-    return reply->message.ends_with(", got " + name) ? name : "";
+    return reply->message.ends_with(std::string(", got ") + kNames[type]) ? kNames[type] : "";
 }
 
 // Each message once, whatever value it shows: what stands for a long one is found out first, and then put to the test
