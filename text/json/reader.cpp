@@ -74,7 +74,7 @@ private:
         json_t* node;
     };
 
-    static size_t slot(Word word, int bits) { return word * 0x9E3779B97F4A7C15 >> (64 - bits); }
+    static size_t slot(Word word, int bits) { return static_cast<size_t>(word * 0x9E3779B97F4A7C15 >> (64 - bits)); }
 
     String strings_[1 << kStrings] = {};
     Integer integers_[1 << kIntegers] = {};
