@@ -91,7 +91,7 @@ files() { (cd "$1" && find . -type f | sort | tr '\n' ' '); }
     mkdir out
     mkfifo out/1.json
     touch -d "1 hour" out/1.json
-    cat out/1.json > got &
+    timeout 60 cat out/1.json > got 3>&- &
     run -1 timeout 60 "$KCNVRT" to-new --output-dir out in --resume
     wait
     "$KCNVRT" to-new in/1.json | cmp - got
