@@ -81,7 +81,7 @@ step valgrind  "The cases under valgrind"                                       
 step cross     "The cases on a 32-bit and on a big-endian machine"                  ./test --cross
 step wasm      "The WebAssembly module and its npm package"                         ./test --wasm
 step page      "The page, in a browser"                                             ./test --page
-step variants  "What nothing else builds: without the tool, and for debugging"      scripts/variants.sh
+step variants  "What nothing else builds: without the tool, debugging, fuzzing"          scripts/variants.sh
 step abi       "The libraries against descriptions of those that were released"      scripts/abi.sh
 step debian    "Debian packages: the same bytes twice, and at work"                 scripts/package.sh --check --test
 step static    "Static libraries: no C++ library, the same results, their sizes"    scripts/static.sh

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "bytes.h"
+#include "json/pointer.h"
+#include "json/utf8.h"
 #include "properties.h"
-#include "text/json/pointer.h"
-#include "text/json/utf8.h"
-#include "text/secrets.h"
+#include "secrets.h"
 
 namespace {
 
